@@ -4,4 +4,4 @@
 /// The one place that says which symbols leave the library.
 
 /// Marks a class, function or variable as part of the library's interface; all other symbols stay hidden.
-#define NX_CORE_API __attribute__((visibility("default")))
+#define NX_CORE_API [[gnu::visibility("default")]]

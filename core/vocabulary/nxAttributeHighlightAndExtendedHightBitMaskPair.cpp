@@ -1,0 +1,6 @@
+#include "core/vocabulary/nxAttributeHighlightAndExtendedHightBitMaskPair.h"
+
+std::string nxAttributeHighlightAndExtendedHightBitMaskPair::GetClassNameA() const
+{
+    return "nxAttributeHighlightAndExtendedHightBitMaskPair";
+}

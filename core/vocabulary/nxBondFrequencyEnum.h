@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Bond frequency.
+class NX_CORE_API nxBondFrequencyEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxBondFrequencyEnum, 9800, 9804)
+};

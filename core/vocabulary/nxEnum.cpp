@@ -1,0 +1,160 @@
+#include "core/vocabulary/nxEnum.h"
+
+#include "core/vocabulary/nxEnumRow.h"
+
+namespace
+{
+constexpr std::size_t maxTokenLength = 64;
+
+// The tokens of the three rows that are common to all classes.
+constexpr char const* undefinedToken = "UNDEFINED";
+constexpr char const* notRegisteredToken = "NOT_REGISTERED";
+constexpr char const* noChangeToken = "NO_CHANGE";
+
+constexpr unsigned int firstSecurityError = 1001000;
+constexpr unsigned int lastSecurityError = 1001048;
+
+/// Calls use(number) for each registered number of the closed interval, in ascending order. A class whose
+/// bounds are crossed has an empty interval, whatever rows lie between them.
+template <typename Map, typename Use>
+void ForEachRegistered(Map const& map, unsigned int minValue, unsigned int maxValue, Use use)
+{
+    for (auto row = map.lower_bound(minValue); row != map.end() && row->first <= maxValue; ++row)
+        use(static_cast<nxEnumValue>(row->first));
+}
+} // namespace
+
+nxEnum::Descriptions const& nxEnum::_Describe(unsigned int value)
+{
+    auto const& map = _Map();
+    auto row = map.find(value);
+    if (row == map.end())
+        row = map.find(NX_NOT_REGISTERED);
+    return row->second;
+}
+
+std::string const& nxEnum::GetShortDescription() const
+{
+    return _Describe(_value).first;
+}
+
+std::string const& nxEnum::GetLongDescription() const
+{
+    return _Describe(_value).second;
+}
+
+std::string const& nxEnum::GetAsString() const
+{
+    return GetShortDescription();
+}
+
+bool nxEnum::IsTimeout() const
+{
+    return _value == NX_ERR_MSG_RECEIPT_TIMED_OUT || _value == NX_ERR_MSG_RESPONSE_TIMED_OUT;
+}
+
+bool nxEnum::IsSecurityError() const
+{
+    return _value >= firstSecurityError && _value <= lastSecurityError;
+}
+
+bool nxEnum::IsSpecificTypeForInstance()
+{
+    return _value > _MinValue() && _value < _MaxValue();
+}
+
+bool nxEnum::IsRegisteredEnumValue(unsigned int value)
+{
+    return _Map().contains(value);
+}
+
+void nxEnum::GetRegisteredEnumValuesForInstance(std::vector<nxEnumValue>& values) const
+{
+    values.clear();
+    ForEachRegistered(_Map(), _MinValue(), _MaxValue(),
+                      [&values](nxEnumValue value) { values.push_back(value); });
+}
+
+void nxEnum::GetRegisteredEnumValuesForInstance(std::set<nxEnumValue>& values) const
+{
+    values.clear();
+    ForEachRegistered(_Map(), _MinValue(), _MaxValue(),
+                      [&values](nxEnumValue value) { values.insert(values.end(), value); });
+}
+
+bool nxEnum::SetFromShortDescriptionString(std::string const& token)
+{
+    auto const& reverseMap = _ReverseMap();
+    auto const found = reverseMap.find(token);
+    if (found == reverseMap.end())
+        return false;
+    return _Set(found->second);
+}
+
+bool nxEnum::SetFromString(std::string const& token)
+{
+    return SetFromShortDescriptionString(token);
+}
+
+nxEnum const& nxEnum::operator=(unsigned int value)
+{
+    (void)_Set(value);
+    return *this;
+}
+
+nxEnum const& nxEnum::operator=(nxEnumValue value)
+{
+    (void)_Set(value);
+    return *this;
+}
+
+nxEnum const& nxEnum::operator=(nxEnum const& other)
+{
+    (void)_Set(other);
+    return *this;
+}
+
+bool nxEnum::_Set(unsigned int value)
+{
+    _value = _Checked(value, _MinValue(), _MaxValue());
+    return _value == value;
+}
+
+bool nxEnum::_Set(nxEnumValue value)
+{
+    return _Set(static_cast<unsigned int>(value));
+}
+
+bool nxEnum::_Set(nxEnum const& other)
+{
+    return _Set(other._value);
+}
+
+bool nxEnum::_Register(unsigned int value, std::string const& token, std::string const& text)
+{
+    auto& map = _Map();
+    auto& reverseMap = _ReverseMap();
+    if (map.contains(value) || reverseMap.contains(token) || token.size() > maxTokenLength)
+        return false;
+    map.emplace_hint(map.end(), value, Descriptions(token, text));
+    reverseMap.emplace(token, value);
+    return true;
+}
+
+bool nxEnum::_RegisterRows(nxEnumRow const* rows)
+{
+    for (nxEnumRow const* row = rows; row->token != nullptr; ++row)
+        (void)_Register(row->number, row->token, row->text);
+    return true;
+}
+
+bool nxEnum::_RegisterValues()
+{
+    static constexpr nxEnumRow rows[] = {
+        {NX_UNDEFINED, undefinedToken, "undefined"},
+        {NX_NOT_REGISTERED, notRegisteredToken, "not registered"},
+        {NX_NO_CHANGE, noChangeToken, "no change"},
+        {},
+    };
+    return _RegisterRows(rows);
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+/// @file
+/// A row of an enumeration as the tables hold it.
+
+/// One row; the row after the last has no token.
+struct nxEnumRow
+{
+    unsigned int number;
+    char const* token;
+    char const* text;
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// FIX message section.
+class NX_CORE_API nxFIXMessageSectionEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxFIXMessageSectionEnum, 8500, 8504)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Grid brightness type.
+class NX_CORE_API nxGridBrightnessTypeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxGridBrightnessTypeEnum, 14900, 14904)
+    NX_ENUM_LESS(nxGridBrightnessTypeEnum)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Grid event.
+class NX_CORE_API nxGridEventEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxGridEventEnum, 2300, 2314)
+    NX_ENUM_LESS(nxGridEventEnum)
+};

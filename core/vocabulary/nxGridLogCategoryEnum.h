@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Grid log category.
+class NX_CORE_API nxGridLogCategoryEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxGridLogCategoryEnum, 5400, 5417)
+    NX_ENUM_LESS(nxGridLogCategoryEnum)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Grid time precision.
+class NX_CORE_API nxGridTimePrecisionEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxGridTimePrecisionEnum, 14200, 14204)
+    NX_ENUM_LESS(nxGridTimePrecisionEnum)
+};

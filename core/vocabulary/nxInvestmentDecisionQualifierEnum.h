@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Investment decision qualifier.
+class NX_CORE_API nxInvestmentDecisionQualifierEnum : public nxEnum
+{
+    NX_ENUM_CLASS_PLAIN(nxInvestmentDecisionQualifierEnum, 14700, 14703)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Limit category.
+class NX_CORE_API nxLimitCategoryEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxLimitCategoryEnum, 2100, 2106)
+    NX_ENUM_LESS(nxLimitCategoryEnum)
+};

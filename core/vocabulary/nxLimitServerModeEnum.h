@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Limit server mode.
+class NX_CORE_API nxLimitServerModeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxLimitServerModeEnum, 7500, 7505)
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Order flag.
+class NX_CORE_API nxOrderFlagEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxOrderFlagEnum, 8000, 8002)
+};

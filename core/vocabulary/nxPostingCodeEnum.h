@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Posting code.
+class NX_CORE_API nxPostingCodeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxPostingCodeEnum, 2900, 2906)
+    NX_ENUM_LESS(nxPostingCodeEnum)
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Price change direction.
+class NX_CORE_API nxPriceChangeDirectionEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxPriceChangeDirectionEnum, 7300, 7304)
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Price playback job status.
+class NX_CORE_API nxPricePlaybackJobStatusEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxPricePlaybackJobStatusEnum, 10200, 10204)
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxBitMask64.h"
+
+/// Product flag.
+class NX_CORE_API nxProductFlagBitMask : public nxBitMask64
+{
+    NX_MASK64_CLASS(nxProductFlagBitMask)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Product search type.
+class NX_CORE_API nxProductSearchTypeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxProductSearchTypeEnum, 15100, 15105)
+    NX_ENUM_LESS(nxProductSearchTypeEnum)
+};

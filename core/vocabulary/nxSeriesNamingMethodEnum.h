@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Series naming method.
+class NX_CORE_API nxSeriesNamingMethodEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxSeriesNamingMethodEnum, 16000, 16004)
+    NX_ENUM_LESS(nxSeriesNamingMethodEnum)
+};

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Settlement type.
+class NX_CORE_API nxSettlementTypeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxSettlementTypeEnum, 1300, 1303)
+};

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Spread order color index.
+class NX_CORE_API nxSpreadOrderColorIndexEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxSpreadOrderColorIndexEnum, 9200, 9217)
+    NX_ENUM_LESS(nxSpreadOrderColorIndexEnum)
+};

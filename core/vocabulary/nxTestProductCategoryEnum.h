@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Test product category.
+class NX_CORE_API nxTestProductCategoryEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxTestProductCategoryEnum, 15400, 15404)
+};

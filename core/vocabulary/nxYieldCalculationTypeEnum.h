@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/vocabulary/nxEnum.h"
+
+/// Yield calculation type.
+class NX_CORE_API nxYieldCalculationTypeEnum : public nxEnum
+{
+    NX_ENUM_CLASS(nxYieldCalculationTypeEnum, 10000, 10004)
+};
