@@ -5,7 +5,7 @@
 /// @file
 /// The base of the 32-bit masks and the recipe of a concrete class.
 
-class nxBitMask;
+class NX_CORE_API nxBitMask;
 extern template class nxBasicBitMask<nxBitMask, unsigned int, unsigned int>;
 
 /// A set of flags in 32 bits; bit 31 is the state "null", bit 30 "no change".

@@ -5,7 +5,7 @@
 /// @file
 /// The base of the 64-bit masks and the recipe of a concrete class.
 
-class nxBitMask64;
+class NX_CORE_API nxBitMask64;
 extern template class nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>;
 
 /// A set of flags in 64 bits; bit 63 is the state "null", bit 62 "no change".
