@@ -1,0 +1,118 @@
+// How a text falls into fields: plain, quoted, and all at once, with a separator at its end meaning three things.
+#include "core/text/nxStringParser.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using Fields = std::vector<std::string>;
+
+Fields AllPlain(std::string const& text)
+{
+    nxStringParser parser(text);
+    Fields fields;
+    while (!parser.IsFullyParsed())
+    {
+        fields.push_back(parser.GetSubString(','));
+    }
+    EXPECT_EQ(parser.GetSubString(','), "");
+    return fields;
+}
+
+Fields AllQuoted(std::string const& text)
+{
+    nxStringParser parser(text);
+    Fields fields;
+    while (!parser.IsFullyParsed())
+    {
+        fields.push_back(parser.GetSubString(',', '"'));
+    }
+    EXPECT_EQ(parser.GetSubString(',', '"'), "");
+    return fields;
+}
+
+Fields Extract(std::string const& text, bool reverse)
+{
+    std::deque<std::string> parts{"kept"};
+    nxStringParser::ExtractAllSubstrings(text, parts, reverse, '.');
+    return Fields(parts.begin(), parts.end());
+}
+
+} // namespace
+
+TEST(nxStringParser, PlainFields)
+{
+    struct Row
+    {
+        std::string text;
+        Fields fields;
+    };
+    Row const rows[] = {
+        {"", {""}},
+        {"x", {"x"}},
+        {"a,", {"a", ""}},
+        {",", {"", ""}},
+        {"a,,b", {"a", "", "b"}},
+        {"\"a,b\"", {"\"a", "b\""}},
+        {std::string("a\0b,c", 5), {std::string("a\0b", 3), "c"}},
+    };
+    for (Row const& row : rows)
+    {
+        EXPECT_EQ(AllPlain(row.text), row.fields) << row.text;
+    }
+}
+
+TEST(nxStringParser, QuotedFields)
+{
+    struct Row
+    {
+        std::string text;
+        Fields fields;
+    };
+    Row const rows[] = {
+        {"", {""}},
+        {"a,", {"a", ""}},
+        {"1,\"two, three\",4", {"1", "two, three", "4"}},
+        {"\"a\",", {"a"}},          // ends at once, where the unquoted form has one more field
+        {"\"a\" x,", {"a"}},        // the same with something dropped in between
+        {"\"a\",,", {"a", "", ""}}, // the second separator stands behind a plain field
+        {"\"say \"\"hi\"\"\",b", {"say \"hi\"", "b"}},
+        {"\"\"", {""}},
+        {"\"\"\"\"", {"\""}},
+        {"ab\"cd\"ef,g", {"cd", "g"}}, // what surrounds the quotes is dropped
+        {"\"open, end", {"open, end"}},
+        {"\"", {""}},
+        {"a,\"", {"a", ""}},
+        {"\"a\"\"", {"a\""}}, // a doubled quote, then no closing one
+        {"\"a\"\"b\"c", {"a\"b"}},
+    };
+    for (Row const& row : rows)
+    {
+        EXPECT_EQ(AllQuoted(row.text), row.fields) << row.text;
+    }
+}
+
+TEST(nxStringParser, BothFormsShareOneCursor)
+{
+    std::string const text("1;\"2;3\";4");
+    nxStringParser parser(text);
+    EXPECT_EQ(parser.GetSubString(';'), "1");
+    EXPECT_FALSE(parser.IsFullyParsed());
+    EXPECT_EQ(parser.GetSubString(';', '"'), "2;3");
+    EXPECT_EQ(parser.GetSubString(';'), "4");
+    EXPECT_TRUE(parser.IsFullyParsed());
+}
+
+TEST(nxStringParser, ExtractAddsToWhatIsThere)
+{
+    EXPECT_EQ(Extract("", false), (Fields{"kept"}));
+    EXPECT_EQ(Extract("1.2.3", false), (Fields{"kept", "1", "2", "3"}));
+    EXPECT_EQ(Extract("1.2.3", true), (Fields{"3", "2", "1", "kept"}));
+    EXPECT_EQ(Extract("a.b.", false), (Fields{"kept", "a", "b"})); // no empty field at the end
+    EXPECT_EQ(Extract(".a..b", false), (Fields{"kept", "", "a", "", "b"}));
+    EXPECT_EQ(Extract(".", false), (Fields{"kept", ""}));
+}
