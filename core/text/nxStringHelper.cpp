@@ -1,0 +1,616 @@
+#include "core/text/nxStringHelper.h"
+
+#include "core/text/nxDigits.h"
+#include "core/vocabulary/nxEnum.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <type_traits>
+
+namespace
+{
+
+constexpr unsigned int maximumPrecision = 9; // the default too
+constexpr double largestFixed = 2147483647.0;
+constexpr char const blanks[] = " \t\n\r";
+
+nxErrorEnum Refused()
+{
+    return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+}
+
+/// The text of a number, in a buffer of its own: sign and 20 digits, or what the double form needs.
+class NumberText
+{
+public:
+    template <class IntegerT>
+    explicit NumberText(IntegerT value)
+    {
+        char* const end = _buffer + sizeof(_buffer);
+        auto const wide = static_cast<unsigned long long>(value);
+        bool const negative = std::is_signed_v<IntegerT> && value < 0;
+        // The magnitude is taken as unsigned, so that the smallest value has one too.
+        _begin = nxDigits::WriteBackward(end, negative ? 0 - wide : wide);
+        if (negative)
+        {
+            *--_begin = '-';
+        }
+        _length = static_cast<std::size_t>(end - _begin);
+    }
+
+    NumberText(double value, unsigned int precision)
+    {
+        bool const negative = value < 0.0; // not so for a negative zero
+        double const magnitude = negative ? -value : value;
+        if (magnitude <= largestFixed)
+        {
+            _WriteFixed(magnitude, negative, precision);
+        }
+        else
+        {
+            _WriteScientific(value);
+        }
+    }
+
+    operator std::string_view() const
+    {
+        return std::string_view(_begin, _length);
+    }
+
+    std::string AsString() const
+    {
+        return std::string(_begin, _length);
+    }
+
+private:
+    void _WriteFixed(double magnitude, bool negative, unsigned int precision)
+    {
+        // A negative int arrives as a large unsigned number.
+        unsigned int const places = precision > 0x7FFFFFFFu ? 0 : std::min(precision, maximumPrecision);
+        auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[places]);
+
+        auto whole = static_cast<unsigned int>(magnitude);
+        double const remainder = magnitude - whole;
+        double const scaled = remainder * power;
+        auto fraction = static_cast<unsigned int>(scaled);
+        double const half = scaled - fraction;
+        if (half > 0.5)
+        {
+            ++fraction;
+            if (fraction >= power)
+            {
+                fraction = 0;
+                ++whole;
+            }
+        }
+        else if (half == 0.5 && (fraction == 0 || fraction % 2 != 0))
+        {
+            ++fraction; // not carried into the whole part, even if all places were nines
+        }
+
+        if (places == 0)
+        {
+            fraction = 0;
+            if (half == 0.5 && whole % 2 != 0)
+            {
+                ++whole;
+            }
+        }
+
+        char* const point = _buffer + pointPosition;
+        _begin = nxDigits::WriteBackward(point, whole);
+        if (negative)
+        {
+            *--_begin = '-';
+        }
+        _length = static_cast<std::size_t>(_WriteFraction(point, fraction, power, places) - _begin);
+    }
+
+    /// Behind the whole part, without its trailing zeros.
+    /// @return the end of the text.
+    static char* _WriteFraction(char* point, unsigned int fraction, unsigned int power, unsigned int places)
+    {
+        if (fraction == 0)
+        {
+            return point;
+        }
+        *point = '.';
+        char* end = point + 1 + places;
+        if (fraction == power)
+        {
+            // The half behind nines: all of its zeros are dropped, so that 0.95 at one place reads 0.1.
+            point[1] = '1';
+            return point + 2;
+        }
+        nxDigits::WriteLowestBackward(end, fraction, places);
+        while (end[-1] == '0')
+        {
+            --end;
+        }
+        return end;
+    }
+
+    /// "%e" in the classic locale, whatever the host's.
+    void _WriteScientific(double value)
+    {
+        constexpr int precision = 6;
+        _begin = _buffer;
+        auto const result = std::to_chars(_buffer, _buffer + sizeof(_buffer), value,
+                                          std::chars_format::scientific, precision);
+        _length = static_cast<std::size_t>(result.ptr - _buffer);
+    }
+
+    static constexpr unsigned int pointPosition = 12; // behind a sign and the ten digits of 2147483647
+
+    char _buffer[24]; // left unset: only the text's own bytes are ever read
+    char* _begin;
+    std::size_t _length;
+};
+
+void Append(std::string& out, std::string_view text)
+{
+    out.append(text.data(), text.size());
+}
+
+/// Digits up to a zero byte, wrapping in the width of the number.
+/// @return whether there was nothing else.
+template <class UnsignedT>
+bool ReadDigits(char const* text, UnsignedT& value)
+{
+    UnsignedT read = 0;
+    for (; *text != '\0'; ++text)
+    {
+        unsigned int const digit = nxDigits::ValueOf(*text);
+        if (digit > 9)
+        {
+            return false;
+        }
+        read = static_cast<UnsignedT>(read * 10u + digit);
+    }
+    value = read;
+    return true;
+}
+
+template <class UnsignedT>
+nxErrorEnum SetUnsigned(std::string const& text, UnsignedT& value)
+{
+    // A minus sign is no digit, so that it is refused with all else.
+    return !text.empty() && ReadDigits(text.c_str(), value) ? nxErrorEnum() : Refused();
+}
+
+template <class SignedT>
+nxErrorEnum SetSigned(std::string const& text, SignedT& value)
+{
+    using UnsignedT = std::make_unsigned_t<SignedT>;
+    char const* digits = text.c_str();
+    bool const negative = *digits == '-';
+    if (negative)
+    {
+        ++digits;
+    }
+    UnsignedT magnitude = 0;
+    if (text.empty() || (negative && *digits == '\0') || !ReadDigits(digits, magnitude))
+    {
+        return Refused();
+    }
+    value = static_cast<SignedT>(negative ? static_cast<UnsignedT>(UnsignedT(0) - magnitude) : magnitude);
+    return nxErrorEnum();
+}
+
+/// The value of checked digits with at most one separator, gathered in doubles digit by digit.
+double GatherInDoubles(char const* text, char separator)
+{
+    double value = 0.0;
+    double divisor = 1.0;
+    bool behindSeparator = false;
+    for (; *text != '\0'; ++text)
+    {
+        if (*text == separator)
+        {
+            behindSeparator = true;
+            continue;
+        }
+        value = value * 10.0 + nxDigits::ValueOf(*text);
+        if (behindSeparator)
+        {
+            divisor *= 10.0;
+        }
+    }
+    return value / divisor;
+}
+
+int ToUpperByte(char c)
+{
+    return std::toupper(static_cast<unsigned char>(c));
+}
+
+int ToLowerByte(char c)
+{
+    return std::tolower(static_cast<unsigned char>(c));
+}
+
+} // namespace
+
+std::string nxStringHelper::GetAsString(bool value)
+{
+    return value ? "TRUE" : "FALSE";
+}
+
+std::string nxStringHelper::GetAsString(char value)
+{
+    return NumberText(static_cast<signed char>(value)).AsString();
+}
+
+std::string nxStringHelper::GetAsString(short value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(int value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(long value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(long long value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(unsigned char value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(unsigned short value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(unsigned int value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(unsigned long long value)
+{
+    return NumberText(value).AsString();
+}
+
+std::string nxStringHelper::GetAsString(double value)
+{
+    return NumberText(value, maximumPrecision).AsString();
+}
+
+std::string nxStringHelper::GetAsString(double value, unsigned int precision)
+{
+    return NumberText(value, precision).AsString();
+}
+
+std::string nxStringHelper::GetAsString(float value)
+{
+    return GetAsString(static_cast<double>(value));
+}
+
+std::string nxStringHelper::GetAsString(std::string const& value)
+{
+    return value;
+}
+
+std::string nxStringHelper::GetAsString(nxEnum const& value)
+{
+    return value.GetShortDescription();
+}
+
+void nxStringHelper::AppendAsString(std::string& out, bool value)
+{
+    Append(out, value ? "TRUE" : "FALSE");
+}
+
+void nxStringHelper::AppendAsString(std::string& out, char value)
+{
+    Append(out, NumberText(static_cast<signed char>(value)));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, short value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, int value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, long long value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, unsigned char value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, unsigned short value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, unsigned int value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, unsigned long long value)
+{
+    Append(out, NumberText(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, double value)
+{
+    Append(out, NumberText(value, maximumPrecision));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, double value, unsigned int precision)
+{
+    Append(out, NumberText(value, precision));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, float value)
+{
+    AppendAsString(out, static_cast<double>(value));
+}
+
+void nxStringHelper::AppendAsString(std::string& out, std::string const& value)
+{
+    out.append(value);
+}
+
+void nxStringHelper::AppendAsString(std::string& out, char const* value)
+{
+    if (value != nullptr)
+    {
+        out.append(value);
+    }
+}
+
+void nxStringHelper::AppendAsString(std::string& out, nxEnum const& value)
+{
+    out.append(value.GetShortDescription());
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned int& value)
+{
+    return SetUnsigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned short& value)
+{
+    return SetUnsigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned long long& value)
+{
+    return SetUnsigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, int& value)
+{
+    return SetSigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, short& value)
+{
+    return SetSigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, long long& value)
+{
+    return SetSigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, bool& value)
+{
+    value = text == "TRUE";
+    return value || text == "FALSE" ? nxErrorEnum() : Refused();
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, double& value, char separator)
+{
+    bool const negative = text.starts_with('-');
+    char const* const digits = text.c_str() + (negative ? 1 : 0);
+    nxDigits::Number number;
+    if (!nxDigits::Read(digits, separator, number))
+    {
+        return Refused();
+    }
+    // Up to here every step of gathering in doubles is exact, so that one division gives the same double.
+    constexpr unsigned long long largestExact = 1ull << 53;
+    bool const exact = number.count < nxDigits::maximum && number.gathered <= largestExact;
+    double const magnitude = exact ? static_cast<double>(static_cast<long long>(number.gathered)) /
+                                         nxDigits::powersOfTenAsDouble[number.decimals]
+                                   : GatherInDoubles(digits, separator);
+    value = negative ? -magnitude : magnitude;
+    return nxErrorEnum();
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, std::string& value)
+{
+    value = text;
+    return nxErrorEnum();
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, nxEnum& value)
+{
+    return value.SetFromShortDescriptionString(text) ? nxErrorEnum() : Refused();
+}
+
+nxErrorEnum nxStringHelper::SetFromStringView(std::string_view const& text, unsigned int& value)
+{
+    if (text.empty())
+    {
+        return Refused();
+    }
+    unsigned int read = 0;
+    for (char const c : text)
+    {
+        unsigned int const digit = nxDigits::ValueOf(c);
+        if (digit > 9)
+        {
+            return Refused();
+        }
+        read = read * 10 + digit;
+    }
+    value = read;
+    return nxErrorEnum();
+}
+
+void nxStringHelper::LeftTrim(std::string& text)
+{
+    text.erase(0, text.find_first_not_of(blanks));
+}
+
+void nxStringHelper::RightTrim(std::string& text)
+{
+    RightTrim(text, blanks);
+}
+
+void nxStringHelper::RightTrim(std::string& text, std::string const& set)
+{
+    text.erase(text.find_last_not_of(set) + 1); // npos + 1 is 0: nothing but the set
+}
+
+std::string nxStringHelper::GetLeftTrimmed(std::string const& text)
+{
+    std::string trimmed(text);
+    LeftTrim(trimmed);
+    return trimmed;
+}
+
+std::string nxStringHelper::GetRightTrimmed(std::string const& text)
+{
+    std::string trimmed(text);
+    RightTrim(trimmed);
+    return trimmed;
+}
+
+void nxStringHelper::Strip(std::string& text, char c)
+{
+    std::erase(text, c);
+}
+
+void nxStringHelper::Replace(std::string& text, std::string const& from, std::string const& to)
+{
+    if (from.empty())
+    {
+        return;
+    }
+    std::size_t at = text.find(from);
+    while (at != std::string::npos)
+    {
+        text.replace(at, from.size(), to);
+        at = text.find(from, at + to.size());
+    }
+}
+
+void nxStringHelper::PadLeft(std::string& text, unsigned int const& width, char const& fill)
+{
+    if (text.size() < width)
+    {
+        text.insert(0, width - text.size(), fill);
+    }
+}
+
+void nxStringHelper::PadRight(std::string& text, unsigned int const& width, char const& fill)
+{
+    if (text.size() < width)
+    {
+        text.append(width - text.size(), fill);
+    }
+}
+
+void nxStringHelper::ToUpper(std::string& text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return static_cast<char>(ToUpperByte(c)); });
+}
+
+void nxStringHelper::ToLower(std::string& text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return static_cast<char>(ToLowerByte(c)); });
+}
+
+bool nxStringHelper::IsUppercase(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
+bool nxStringHelper::IsLowercase(char c)
+{
+    return c >= 'a' && c <= 'z';
+}
+
+std::string nxStringHelper::GetUppercaseAndUnderscoreFormatted(std::string const& text)
+{
+    std::string formatted;
+    formatted.reserve(text.size() + text.size() / 4);
+    char before = '\0';
+    for (char const c : text)
+    {
+        if (IsUppercase(c) && IsLowercase(before))
+        {
+            formatted.push_back('_');
+        }
+        formatted.push_back(c);
+        before = c;
+    }
+    ToUpper(formatted);
+    return formatted;
+}
+
+bool nxStringHelper::Compare(std::string const& left, std::string const& right,
+                             nxCaseSensitivityEnum const& sensitivity)
+{
+    if (sensitivity == NX_CASE_SENSITIVE)
+    {
+        return left == right;
+    }
+    if (sensitivity == NX_CASE_INSENSITIVE)
+    {
+        return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                          [](char a, char b) { return ToUpperByte(a) == ToUpperByte(b); });
+    }
+    return false;
+}
+
+int nxStringHelper::CompareAlphabetically(std::string const& left, std::string const& right,
+                                          nxCaseSensitivityEnum const& sensitivity)
+{
+    bool const sensitive = sensitivity == NX_CASE_SENSITIVE;
+    if (!sensitive && sensitivity != NX_CASE_INSENSITIVE)
+    {
+        return 0;
+    }
+    char const* a = left.c_str();
+    char const* b = right.c_str();
+    for (;; ++a, ++b)
+    {
+        int const one = sensitive ? static_cast<unsigned char>(*a) : ToLowerByte(*a);
+        int const other = sensitive ? static_cast<unsigned char>(*b) : ToLowerByte(*b);
+        if (one != other)
+        {
+            return one < other ? -1 : 1;
+        }
+        if (*a == '\0' || *b == '\0')
+        {
+            return 0;
+        }
+    }
+}
