@@ -1,0 +1,109 @@
+#pragma once
+
+#include <array>
+#include <limits>
+
+/// @file
+/// The arithmetic under nxDecimal and the price code: sums that wrap, powers of ten, and doubles made integers.
+/// For the library's own sources and for the inline part of its headers.
+
+namespace nxArithmetic
+{
+
+/// @name Signed 64-bit arithmetic that wraps
+/// @{
+constexpr long long Add(long long left, long long right)
+{
+    return static_cast<long long>(static_cast<unsigned long long>(left) +
+                                  static_cast<unsigned long long>(right));
+}
+
+constexpr long long Subtract(long long left, long long right)
+{
+    return static_cast<long long>(static_cast<unsigned long long>(left) -
+                                  static_cast<unsigned long long>(right));
+}
+
+constexpr long long Multiply(long long left, long long right)
+{
+    return static_cast<long long>(static_cast<unsigned long long>(left) *
+                                  static_cast<unsigned long long>(right));
+}
+
+constexpr long long Negate(long long value)
+{
+    return Subtract(0, value);
+}
+
+/// Truncates; the smallest number by -1 is itself. A zero divisor is the caller's to avoid.
+constexpr long long Divide(long long dividend, long long divisor)
+{
+    return divisor == -1 ? Negate(dividend) : dividend / divisor;
+}
+
+/// |value|; the smallest number has one too.
+constexpr unsigned long long Magnitude(long long value)
+{
+    auto const bits = static_cast<unsigned long long>(value);
+    return value < 0 ? 0 - bits : bits;
+}
+/// @}
+
+namespace Detail
+{
+
+template <class NumberT>
+constexpr std::array<NumberT, 256> MakePowersOfTen()
+{
+    std::array<NumberT, 256> powers{};
+    unsigned long long power = 1;
+    for (NumberT& entry : powers)
+    {
+        entry = static_cast<NumberT>(power);
+        power *= 10; // wraps from 10^20 on, and is 0 from 10^64 on
+    }
+    return powers;
+}
+
+inline constexpr std::array<unsigned long long, 256> powersOfTen = MakePowersOfTen<unsigned long long>();
+inline constexpr std::array<double, 256> powersOfTenAsDouble = MakePowersOfTen<double>();
+
+} // namespace Detail
+
+/// 10^places in 64 bits, unsigned and wrapping: 0 from 64 places on.
+constexpr unsigned long long PowerOfTen(unsigned char places)
+{
+    return Detail::powersOfTen[places];
+}
+
+/// That same wrapped power as a double.
+constexpr double PowerOfTenAsDouble(unsigned char places)
+{
+    return Detail::powersOfTenAsDouble[places];
+}
+
+/// A double cut toward zero; what is no number and what does not fit gives -2^63.
+constexpr long long ToInt64(double value)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    return value >= -limit && value < limit ? static_cast<long long>(value)
+                                            : std::numeric_limits<long long>::min();
+}
+
+/// A double rounded to the nearest whole number, a half toward plus infinity; else as ToInt64().
+///
+/// The same as floor(), and ceil() where the value lies half a unit or more above it, without a call: where a double
+/// has a fraction at all, its neighbours are exact.
+constexpr long long RoundHalfUp(double value)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (!(value >= -limit && value < limit))
+    {
+        return std::numeric_limits<long long>::min();
+    }
+    auto floor = static_cast<long long>(value);
+    floor -= static_cast<double>(floor) > value ? 1 : 0;
+    return floor + (value - static_cast<double>(floor) >= 0.5 ? 1 : 0);
+}
+
+} // namespace nxArithmetic

@@ -1,0 +1,535 @@
+#include "core/numbers/nxDecimal.h"
+
+#include "core/text/nxDigits.h"
+#include "core/text/nxOStream.h"
+#include "core/text/nxSimpleAsciiStringWriter.h"
+#include "core/text/nxStringHelper.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+constexpr long long encodedNull = 0x7FFFFFFFFFFFFFFF;
+constexpr long long encodedNoChange = 0x7FFFFFFFFFFFFFFE;
+constexpr unsigned int mostPlacesShown = 12;
+constexpr unsigned int mostPlacesOfPower = 19; // from 20 on, 10^places wraps in 64 bits
+
+/// Copies a word and its zero byte.
+/// @return its length.
+template <std::size_t Size>
+std::size_t Copy(char* buffer, char const (&word)[Size])
+{
+    std::memcpy(buffer, word, Size);
+    return Size - 1;
+}
+
+/// Magnitude split at the separator.
+struct Parts
+{
+    unsigned long long whole;
+    unsigned long long fraction;
+};
+
+Parts Split(unsigned long long magnitude, unsigned char places)
+{
+    unsigned long long const power = nxArithmetic::PowerOfTen(places);
+    if (power == 0)
+    {
+        return {0, magnitude}; // 64 places and more
+    }
+    return {magnitude / power, magnitude % power};
+}
+
+} // namespace
+
+nxDecimal::nxDecimal(nxNullInitalizer) : _value(0), _decimalPlaces(0), _status(NX_NULL)
+{
+}
+
+nxDecimal::nxDecimal(nxNoChangeInitalizer) : _value(0), _decimalPlaces(0), _status(NX_NOCHANGE)
+{
+}
+
+nxDecimal::nxDecimal(long long wholeUnits, unsigned char places)
+    : _value(nxArithmetic::Multiply(wholeUnits, static_cast<long long>(nxArithmetic::PowerOfTen(places)))),
+      _decimalPlaces(places), _status(NX_VALID)
+{
+}
+
+nxDecimal::nxDecimal(double value, unsigned char places) : nxDecimal()
+{
+    _SetFromDouble(value, places);
+}
+
+nxDecimal::nxDecimal(long long numerator, long long denominator, unsigned char places)
+    : nxDecimal(static_cast<double>(numerator) / static_cast<double>(denominator), places)
+{
+}
+
+nxDecimal::nxDecimal(std::string const& text, char separator) : nxDecimal()
+{
+    if (!SetFromString(text, separator).IsOK())
+    {
+        SetNull();
+    }
+}
+
+nxDecimal nxDecimal::GetNullDecimal()
+{
+    return nxDecimal(nxNullInitalizer{});
+}
+
+nxDecimal nxDecimal::GetNoChangeDecimal()
+{
+    return nxDecimal(nxNoChangeInitalizer{});
+}
+
+void nxDecimal::SetNull()
+{
+    _Clear(NX_NULL);
+}
+
+void nxDecimal::SetNoChange()
+{
+    _Clear(NX_NOCHANGE);
+}
+
+void nxDecimal::_Clear(nxEnumValue status)
+{
+    _value = 0;
+    _decimalPlaces = 0;
+    _status = nxValueStatusEnum(status);
+}
+
+long long nxDecimal::GetIntegerPart() const
+{
+    auto const whole = static_cast<long long>(Split(nxArithmetic::Magnitude(_value), _decimalPlaces).whole);
+    return _value < 0 ? nxArithmetic::Negate(whole) : whole;
+}
+
+unsigned long long nxDecimal::GetFractionalPart() const
+{
+    return Split(nxArithmetic::Magnitude(_value), _decimalPlaces).fraction;
+}
+
+void nxDecimal::GetAsEncodedValues(long long& value, unsigned char& places) const
+{
+    value = IsNull() ? encodedNull : IsNoChange() ? encodedNoChange : _value;
+    places = _decimalPlaces;
+}
+
+void nxDecimal::SetFromEncodedValues(long long const& value, unsigned char const& places)
+{
+    if (value == encodedNull)
+    {
+        SetNull();
+    }
+    else if (value == encodedNoChange)
+    {
+        SetNoChange();
+    }
+    else
+    {
+        *this = ConstructFromValueAndDecimalPlaces(value, places);
+    }
+}
+
+void nxDecimal::InvertSign()
+{
+    _value = nxArithmetic::Negate(_value); // 0 unless valid
+}
+
+nxDecimal& nxDecimal::operator-()
+{
+    InvertSign();
+    return *this;
+}
+
+void nxDecimal::Abs()
+{
+    if (_value < 0)
+    {
+        InvertSign();
+    }
+}
+
+nxDecimal nxDecimal::Abs(nxDecimal const& value)
+{
+    nxDecimal result(value);
+    result.Abs();
+    return result;
+}
+
+void nxDecimal::Normalise(unsigned char const& minimumPlaces)
+{
+    while (_decimalPlaces > minimumPlaces && _value % 10 == 0)
+    {
+        _value /= 10;
+        --_decimalPlaces;
+    }
+}
+
+void nxDecimal::SetDecimalPlaces(unsigned char const& places, bool onlyDropZeros)
+{
+    if (!IsValid())
+    {
+        return;
+    }
+    if (places < _decimalPlaces && onlyDropZeros)
+    {
+        Normalise(places);
+        return;
+    }
+    if (places < _decimalPlaces)
+    {
+        unsigned int const dropped = _decimalPlaces - places;
+        auto const power =
+            static_cast<long long>(nxArithmetic::PowerOfTen(static_cast<unsigned char>(dropped)));
+        _value = dropped < mostPlacesOfPower ? _value / power : 0; // there are at most 19 digits
+    }
+    else
+    {
+        auto const added = static_cast<unsigned char>(places - _decimalPlaces);
+        _value = nxArithmetic::Multiply(_value, static_cast<long long>(nxArithmetic::PowerOfTen(added)));
+    }
+    _decimalPlaces = places;
+}
+
+nxDecimal& nxDecimal::operator*=(nxDecimal const& right)
+{
+    if (!IsValid() || !right.IsValid())
+    {
+        return *this;
+    }
+    if (_decimalPlaces == 0 && right._decimalPlaces == 0)
+    {
+        _value = nxArithmetic::Multiply(_value, right._value);
+    }
+    else
+    {
+        _SetFromDouble(GetAsDouble() * right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
+    }
+    return *this;
+}
+
+nxDecimal& nxDecimal::operator/=(nxDecimal const& right)
+{
+    if (IsValid() && right.IsValid())
+    {
+        _SetFromDouble(GetAsDouble() / right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
+    }
+    return *this;
+}
+
+bool nxDecimal::operator==(nxDecimal const& right) const
+{
+    if (!IsValid() || !right.IsValid())
+    {
+        return _status == right._status;
+    }
+    return _decimalPlaces == right._decimalPlaces ? _value == right._value : !_DiffersInDoubles(right);
+}
+
+bool nxDecimal::operator!=(nxDecimal const& right) const
+{
+    return !(*this == right);
+}
+
+bool nxDecimal::operator<(nxDecimal const& right) const
+{
+    if (!IsValid())
+    {
+        return right.IsValid() || _status.GetValue() < right._status.GetValue();
+    }
+    if (!right.IsValid())
+    {
+        return false;
+    }
+    if (_decimalPlaces == right._decimalPlaces)
+    {
+        return _value < right._value;
+    }
+    return _DiffersInDoubles(right) && GetAsDouble() < right.GetAsDouble();
+}
+
+bool nxDecimal::operator<=(nxDecimal const& right) const
+{
+    return *this == right || *this < right;
+}
+
+bool nxDecimal::operator>(nxDecimal const& right) const
+{
+    return !(*this == right) && !(*this < right);
+}
+
+bool nxDecimal::operator>=(nxDecimal const& right) const
+{
+    return !(*this < right);
+}
+
+bool nxDecimal::_DiffersInDoubles(nxDecimal const& right) const
+{
+    return !(std::fabs(GetAsDouble() - right.GetAsDouble()) <= std::numeric_limits<double>::epsilon());
+}
+
+nxDecimal nxDecimal::GetMin(nxDecimal const& a, nxDecimal const& b)
+{
+    if (a.IsValid() && b.IsValid())
+    {
+        return b < a ? b : a;
+    }
+    return a.IsValid() ? a : b;
+}
+
+nxDecimal nxDecimal::GetMax(nxDecimal const& a, nxDecimal const& b)
+{
+    if (a.IsValid() && b.IsValid())
+    {
+        return a < b ? b : a;
+    }
+    return a.IsValid() ? a : b;
+}
+
+void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
+{
+    if (!IsValid() || !step.IsValid() || step._value == 0)
+    {
+        return;
+    }
+    bool const negative = _value < 0;
+    bool down = method == NX_ROUNDING_METHOD_DOWN;
+    bool up = method == NX_ROUNDING_METHOD_UP;
+    nxDecimal magnitude(*this);
+    if (negative)
+    {
+        magnitude.InvertSign();
+        std::swap(down, up);
+    }
+
+    long long quotient;
+    if (_decimalPlaces == 0 && step._decimalPlaces == 0)
+    {
+        quotient = nxArithmetic::Divide(magnitude._value, step._value);
+    }
+    else
+    {
+        quotient = (magnitude / step).GetIntegerPart();
+    }
+    nxDecimal rounded = nxDecimal(quotient, 0) * step;
+    if (!down)
+    {
+        nxDecimal const remainder = magnitude - rounded;
+        bool stay;
+        if (up)
+        {
+            stay = remainder == nxDecimal();
+        }
+        else
+        {
+            auto const finer = static_cast<unsigned char>(step._decimalPlaces + 1);
+            nxDecimal const half = step / nxDecimal(2, finer);
+            stay = remainder < half || (method == NX_ROUNDING_METHOD_MODIFIED_NEAREST && remainder == half);
+        }
+        if (!stay)
+        {
+            rounded += step;
+        }
+    }
+    if (negative)
+    {
+        rounded.InvertSign(); // of a zero it is a zero
+    }
+    *this = rounded;
+}
+
+void nxDecimal::SetFromDouble(double const& value, unsigned char places)
+{
+    _SetFromDouble(value, places);
+}
+
+void nxDecimal::_SetFromDouble(double value, unsigned char places)
+{
+    long long const whole = nxArithmetic::ToInt64(value);
+    double const fraction = (value - static_cast<double>(whole)) * nxArithmetic::PowerOfTenAsDouble(places);
+    auto const power = static_cast<long long>(nxArithmetic::PowerOfTen(places));
+    _value = nxArithmetic::Add(nxArithmetic::RoundHalfUp(fraction), nxArithmetic::Multiply(whole, power));
+    _decimalPlaces = places;
+    _status = nxValueStatusEnum(NX_VALID);
+}
+
+nxErrorEnum nxDecimal::SetFromString(std::string const& text, char separator)
+{
+    char const* digits = text.c_str();
+    bool const negative = *digits == '-';
+    if (negative || *digits == '+')
+    {
+        ++digits;
+    }
+    nxDigits::Number number;
+    if (!nxDigits::Read(digits, separator, number))
+    {
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+    }
+    _value = static_cast<long long>(negative ? 0 - number.gathered : number.gathered);
+    _decimalPlaces = static_cast<unsigned char>(number.decimals);
+    _status = nxValueStatusEnum(NX_VALID);
+    return nxErrorEnum();
+}
+
+void nxDecimal::GetAsString(char* buffer, char separator) const
+{
+    _WriteText(buffer, _decimalPlaces, separator);
+}
+
+void nxDecimal::GetAsString(std::string& text, char separator) const
+{
+    text.clear();
+    AppendAsString(text, separator);
+}
+
+std::string nxDecimal::GetAsString(char separator) const
+{
+    return GetAsTrimmedString(_decimalPlaces, separator);
+}
+
+void nxDecimal::AppendAsString(std::string& text, char separator) const
+{
+    char buffer[maximumTextSize];
+    text.append(buffer, _WriteText(buffer, _decimalPlaces, separator));
+}
+
+std::string nxDecimal::GetAsTrimmedString(unsigned char const& maximumPlaces, char separator) const
+{
+    char buffer[maximumTextSize];
+    return std::string(buffer, _WriteText(buffer, maximumPlaces, separator));
+}
+
+void nxDecimal::GetAsLogString(char* buffer, char separator) const
+{
+    _WriteLogText(buffer, _decimalPlaces, separator);
+}
+
+void nxDecimal::GetAsLogString(std::string& text, char separator) const
+{
+    text.clear();
+    AppendAsLogString(text, separator);
+}
+
+std::string nxDecimal::GetAsLogString(char separator) const
+{
+    return GetAsTrimmedLogString(_decimalPlaces, separator);
+}
+
+void nxDecimal::AppendAsLogString(std::string& text, char separator) const
+{
+    char buffer[maximumTextSize];
+    text.append(buffer, _WriteLogText(buffer, _decimalPlaces, separator));
+}
+
+std::string nxDecimal::GetAsTrimmedLogString(unsigned char const& maximumPlaces, char separator) const
+{
+    char buffer[maximumTextSize];
+    return std::string(buffer, _WriteLogText(buffer, maximumPlaces, separator));
+}
+
+/// Writes the text and a zero byte.
+/// @return the length of the text.
+std::size_t nxDecimal::_WriteText(char* buffer, unsigned int maximumPlaces, char separator) const
+{
+    if (!IsValid())
+    {
+        *buffer = '\0';
+        return 0;
+    }
+    // The digits stand as one number, with the separator before the last `shown` of them.
+    unsigned int const shown = std::min({maximumPlaces, unsigned{_decimalPlaces}, mostPlacesShown});
+    unsigned int const cut = _decimalPlaces - shown;
+    unsigned long long digits = nxArithmetic::Magnitude(_value);
+    unsigned long long whole = 0;
+    unsigned int length;
+    if (_decimalPlaces <= mostPlacesOfPower)
+    {
+        digits /= nxDigits::powersOfTen[cut];
+        length = std::max(nxDigits::Count(digits), shown + 1);
+    }
+    else
+    {
+        Parts const parts = Split(digits, _decimalPlaces);
+        digits = cut <= mostPlacesOfPower ? parts.fraction / nxDigits::powersOfTen[cut] : 0;
+        whole = parts.whole;
+        length = nxDigits::Count(whole) + shown;
+    }
+    if (_value < 0)
+    {
+        *buffer++ = '-';
+    }
+    char* end = buffer + length + (shown != 0 ? 1 : 0);
+    *end = '\0';
+    if (shown != 0)
+    {
+        digits = nxDigits::WriteLowestBackward(end, digits, shown);
+        buffer[length - shown] = separator;
+    }
+    nxDigits::WriteBackward(buffer + length - shown, _decimalPlaces <= mostPlacesOfPower ? digits : whole);
+    return static_cast<std::size_t>(end - buffer) + (_value < 0 ? 1 : 0);
+}
+
+std::size_t nxDecimal::_WriteLogText(char* buffer, unsigned int maximumPlaces, char separator) const
+{
+    if (IsNull())
+    {
+        return Copy(buffer, "NULL");
+    }
+    if (IsNoChange())
+    {
+        return Copy(buffer, "NO_CHANGE");
+    }
+    return _WriteText(buffer, maximumPlaces, separator);
+}
+
+void nxDecimal::Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separator) const
+{
+    if (!IsValid())
+    {
+        return;
+    }
+    char scratch[64];
+    auto const write = [&](int length)
+    {
+        // A length of 64 and more did not fit.
+        if (length >= 0 && static_cast<std::size_t>(length) < sizeof(scratch))
+        {
+            stream.Write(scratch, static_cast<std::size_t>(length));
+        }
+    };
+    long long const whole = GetIntegerPart();
+    auto const fraction = static_cast<long long>(GetFractionalPart());
+    if (whole == 0 && fraction != 0 && _value < 0)
+    {
+        stream.Write("-", 1);
+    }
+    write(std::snprintf(scratch, sizeof(scratch), "%lli", whole));
+    if (_decimalPlaces != 0)
+    {
+        write(std::snprintf(scratch, sizeof(scratch), "%c%0*lld", separator, int{_decimalPlaces}, fraction));
+    }
+}
+
+std::string nxStringHelper::GetAsString(nxDecimal const& value)
+{
+    return value.GetAsString('.');
+}
+
+void nxStringHelper::AppendAsString(std::string& out, nxDecimal const& value)
+{
+    value.AppendAsString(out, '.');
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, nxDecimal& value, char separator)
+{
+    return value.SetFromString(text, separator);
+}
