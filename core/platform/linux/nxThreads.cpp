@@ -1,0 +1,34 @@
+#include "core/platform/nxThreads.h"
+
+#include <initializer_list>
+
+#include <unistd.h>
+
+namespace nxPlatform
+{
+unsigned int GetCurrentThreadId()
+{
+    return static_cast<unsigned int>(gettid());
+}
+
+int TryJoin(pthread_t thread)
+{
+    return pthread_tryjoin_np(thread, nullptr);
+}
+
+AsynchronousSignalsBlocked::AsynchronousSignalsBlocked()
+{
+    sigset_t asynchronous;
+    (void)sigfillset(&asynchronous);
+    for (int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGABRT})
+    {
+        (void)sigdelset(&asynchronous, fault);
+    }
+    (void)pthread_sigmask(SIG_BLOCK, &asynchronous, &_previous);
+}
+
+AsynchronousSignalsBlocked::~AsynchronousSignalsBlocked()
+{
+    (void)pthread_sigmask(SIG_SETMASK, &_previous, nullptr);
+}
+} // namespace nxPlatform
