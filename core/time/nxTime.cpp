@@ -1,0 +1,231 @@
+#include "core/time/nxTime.h"
+
+#include "core/text/nxStringHelper.h"
+
+#include <tuple>
+
+namespace
+{
+
+constexpr unsigned int hoursInADay = 24;
+constexpr unsigned int minutesInAnHour = 60;
+constexpr unsigned int secondsInAMinute = 60;
+
+// Reads two digits that begin at `position`.
+// @return false, also for a number that isn't below `limit`.
+bool ReadField(std::string const& text, std::size_t position, unsigned int limit, unsigned int& value)
+{
+    auto const tens = static_cast<unsigned int>(static_cast<unsigned char>(text[position])) - '0';
+    auto const units = static_cast<unsigned int>(static_cast<unsigned char>(text[position + 1])) - '0';
+    if (tens > 9 || units > 9)
+        return false;
+    value = tens * 10 + units;
+    return value < limit;
+}
+
+// At least two digits.
+void AppendField(std::string& text, unsigned int value)
+{
+    if (value < 10)
+        text += '0';
+    nxStringHelper::AppendAsString(text, value);
+}
+
+} // namespace
+
+nxTime::nxTime() : _status(NX_VALID)
+{
+}
+
+nxTime::nxTime(nxNullInitalizer) : _status(NX_NULL)
+{
+}
+
+nxTime::nxTime(nxNoChangeInitalizer) : _status(NX_NOCHANGE)
+{
+}
+
+nxTime::nxTime(nxTime const& other) : _status(other._status)
+{
+    if (_IsValid())
+        _Set(other._hour, other._minute, other._second);
+}
+
+nxTime& nxTime::operator=(nxTime const& other)
+{
+    _status = other._status;
+    if (_IsValid())
+        _Set(other._hour, other._minute, other._second);
+    else
+        _Set(0, 0, 0);
+    return *this;
+}
+
+nxTime nxTime::GetNullInstance()
+{
+    return nxTime(nxNullInitalizer{});
+}
+
+bool nxTime::IsNull() const
+{
+    return _status == NX_NULL;
+}
+
+void nxTime::SetNull()
+{
+    _Set(0, 0, 0);
+    _status = NX_NULL;
+}
+
+unsigned int nxTime::GetHour() const
+{
+    return _IsValid() ? _hour : 0;
+}
+
+unsigned int nxTime::GetMinute() const
+{
+    return _IsValid() ? _minute : 0;
+}
+
+unsigned int nxTime::GetSecond() const
+{
+    return _IsValid() ? _second : 0;
+}
+
+nxErrorEnum nxTime::SetHour(unsigned int hour)
+{
+    return _SetField(_hour, hour, hoursInADay);
+}
+
+nxErrorEnum nxTime::SetMinute(unsigned int minute)
+{
+    return _SetField(_minute, minute, minutesInAnHour);
+}
+
+nxErrorEnum nxTime::SetSecond(unsigned int second)
+{
+    return _SetField(_second, second, secondsInAMinute);
+}
+
+unsigned int nxTime::GetAsHHMMSS() const
+{
+    return (_hour * 100 + _minute) * 100 + _second;
+}
+
+void nxTime::SetFromHHMMSS(unsigned int const& value)
+{
+    _Set(value / 10000, value / 100 % 100, value % 100);
+    _status = NX_VALID;
+}
+
+nxErrorEnum nxTime::SetFromString(std::string const& text)
+{
+    constexpr std::size_t longLength = 8; // HH:MM:SS
+    constexpr std::size_t shortLength = 5;
+    if (text.size() != longLength && text.size() != shortLength)
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+
+    unsigned int hour = 0;
+    unsigned int minute = 0;
+    unsigned int second = 0;
+    bool read = ReadField(text, 0, hoursInADay, hour) && text[2] == ':' &&
+                ReadField(text, 3, minutesInAnHour, minute);
+    if (text.size() == longLength)
+        read = read && text[5] == ':' && ReadField(text, 6, secondsInAMinute, second);
+    if (!read)
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+
+    _Set(hour, minute, second);
+    _status = NX_VALID;
+    return nxErrorEnum();
+}
+
+std::string nxTime::GetAsString() const
+{
+    if (!_IsValid())
+        return "INVALID";
+    std::string text;
+    AppendField(text, _hour);
+    text += ':';
+    AppendField(text, _minute);
+    text += ':';
+    AppendField(text, _second);
+    return text;
+}
+
+std::string nxTime::GetAsLogString() const
+{
+    return IsNull() ? "NULL" : GetAsString();
+}
+
+bool nxTime::operator==(nxTime const& other) const
+{
+    if (IsNull())
+        return other.IsNull();
+    return std::tie(_hour, _minute, _second) == std::tie(other._hour, other._minute, other._second);
+}
+
+bool nxTime::operator!=(nxTime const& other) const
+{
+    return !operator==(other);
+}
+
+bool nxTime::operator<(nxTime const& other) const
+{
+    return !IsNull() &&
+           std::tie(_hour, _minute, _second) < std::tie(other._hour, other._minute, other._second);
+}
+
+bool nxTime::operator>(nxTime const& other) const
+{
+    return !IsNull() &&
+           std::tie(_hour, _minute, _second) > std::tie(other._hour, other._minute, other._second);
+}
+
+bool nxTime::operator>=(nxTime const& other) const
+{
+    return !IsNull() &&
+           std::tie(_hour, _minute, _second) >= std::tie(other._hour, other._minute, other._second);
+}
+
+unsigned int nxTime::GetSecondsInADay()
+{
+    return hoursInADay * minutesInAnHour * secondsInAMinute;
+}
+
+bool nxTime::_IsValid() const
+{
+    return _status == NX_VALID;
+}
+
+void nxTime::_Set(unsigned int hour, unsigned int minute, unsigned int second)
+{
+    _hour = hour;
+    _minute = minute;
+    _second = second;
+}
+
+nxErrorEnum nxTime::_SetField(unsigned int& field, unsigned int value, unsigned int limit)
+{
+    if (value >= limit)
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+    if (!_IsValid())
+        _Set(0, 0, 0);
+    field = value;
+    return nxErrorEnum();
+}
+
+std::string nxStringHelper::GetAsString(nxTime const& value)
+{
+    return value.GetAsString();
+}
+
+void nxStringHelper::AppendAsString(std::string& out, nxTime const& value)
+{
+    out += value.GetAsString();
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, nxTime& value)
+{
+    return value.SetFromString(text);
+}
