@@ -1,0 +1,76 @@
+// The catalogue of configuration keys: all there, each once, and usable from the first static on.
+#include "core/process/nxConfigurationKeys.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+namespace
+{
+
+std::string const builtFromKeys = KVT_LOG_LEVEL + "," + KVT_EXCHANGE_ROLE_PRICE + "," + KVT_NETWORK_DEFAULT;
+
+struct Key
+{
+    std::string const& constant;
+    std::string_view name;
+};
+
+Key const keys[] = {
+#define NX_KEY_GROUP(title)
+#define NX_KEY(key) {::key, nxConfigurationKeyText::key},
+#define NX_KEY_WORD(scope, word)
+#define NX_KEY_WORDS_OF(key, scope)
+#define NX_KEY_DEFAULT(key, value)
+#include "core/process/tables/keys.def"
+};
+
+std::string const* const words[] = {
+#define NX_KEY_GROUP(title)
+#define NX_KEY(key)
+#define NX_KEY_WORD(scope, word) &::scope##_##word,
+#define NX_KEY_WORDS_OF(key, scope)
+#define NX_KEY_DEFAULT(key, value)
+#include "core/process/tables/keys.def"
+};
+
+} // namespace
+
+TEST(nxConfigurationKeys, AreCompleteAndUnique)
+{
+    std::set<std::string> names;
+    unsigned int checksum = 2166136261u; // FNV-1a of all names in order, a line feed behind each
+    for (Key const& key : keys)
+    {
+        EXPECT_EQ(key.constant, key.name);
+        EXPECT_TRUE(names.insert(key.constant).second) << key.name;
+        EXPECT_TRUE(key.name.substr(0, 4) == "KVT_" || key.name == "SYS_CONFIG_FILE_DIR") << key.name;
+        EXPECT_EQ(key.name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_0123456789"),
+                  std::string_view::npos);
+        for (char const character : std::string(key.name) + "\n")
+        {
+            checksum = (checksum ^ static_cast<unsigned char>(character)) * 16777619u;
+        }
+    }
+    EXPECT_EQ(names.size(), 352u);
+    EXPECT_EQ(names.count("SYS_CONFIG_FILE_DIR"), 1u);
+    EXPECT_EQ(checksum, 2915926549u);
+}
+
+TEST(nxConfigurationKeys, HaveWordsAndDefaults)
+{
+    EXPECT_EQ(std::size(words), 46u);
+    EXPECT_TRUE(
+        std::none_of(std::begin(words), std::end(words), [](auto const* word) { return word->empty(); }));
+    EXPECT_EQ(KVT_CASS_CONSISTENCY_LOCAL_QUORUM, "LOCAL_QUORUM");
+    EXPECT_EQ(KVT_FIX_VDGW_MODE_DROP_COPY, KVT_FIX_EXCHANGE_MODE_DROP_COPY);
+    EXPECT_EQ(KVT_NETWORK_DEFAULT, ";239.192.0.0");
+    EXPECT_EQ(KVT_SERVICE_DEFAULT, "7600");
+}
+
+TEST(nxConfigurationKeys, ServeLaterStatics)
+{
+    EXPECT_EQ(builtFromKeys, "KVT_LOG_LEVEL,PRICE,;239.192.0.0");
+}
