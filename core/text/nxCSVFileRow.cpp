@@ -1,0 +1,142 @@
+#include "core/text/nxCSVFileRow.h"
+
+#include <algorithm>
+
+namespace
+{
+
+bool IsBlank(char character)
+{
+    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
+} // namespace
+
+nxCSVFileRow::~nxCSVFileRow() = default;
+
+// Rows are kept by the million, so the columns get the room they need at once: growing by doubling would leave a third
+// of it unused.
+void nxCSVFileRow::_ReserveFor(std::string const& row, char separator)
+{
+    auto const separators = std::count(row.begin(), row.end(), separator);
+    _columns.reserve(_columns.size() + static_cast<std::size_t>(separators) + 1);
+}
+
+void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end)
+{
+    while (begin != end && IsBlank(*begin))
+    {
+        ++begin;
+    }
+    while (begin != end && IsBlank(end[-1]))
+    {
+        --end;
+    }
+    _columns.emplace_back(begin, static_cast<std::size_t>(end - begin));
+}
+
+// The fields are those of nxStringParser, walked in place: a text for each field and another for its trimmed form would
+// be most of the time that a large file takes.
+void nxCSVFileRow::SetRowData(std::string const& row, char separator)
+{
+    _ReserveFor(row, separator);
+    char const* field = row.data();
+    char const* const end = field + row.size();
+    for (;;)
+    {
+        char const* const fieldEnd = std::find(field, end, separator);
+        _AddTrimmed(field, fieldEnd);
+        if (fieldEnd == end)
+        {
+            return;
+        }
+        field = fieldEnd + 1;
+    }
+}
+
+void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote)
+{
+    _ReserveFor(row, separator);
+    char const* field = row.data();
+    char const* const end = field + row.size();
+    do
+    {
+        char const* const found =
+            std::find_if(field, end, [=](char byte) { return byte == separator || byte == quote; });
+        if (found == end)
+        {
+            _AddTrimmed(field, end);
+            return;
+        }
+        if (*found == separator)
+        {
+            _AddTrimmed(field, found);
+            field = found + 1; // at the end of the row one more field follows, an empty one
+        }
+        else
+        {
+            field = _AddQuoted(found, end, separator, quote);
+        }
+    } while (field != nullptr);
+}
+
+// Adds the column that begins at `openingQuote`; the result is where the next one begins, null if there is none.
+char const* nxCSVFileRow::_AddQuoted(char const* openingQuote, char const* end, char separator, char quote)
+{
+    std::string text;
+    char const* position = openingQuote + 1;
+    for (;;)
+    {
+        char const* const nextQuote = std::find(position, end, quote);
+        text.append(position, nextQuote);
+        if (end - nextQuote < 2)
+        {
+            position = end; // no closing quote, or the row's last byte is it
+            break;
+        }
+        position = nextQuote + 1;
+        if (*position != quote)
+        {
+            break;
+        }
+        text.push_back(quote);
+        ++position;
+    }
+    _AddTrimmed(text.data(), text.data() + text.size());
+
+    char const* const nextSeparator = std::find(position, end, separator);
+    return end - nextSeparator < 2 ? nullptr : nextSeparator + 1;
+}
+
+void nxCSVFileRow::GetRowData(std::string& row, char separator) const
+{
+    row.clear();
+    for (std::string const& column : _columns)
+    {
+        if (&column != &_columns.front())
+        {
+            row.push_back(separator);
+        }
+        row.append(column);
+    }
+}
+
+void nxCSVFileRow::AddColumn(std::string const& column)
+{
+    _columns.push_back(column);
+}
+
+void nxCSVFileRow::Clear()
+{
+    _columns.clear();
+}
+
+unsigned int nxCSVFileRow::GetColCount() const
+{
+    return static_cast<unsigned int>(_columns.size());
+}
+
+std::string nxCSVFileRow::GetColValue(unsigned int index) const
+{
+    return index < _columns.size() ? _columns[index] : std::string();
+}
