@@ -8,7 +8,10 @@ target_compile_features(nx_options INTERFACE cxx_std_20)
 # A decimal's digits are the same at every optimisation level and on every processor: each step through a double is
 # rounded by itself.
 target_compile_options(nx_options INTERFACE -ffp-contract=off)
-if(NX_SANITIZE)
+if(NOT NX_SANITIZE)
+  target_compile_options(nx_options INTERFACE -fstack-protector-strong $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=2>)
+  target_compile_definitions(nx_options INTERFACE _GLIBCXX_ASSERTIONS)
+else()
   target_compile_options(nx_options INTERFACE -fsanitize=${NX_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(nx_options INTERFACE -fsanitize=${NX_SANITIZE})
   if(NX_SANITIZE MATCHES "undefined")
@@ -30,9 +33,10 @@ target_compile_options(
             -Woverloaded-virtual
             -Wcast-align
             -Wcast-qual
-            -Wnull-dereference
             -Wformat=2
             -Wundef
             $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
+            # g++ 12 sees overlaps in every "text" + std::string (GCC bug 105329).
+            $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
             $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
             $<$<BOOL:${NX_WERROR}>:-Werror>)

@@ -1,0 +1,31 @@
+#include "Commands.h"
+
+#include <algorithm>
+
+namespace nxTool
+{
+std::span<Command const* const> AllCommands()
+{
+    static constexpr Command const* commands[] = {
+        &manualCommand,
+    };
+    return commands;
+}
+
+Command const* FindCommand(std::string_view name)
+{
+    auto const commands = AllCommands();
+    auto const found =
+        std::ranges::find(commands, name, [](Command const* command) { return command->name; });
+    return found == commands.end() ? nullptr : *found;
+}
+
+std::span<Option const> CommonOptions()
+{
+    static constexpr Option options[] = {
+        {"json", "", "print one JSON document in place of text"},
+        {"help", "", "say what the command does"},
+    };
+    return options;
+}
+} // namespace nxTool

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nxTool
+{
+/// The candidate that takes the fewest changes of single characters (case aside) to become the word, where that is at
+/// most a third of the word's length; empty when none is so near.
+std::string NearestOf(std::string_view word, std::span<std::string_view const> candidates);
+} // namespace nxTool

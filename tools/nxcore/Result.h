@@ -1,0 +1,153 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <concepts>
+#include <deque>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// @file
+/// What a command has to say, in a form that is printed as text for people or as one JSON document.
+
+namespace nxTool
+{
+using Json = nlohmann::ordered_json;
+
+/// A text for people and a value for programs.
+struct Cell
+{
+    std::string text;
+    Json value;
+
+    Cell() = default;
+    Cell(std::string shown) : text(std::move(shown)), value(text)
+    {
+    }
+    Cell(std::string_view shown) : Cell(std::string(shown))
+    {
+    }
+    Cell(char const* shown) : Cell(std::string(shown))
+    {
+    }
+    /// A truth: "yes" or "no".
+    Cell(bool truth) : text(truth ? "yes" : "no"), value(truth)
+    {
+    }
+    template <std::integral Number>
+    Cell(Number number) : text(std::to_string(number)), value(number)
+    {
+    }
+    /// @param value  what a program gets, where it is more than the text
+    Cell(std::string shown, Json content) : text(std::move(shown)), value(std::move(content))
+    {
+    }
+};
+
+enum class Align
+{
+    Left,
+    Right
+};
+
+struct Column
+{
+    std::string key;   ///< of the JSON objects; lower camel case
+    std::string title; ///< of the text
+    Align align = Align::Left;
+};
+
+/// Rows under columns; a list of objects in JSON.
+class Table
+{
+public:
+    explicit Table(std::vector<Column> columns) : _columns(std::move(columns))
+    {
+    }
+
+    /// @param cells  one for each column; missing ones are empty
+    void Add(std::vector<Cell> cells);
+
+    std::size_t GetRowCount() const
+    {
+        return _rows.size();
+    }
+
+    void Print(std::ostream& out, bool colour) const;
+    Json GetJson() const;
+
+private:
+    std::vector<Column> _columns;
+    std::vector<std::vector<Cell>> _rows;
+};
+
+/// Something that was wrong with the input: where, and why.
+struct Problem
+{
+    std::string file;
+    long long line = 0; ///< from 1; 0 when it does not apply
+    std::string column; ///< the column's or argument's name; may be empty
+    std::string reason;
+};
+
+/// Collects fields, tables and lines in their order. Problems go to standard error (and into the JSON document); all
+/// else to standard output when the command has ended.
+class Result
+{
+public:
+    /// A titled value: "Title: text" and `"key": value`.
+    void AddField(std::string key, std::string title, Cell cell);
+
+    /// A table that the caller goes on filling; valid as long as the result.
+    Table& AddTable(std::string key, std::vector<Column> columns);
+
+    /// A line for people only.
+    void AddLine(std::string line);
+
+    /// A value for programs only.
+    void AddValue(std::string key, Json value);
+
+    void AddProblem(Problem problem);
+
+    std::vector<Problem> const& GetProblems() const
+    {
+        return _problems;
+    }
+
+    void PrintText(std::ostream& out, bool colour) const;
+    void PrintProblems(std::ostream& out, bool colour) const;
+    void PrintJson(std::ostream& out) const;
+
+private:
+    struct Field
+    {
+        std::string key;
+        std::string title;
+        Cell cell;
+    };
+    struct Line
+    {
+        std::string text;
+    };
+    struct Value
+    {
+        std::string key;
+        Json value;
+    };
+    struct KeyedTable
+    {
+        std::string key;
+        Table table;
+    };
+    using Part = std::variant<Field, Line, Value, KeyedTable>;
+
+    std::deque<Part> _parts; // a deque, so that tables stay where they are
+    std::vector<Problem> _problems;
+};
+
+/// The number of columns that a UTF-8 text takes on a terminal, a column for each character.
+std::size_t DisplayWidth(std::string_view text);
+} // namespace nxTool

@@ -1,0 +1,81 @@
+// The companion program: it finds the command, reads its arguments and prints its result.
+
+#include "Arguments.h"
+#include "Help.h"
+#include "Result.h"
+#include "Terminal.h"
+
+#include <exception>
+#include <iostream>
+
+namespace
+{
+using nxTool::Status;
+
+int ExitCode(Status status)
+{
+    return static_cast<int>(status);
+}
+
+int ComplainAndExit(std::string const& complaint)
+{
+    std::cerr << "nxcore: " << complaint << '\n';
+    return ExitCode(Status::Unusable);
+}
+
+int ComplainAboutCommand(std::string_view name)
+{
+    std::string complaint = "unknown command " + std::string(name);
+    std::string const nearest = nxTool::NearestCommand(name);
+    if (!nearest.empty())
+        complaint += ", did you mean " + nearest + "?";
+    return ComplainAndExit(complaint + " (nxcore -help lists all)");
+}
+
+int Run(nxTool::Command const& command, std::span<char const* const> words)
+{
+    nxTool::Arguments const arguments(command, words);
+    if (!arguments.GetFault().empty())
+        return ComplainAndExit(std::string(command.name) + ": " + arguments.GetFault() + " (see nxcore " +
+                               std::string(command.name) + " -help)");
+    if (arguments.Has("help"))
+    {
+        std::cout << nxTool::HelpOf(command);
+        return ExitCode(Status::Good);
+    }
+
+    nxTool::Result result;
+    Status const status = command.run(arguments, result);
+    if (arguments.Has("json"))
+        result.PrintJson(std::cout);
+    else
+        result.PrintText(std::cout, nxTool::UsesColour(nxTool::Stream::Output));
+    std::cout.flush();
+    result.PrintProblems(std::cerr, nxTool::UsesColour(nxTool::Stream::Error));
+    if (status == Status::Good && !result.GetProblems().empty())
+        return ExitCode(Status::Faulty);
+    return ExitCode(status);
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::span<char const* const> const words(argv, static_cast<std::size_t>(argc));
+    std::string_view const name = words.size() > 1 ? words[1] : "-help";
+    if (name == "-help" || name == "--help" || name == "help")
+    {
+        std::cout << nxTool::GeneralHelp();
+        return ExitCode(Status::Good);
+    }
+    nxTool::Command const* const command = nxTool::FindCommand(name);
+    if (command == nullptr)
+        return ComplainAboutCommand(name);
+    try
+    {
+        return Run(*command, words.subspan(2));
+    }
+    catch (std::exception const& failure)
+    {
+        return ComplainAndExit(failure.what());
+    }
+}
