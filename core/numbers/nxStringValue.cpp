@@ -1,0 +1,127 @@
+#include "core/numbers/nxStringValue.h"
+
+nxStringValue::nxStringValue() : _status(NX_VALID)
+{
+}
+
+nxStringValue::nxStringValue(nxNullInitalizer) : _status(NX_NULL)
+{
+}
+
+nxStringValue::nxStringValue(nxNoChangeInitalizer) : _status(NX_NOCHANGE)
+{
+}
+
+nxStringValue::nxStringValue(std::string const& value) : _value(value), _status(NX_VALID)
+{
+}
+
+nxStringValue::nxStringValue(char const* value)
+    : _value(value == nullptr ? "" : value), _status(value == nullptr ? NX_NULL : NX_VALID)
+{
+}
+
+// Never destroyed, so that static destructors may still read them.
+nxStringValue const& nxStringValue::GetNullInstance()
+{
+    static nxStringValue const* const instance = new nxStringValue(nxNullInitalizer{});
+    return *instance;
+}
+
+nxStringValue const& nxStringValue::GetNoChangeInstance()
+{
+    static nxStringValue const* const instance = new nxStringValue(nxNoChangeInitalizer{});
+    return *instance;
+}
+
+bool nxStringValue::IsValid() const
+{
+    return _status == NX_VALID;
+}
+
+bool nxStringValue::IsNull() const
+{
+    return _status == NX_NULL;
+}
+
+bool nxStringValue::IsNoChange() const
+{
+    return _status == NX_NOCHANGE;
+}
+
+nxValueStatusEnum const& nxStringValue::GetStatus() const
+{
+    return _status;
+}
+
+std::string const& nxStringValue::GetValue() const
+{
+    return _value;
+}
+
+void nxStringValue::SetNull()
+{
+    _Clear(NX_NULL);
+}
+
+void nxStringValue::SetNoChange()
+{
+    _Clear(NX_NOCHANGE);
+}
+
+void nxStringValue::_Clear(nxEnumValue status)
+{
+    _value.clear();
+    _status = nxValueStatusEnum(status);
+}
+
+nxErrorEnum nxStringValue::SetFromString(std::string const& text)
+{
+    _value = text;
+    _status = nxValueStatusEnum(NX_VALID);
+    return nxErrorEnum();
+}
+
+std::string nxStringValue::GetAsString() const
+{
+    return _value;
+}
+
+void nxStringValue::GetAsString(std::string& text) const
+{
+    text = _value;
+}
+
+void nxStringValue::AppendAsString(std::string& text) const
+{
+    text.append(_value);
+}
+
+std::string nxStringValue::GetAsLogString() const
+{
+    std::string text;
+    AppendAsLogString(text);
+    return text;
+}
+
+void nxStringValue::GetAsLogString(std::string& text) const
+{
+    text.clear();
+    AppendAsLogString(text);
+}
+
+void nxStringValue::AppendAsLogString(std::string& text) const
+{
+    if (IsNull())
+    {
+        text.append("NULL");
+    }
+    else if (IsNoChange())
+    {
+        text.append("NO_CHANGE");
+    }
+    else
+    {
+        text.append(_value);
+    }
+}
