@@ -1,0 +1,45 @@
+# Sourced by the scripts at the root: installs what a job needs from Debian's packages, or says what to install.
+
+# need PACKAGE...: returns when all are installed. Installs the missing ones as root or through sudo without a question;
+# otherwise prints the command to give and ends the script with status 2.
+need() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+
+  local as=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! sudo -n true 2>/dev/null; then
+      echo "These packages are missing. Install them and start again:" >&2
+      echo "  sudo apt-get install -y ${missing[*]}" >&2
+      exit 2
+    fi
+    as=(sudo -n)
+  fi
+  echo "Installing ${missing[*]}" >&2
+  # Without a fresh list a new machine finds nothing; with an old one the install may still work.
+  "${as[@]}" apt-get update -qq >&2 || true
+  if ! "${as[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2; then
+    echo "Could not install them. Try: apt-get install -y ${missing[*]}" >&2
+    exit 2
+  fi
+}
+
+# What every job needs.
+base_packages=(cmake ninja-build g++ nlohmann-json3-dev)
+
+# configure_and_build PRESET [TARGET...]: quick when nothing changed; the compiler's output is shown when it fails.
+configure_and_build() {
+  local preset=$1 log
+  shift
+  log=$(mktemp)
+  if ! { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 ||
+    ! cmake --build --preset "$preset" ${1:+--target "$@"} >>"$log" 2>&1; then
+    cat "$log" >&2
+    rm -f "$log"
+    return 1
+  fi
+  rm -f "$log"
+}
