@@ -1,0 +1,383 @@
+#include "core/numbers/nxDecimal.h"
+#include "core/vocabulary/nxCallPutEnum.h"
+#include "core/vocabulary/nxDayOfWeekEnum.h"
+#include "core/vocabulary/nxEnumRow.h"
+#include "core/vocabulary/nxMonthEnum.h"
+#include "core/vocabulary/nxPrefixedToken.h"
+#include "core/vocabulary/nxPriceFormatEnum.h"
+#include "core/vocabulary/nxProductIDFieldEnum.h"
+#include "core/vocabulary/nxProductNamingMethodEnum.h"
+#include "core/vocabulary/nxProductStateBitMask.h"
+#include "core/vocabulary/nxProductTypeEnum.h"
+#include "core/vocabulary/nxStrategyTypeEnum.h"
+#include "core/vocabulary/nxTickDataPeriodEnum.h"
+#include "core/vocabulary/nxTradingSessionTypeEnum.h"
+
+#include <algorithm>
+#include <string_view>
+
+// What products, their markets and the calendar have beside their rows.
+
+namespace
+{
+struct ProductCode
+{
+    nxEnumValue type;
+    char const* code;
+};
+
+constexpr ProductCode productCodes[] = {
+    {NX_WARRANT, "W"}, {NX_FORWARD, "FWD"}, {NX_NDF, "NDF"},    {NX_EQUITY, "E"}, {NX_FUTURE, "F"},
+    {NX_OPTION, "O"},  {NX_STRATEGY, "S"},  {NX_CURRENCY, "C"}, {NX_BOND, "B"},
+};
+
+constexpr std::size_t monthNameLength = 3;
+
+/// A format's smallest step.
+struct Step
+{
+    nxEnumValue format;
+    long long numerator;
+    long long denominator;
+    unsigned char places;
+};
+
+// The step of the modified 10,000ths is indeed a thousandth.
+constexpr Step steps[] = {
+    {NX_PRICE_FORMAT_DECIMALS, 1, 100, 2},
+    {NX_PRICE_FORMAT_FRACTION_FULL_TICK, 1, 1, 0},
+    {NX_PRICE_FORMAT_FRACTION_HALF_TICK, 1, 2, 1},
+    {NX_PRICE_FORMAT_FRACTION_QUARTER_TICK, 1, 4, 2},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_TICK, 1, 4, 2},
+    {NX_PRICE_FORMAT_FRACTION_8THS_TICK, 1, 8, 3},
+    {NX_PRICE_FORMAT_FRACTION_10THS_TICK, 1, 10, 2},
+    {NX_PRICE_FORMAT_FRACTION_16THS_TICK, 1, 16, 4},
+    {NX_PRICE_FORMAT_FRACTION_20THS_TICK, 1, 20, 2},
+    {NX_PRICE_FORMAT_FRACTION_32NDS_TICK, 1, 32, 5},
+    {NX_PRICE_FORMAT_FRACTION_40THS_TICK, 1, 40, 3},
+    {NX_PRICE_FORMAT_FRACTION_64THS_TICK, 1, 64, 6},
+    {NX_PRICE_FORMAT_FRACTION_100THS_TICK, 1, 100, 2},
+    {NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK, 1, 64, 6},
+    {NX_PRICE_FORMAT_FRACTION_QUARTER_32NDS_TICK, 1, 128, 7},
+    {NX_PRICE_FORMAT_FRACTION_HALF_64THS_TICK, 1, 128, 7},
+    {NX_PRICE_FORMAT_FRACTION_FIVE_1000THS_TICK, 5, 1000, 3},
+    {NX_PRICE_FORMAT_MODIFIED_DECIMALS_100THS, 1, 100, 2},
+    {NX_PRICE_FORMAT_MODIFIED_DECIMALS_10000THS, 1, 1000, 3},
+    {NX_PRICE_FORMAT_FRACTION_TENTH_32NDS_TICK, 1, 320, 7},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_HALF_32NDS_TICK, 1, 64, 6},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_32NDS_TICK, 1, 128, 7},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_100THS_TICK, 25, 10000, 4},
+    {NX_PRICE_FORMAT_FRACTION_12THS_TICK, 1, 12, 10},
+    {NX_PRICE_FORMAT_FRACTION_EIGHTH_32NDS_TICK, 1, 256, 8},
+    {NX_PRICE_FORMAT_FRACTION_SIXTEENTH_32NDS_TICK, 1, 512, 9},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK, 1, 256, 8},
+    {NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT, 1, 256, 8},
+};
+
+/// An exchange's word for a state of the market.
+struct StateWord
+{
+    std::string_view word;
+    unsigned int state;
+};
+
+constexpr StateWord stateWords[] = {
+    {"PREOPEN", 0x1},
+    {"PREOPENING", 0x1},
+    {"PRE_TRADING", 0x1},
+    {"OPEN", 0x2},
+    {"CONTINUOUS_TRADING", 0x2},
+    {"NORMAL", 0x2},
+    {"TRADING", 0x2},
+    {"RET_TRADING", 0x2},
+    {"PRECLOSED", 0x4},
+    {"CLOSED", 0x8},
+    {"HOLIDAY", 0x8},
+    {"INACTIVE", 0x8},
+    {"NO_CANCEL", 0x10},
+    {"PRICE_LIMITS_ENABLED", 0x20},
+    {"PRICE_FAST", 0x40},
+    {"START_FAST", 0x40},
+    {"RESTRICTED_OPEN", 0x80},
+    {"UNAVAILABLE", 0x100},
+    {"START_OF_CONSULTATION", 0x200},
+    {"STRESSED", 0x400},
+    {"INTERVENTION_BEFORE_OPENING", 0x800},
+    {"MINI_BATCH", 0x1000},
+    {"SURVEILLANCE_INTERVENTION", 0x2000},
+    {"END_OF_CONSULTATION", 0x4000},
+    {"FORBIDDEN", 0x8000},
+    {"INTERRUPTED", 0x10000},
+    {"OPENING", 0x20000},
+    {"AUTHORIZED", 0x40000},
+    {"RESERVED", 0x80000},
+    {"SUSPENDED", 0x100000},
+    {"FROZEN", 0x200000},
+    {"FREEZE", 0x200000},
+    {"TRADING_HALT", 0x400000},
+    {"CLOSE_AUCTION", 0x800000},
+    {"HOLD", 0x1000000},
+    {"NETTING", 0x2000000},
+    {"EXPIRED", 0x4000000},
+    {"RESTART_TRADING", 0x8000000},
+    {"INTRADAY_AUCTION", 0x10000000},
+    {"EXPIRING", 0x20000000},
+};
+
+// Of the basic character set only: an exchange's words mean the same in every locale.
+constexpr char ToUpper(char letter)
+{
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+constexpr int daysOfWeek = 7;
+} // namespace
+
+std::string nxProductTypeEnum::GetAsCode() const
+{
+    for (ProductCode const& row : productCodes)
+    {
+        if (row.type == _value)
+            return row.code;
+    }
+    return "*";
+}
+
+nxEnumValue nxProductTypeEnum::GetValueFromCode(std::string const& code)
+{
+    for (ProductCode const& row : productCodes)
+    {
+        if (row.code == code)
+            return row.type;
+    }
+    return NX_UNDEFINED;
+}
+
+nxErrorEnum nxProductTypeEnum::SetFromCode(std::string const& code)
+{
+    nxEnumValue const type = GetValueFromCode(code);
+    if (type == NX_UNDEFINED)
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+    *this = type;
+    return nxErrorEnum();
+}
+
+nxEnumValue nxProductTypeEnum::GetValueFromID(std::string const& productID)
+{
+    constexpr std::size_t shortestID = 2;
+    if (productID.size() < shortestID)
+        return NX_UNDEFINED;
+    std::size_t const codeLength = productID.front() == 'A' ? 2 : 1;
+    return GetValueFromCode(productID.substr(0, codeLength));
+}
+
+bool nxProductIDFieldEnum::GetFieldAsU32(unsigned int& field) const
+{
+    if (IsUndefined())
+        return false;
+    field = _value - NX_PRODUCT_TYPE;
+    return true;
+}
+
+bool nxProductNamingMethodEnum::RequiresProductDefinition() const
+{
+    switch (_value)
+    {
+    case NX_PRODUCT_NAMING_METHOD_EXCHANGE:
+    case NX_PRODUCT_NAMING_METHOD_BLOOMBERG_CODE:
+    case NX_PRODUCT_NAMING_METHOD_ALIAS: return true;
+    default: return false;
+    }
+}
+
+bool nxStrategyTypeEnum::IsVolStrategy() const
+{
+    switch (_value)
+    {
+    case NX_VOL:
+    case NX_VSPR:
+    case NX_VSTD:
+    case NX_VSTG:
+    case NX_VCSvP:
+    case NX_VPSvC:
+    case NX_VLAD:
+    case NX_VCMB:
+    case NX_VTSPR:
+    case NX_V2x1:
+    case NX_VDTSPR:
+    case NX_VFLY:
+    case NX_VICND:
+    case NX_VCND:
+    case NX_VIFLY:
+    case NX_VTSTD:
+    case NX_VDTSTD:
+    case NX_VGUTS: return true;
+    default: return false;
+    }
+}
+
+char nxCallPutEnum::GetAsSingleCharacterCode() const
+{
+    switch (_value)
+    {
+    case NX_CALL: return 'C';
+    case NX_PUT: return 'P';
+    default: return '*';
+    }
+}
+
+nxErrorEnum nxCallPutEnum::SetFromSingleCharacterCode(char code)
+{
+    switch (code)
+    {
+    case 'C': *this = NX_CALL; return nxErrorEnum();
+    case 'P': *this = NX_PUT; return nxErrorEnum();
+    default: return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+    }
+}
+
+bool nxMonthEnum::SetFromMonthNumber(unsigned int number)
+{
+    if (number < 1 || number > 12) // months
+        return false;
+    return _Set(_lowerBound + number);
+}
+
+unsigned int nxMonthEnum::GetAsMonthNumber() const
+{
+    return _value - _lowerBound;
+}
+
+void nxMonthEnum::SetFrom3DigitString(std::string const& name)
+{
+    auto const& names = GetThreeDigitNameMap();
+    auto const found = names.find(name);
+    if (found == names.end())
+        Clear();
+    else
+        (void)_Set(_lowerBound + found->second);
+}
+
+std::string nxMonthEnum::GetAs3DigitString() const
+{
+    return GetShortDescription();
+}
+
+std::map<std::string, unsigned int> const& nxMonthEnum::GetThreeDigitNameMap()
+{
+    return _GetThreeDigitNameMap();
+}
+
+std::map<std::string, unsigned int>& nxMonthEnum::_GetThreeDigitNameMap()
+{
+    static auto& names = *new std::map<std::string, unsigned int>;
+    return names;
+}
+
+bool nxMonthEnum::_RegisterRows(nxEnumRow const* rows)
+{
+    for (nxEnumRow const* row = rows; row->token != nullptr; ++row)
+    {
+        (void)_Register(row->number, row->token, row->text);
+        _GetThreeDigitNameMap().emplace(std::string(row->token, monthNameLength), row->number - _lowerBound);
+    }
+    return true;
+}
+
+void nxDayOfWeekEnum::SetFromDayOfWeekNumber(int number)
+{
+    if (number < 0 || number >= daysOfWeek)
+        Clear();
+    else
+        (void)_Set(NX_DAY_OF_WEEK_SUNDAY + static_cast<unsigned int>(number));
+}
+
+nxErrorEnum nxDayOfWeekEnum::GetDaysUntil(nxDayOfWeekEnum const& target, unsigned int& days) const
+{
+    // Undefined and "no change" turn into positions past the week, as every number outside the rows does.
+    unsigned int const from = _value - NX_DAY_OF_WEEK_SUNDAY;
+    unsigned int const to = target._value - NX_DAY_OF_WEEK_SUNDAY;
+    if (from >= daysOfWeek || to >= daysOfWeek)
+        return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
+    days = (to + daysOfWeek - from) % daysOfWeek;
+    return nxErrorEnum();
+}
+
+nxTradingSessionTypeEnum nxTradingSessionTypeEnum::CreateFromString(std::string const& word)
+{
+    return nxFromPrefixedToken<nxTradingSessionTypeEnum>("NX_TRADING_SESSION_TYPE_", word);
+}
+
+bool nxTickDataPeriodEnum::IsActualScheduleBased() const
+{
+    switch (_value)
+    {
+    case NX_TICK_DATA_PERIOD_10_MINUTE_ACTUAL:
+    case NX_TICK_DATA_PERIOD_30_MINUTE_ACTUAL:
+    case NX_TICK_DATA_PERIOD_HOUR_ACTUAL: return true;
+    default: return false;
+    }
+}
+
+bool nxTickDataPeriodEnum::IsVolumeBased() const
+{
+    switch (_value)
+    {
+    case NX_TICK_DATA_PERIOD_100_VOLUME:
+    case NX_TICK_DATA_PERIOD_1000_VOLUME:
+    case NX_TICK_DATA_PERIOD_10000_VOLUME:
+    case NX_TICK_DATA_PERIOD_100000_VOLUME:
+    case NX_TICK_DATA_PERIOD_CUSTOM_VOLUME: return true;
+    default: return false;
+    }
+}
+
+std::string nxTickDataPeriodEnum::GetSubscriptionSubjectDescription() const
+{
+    switch (_value)
+    {
+    case NX_TICK_DATA_PERIOD_SECOND: return "SEC";
+    case NX_TICK_DATA_PERIOD_MINUTE: return "MIN";
+    case NX_TICK_DATA_PERIOD_5_MINUTE: return "5MIN";
+    case NX_TICK_DATA_PERIOD_15_MINUTE: return "15MIN";
+    case NX_TICK_DATA_PERIOD_30_MINUTE: return "30MIN";
+    case NX_TICK_DATA_PERIOD_HOUR: return "HOUR";
+    case NX_TICK_DATA_PERIOD_SESSION: return "SESSION";
+    case NX_TICK_DATA_PERIOD_10_MINUTE: return "10MIN";
+    case NX_TICK_DATA_PERIOD_100_VOLUME: return "100VOL";
+    case NX_TICK_DATA_PERIOD_1000_VOLUME: return "1000VOL";
+    case NX_TICK_DATA_PERIOD_10000_VOLUME: return "10000VOL";
+    case NX_TICK_DATA_PERIOD_100000_VOLUME: return "100000VOL";
+    case NX_TICK_DATA_PERIOD_10_MINUTE_ACTUAL: return "10MIN ACTUAL";
+    case NX_TICK_DATA_PERIOD_30_MINUTE_ACTUAL: return "30MIN ACTUAL";
+    case NX_TICK_DATA_PERIOD_HOUR_ACTUAL: return "HOUR ACTUAL";
+    default: return GetShortDescription();
+    }
+}
+
+void nxPriceFormatEnum::GetDefaultNumericValue(nxDecimal& step) const
+{
+    for (Step const& row : steps)
+    {
+        if (row.format != _value)
+            continue;
+        step = nxDecimal(row.numerator, row.denominator, row.places);
+        return;
+    }
+    step.SetNull();
+}
+
+bool nxProductStateBitMask::GetStateBitMaskValueForTokenString(std::string const& word,
+                                                               nxProductStateBitMask& state)
+{
+    std::string upper = word;
+    std::transform(upper.begin(), upper.end(), upper.begin(), ToUpper);
+    for (StateWord const& row : stateWords)
+    {
+        if (row.word != upper)
+            continue;
+        state.SetValue(row.state);
+        return true;
+    }
+    return false;
+}
