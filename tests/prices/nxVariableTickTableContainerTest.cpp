@@ -1,0 +1,215 @@
+// The catalogue: its names, its digits, and that no ladder is left when it is walked over its boundaries.
+#include "core/prices/nxVariableTickTableContainer.h"
+
+#include "core/prices/nxVariableTickTableCatalogue.h"
+#include "tests/prices/nxAllocationCount.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <type_traits>
+
+static_assert(std::is_base_of_v<nxVariableTickTable, nxVariableTickTableCHIX_EUZ1>);
+static_assert(sizeof(nxVariableTickTableCHIX_EUZ1) == sizeof(nxVariableTickTable));
+
+namespace
+{
+constexpr char const* names[] = {
+#define NX_LADDER_BEGIN(name) #name,
+#define NX_RANGE(top, increment)
+#define NX_TOP(increment)
+#define NX_LADDER_END(name)
+#include "core/prices/tables/ladders.def"
+};
+
+// The ladders whose tops are not all multiples of their increments.
+bool IsUneven(std::string const& name)
+{
+    return name == "EURONEXT_23" || name == "CME_01" || name == "CME_14_0_0001";
+}
+
+nxVariableTickTable const& Table(std::string const& name)
+{
+    return *nxVariableTickTableContainer::GetVariableTickTable(
+        nxVariableTickTableContainer::GetVariableTickTableID(name));
+}
+
+std::string Step(std::string const& name, std::string const& price, int ticks)
+{
+    nxDecimal value(price, '.');
+    Table(name).Increment(value, ticks);
+    return value.GetAsString('.');
+}
+
+// Whole numbers of 10^-10, at which every number of the catalogue can be reckoned without rounding.
+constexpr unsigned char exactPlaces = 10;
+
+long long Exact(nxDecimal value)
+{
+    value.SetDecimalPlaces(exactPlaces, false);
+    return value.GetValue();
+}
+
+struct Rung
+{
+    long long price;
+    unsigned char places;
+};
+
+// Three rungs to either side of the top of range `index`, as far as the ranges reach, from the lowest.
+std::vector<Rung> RungsAroundTop(nxVariableTickTable const& table, std::size_t index)
+{
+    auto const& ranges = table.GetRangeData();
+    auto const& [top, increment] = ranges[index];
+    auto const& [nextTop, nextIncrement] = ranges[index + 1];
+    long long const first = index == 0 ? 0 : Exact(ranges[index - 1].first) + Exact(ranges[index - 1].second);
+    long long const last = index + 2 == ranges.size() ? Exact(top) * 100 : Exact(nextTop);
+    std::vector<Rung> rungs;
+    for (long long price = std::max(first, Exact(top) - 3 * Exact(increment)); price <= Exact(top);
+         price += Exact(increment))
+    {
+        rungs.push_back({price, increment.GetDecimalPlaces()});
+    }
+    long long const above = Exact(top) + Exact(increment);
+    for (int step = 0; step < 4 && above + step * Exact(nextIncrement) <= last; ++step)
+    {
+        rungs.push_back({above + step * Exact(nextIncrement), nextIncrement.GetDecimalPlaces()});
+    }
+    return rungs;
+}
+
+// The rung as a price at its own places, mirrored at zero for the sign -1.
+nxDecimal PriceOf(Rung const& rung, int sign)
+{
+    nxDecimal price = nxDecimal::ConstructFromValueAndDecimalPlaces(sign * rung.price, exactPlaces);
+    price.SetDecimalPlaces(rung.places, false);
+    return price;
+}
+
+void ExpectWalk(nxVariableTickTable const& table, std::vector<Rung> const& rungs, int sign)
+{
+    for (std::size_t index = 0; index + 1 < rungs.size(); ++index)
+    {
+        nxDecimal const low = PriceOf(rungs[index], sign);
+        nxDecimal const high = PriceOf(rungs[index + 1], sign);
+        nxDecimal stepped = low;
+        table.Increment(stepped, sign);
+        EXPECT_EQ(stepped.GetAsString('.'), high.GetAsString('.'))
+            << "away from zero, from " << low.GetAsString('.');
+        table.Increment(stepped, -sign);
+        EXPECT_EQ(stepped.GetAsString('.'), low.GetAsString('.'))
+            << "toward zero, from " << high.GetAsString('.');
+        nxDecimal rounded = high;
+        table.RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_DOWN), rounded);
+        EXPECT_TRUE(rounded == high) << high.GetAsString('.') << " is no valid price";
+    }
+}
+} // namespace
+
+TEST(nxVariableTickTableContainerNames, AreThreeForEachLadder)
+{
+    EXPECT_EQ(std::size(names), 150u);
+    std::set<nxVariableTickTable const*> tables;
+    for (std::string const name : names)
+    {
+        EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTableID(name), "VTT_" + name);
+        tables.insert(nxVariableTickTableContainer::GetVariableTickTable("VTT_" + name));
+        EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTable(name), nullptr);
+    }
+    EXPECT_EQ(tables.size(), 150u); // twins are two tables
+    EXPECT_EQ(tables.count(nullptr), 0u);
+    EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTableID("VTT_CHIX_EUZ1"), "");
+    EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTable(""), nullptr);
+}
+
+TEST(nxVariableTickTableContainerLadders, HoldTheTextsDigitForDigit)
+{
+    std::vector<std::pair<std::string, std::string>> expected;
+    std::size_t count = 0;
+    auto const expectRanges = [&expected, &count](std::string const& name)
+    {
+        auto const& ranges = Table(name).GetRangeData();
+        ASSERT_EQ(ranges.size(), expected.size()) << name;
+        for (std::size_t index = 0; index < ranges.size(); ++index)
+        {
+            EXPECT_EQ(ranges[index].first.GetAsString('.'), expected[index].first) << name;
+            EXPECT_EQ(ranges[index].second.GetAsString('.'), expected[index].second) << name;
+        }
+        count += expected.size();
+        expected.clear();
+    };
+#define NX_LADDER_BEGIN(name)
+#define NX_RANGE(top, increment) expected.emplace_back(top, increment);
+#define NX_TOP(increment) expected.emplace_back("9223372036854775807", increment);
+#define NX_LADDER_END(name) expectRanges(#name);
+#include "core/prices/tables/ladders.def"
+    EXPECT_EQ(count, 787u);
+}
+
+TEST(nxVariableTickTableContainerLadders, AreNotLeftByAWalkOverABoundary)
+{
+    for (std::string const name : names)
+    {
+        nxVariableTickTable const& table = Table(name);
+        for (std::size_t index = 0; !IsUneven(name) && index + 1 < table.GetRangeData().size(); ++index)
+        {
+            SCOPED_TRACE(name + " over " + table.GetRangeData()[index].first.GetAsString('.'));
+            std::vector<Rung> const rungs = RungsAroundTop(table, index);
+            ASSERT_GE(rungs.size(), 3u);
+            ExpectWalk(table, rungs, 1);
+            ExpectWalk(table, rungs, -1);
+        }
+    }
+}
+
+TEST(nxVariableTickTableContainerLadders, CrossZeroByTheFirstTick)
+{
+    for (std::string const name : names)
+    {
+        nxDecimal const tick = Table(name).GetMinimumTickIncrement();
+        nxDecimal price = tick;
+        Table(name).Decrement(price);
+        EXPECT_TRUE(price.IsZero()) << name;
+        Table(name).Decrement(price);
+        EXPECT_EQ(nxDecimal::Abs(price).GetAsString('.'), tick.GetAsString('.')) << name;
+        EXPECT_TRUE(price.IsNegative()) << name;
+        Table(name).Increment(price, 2);
+        EXPECT_EQ(price.GetAsString('.'), tick.GetAsString('.')) << name;
+    }
+}
+
+TEST(nxVariableTickTableContainerLadders, KeepTheirOddTops)
+{
+    EXPECT_EQ(Step("EURONEXT_23", "0.1999", 1), "0.2000");
+    EXPECT_EQ(Step("EURONEXT_23", "0.2000", 1), "0.2008");
+    EXPECT_EQ(Step("EURONEXT_23", "0.4992", 1), "0.5000");
+    EXPECT_EQ(Step("EURONEXT_23", "0.5000", -1), "0.4992");
+    EXPECT_EQ(Step("CME_01", "495", 1), "500");
+    EXPECT_EQ(Step("CME_01", "500", 1), "510");
+    EXPECT_EQ(Step("CXE_tck_0010", "1.000", 1), "1.001");
+    EXPECT_EQ(Step("CHIX_tck_0010", "1.000", 1), "1.0010"); // the same tick at another scale
+}
+
+TEST(nxVariableTickTableContainerLookup, AllocatesNothingForAKnownLadder)
+{
+    std::string const identifier = "VTT_CXE_mifid_5";
+    nxDecimal price("19.995", '.');
+    nxAllocationCount const count;
+    nxVariableTickTable const* const table = nxVariableTickTableContainer::GetVariableTickTable(identifier);
+    table->Increment(price);
+    table->Increment(price, -400);
+    (void)table->GetTickIncrement(price);
+    EXPECT_EQ(count.Get(), 0u);
+}
+
+namespace
+{
+// A host's static object, which may be made before those of a library that is linked statically.
+std::string const identifierAtStart = nxVariableTickTableContainer::GetVariableTickTableID("EUREX_165");
+} // namespace
+
+TEST(nxVariableTickTableContainerLookup, IsReadyForStaticObjects)
+{
+    EXPECT_EQ(identifierAtStart, "VTT_EUREX_165");
+}
