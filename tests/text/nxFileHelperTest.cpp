@@ -1,0 +1,158 @@
+// Sizes, times and directories, the last line of a file, and names without their suffix.
+#include "core/text/nxFileHelper.h"
+#include "core/time/nxDateTime.h"
+#include "tests/text/nxTestFile.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+TEST(nxFileHelper, TellsSizeAndTime)
+{
+    nxTestFile const file("12345");
+    EXPECT_EQ(nxFileHelper::GetFileSize(file.Path()), 5u);
+    timespec const times[2] = {{1700000000, 0}, {1700000001, 999999999}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.Path().c_str(), times, 0), 0);
+    nxDateTime const modified = nxFileHelper::GetModificationTime(file.Path());
+    EXPECT_EQ(modified.GetAsTimeValue(), 1700000001);
+    EXPECT_EQ(modified.GetMicroseconds(), 0u);
+    EXPECT_EQ(nxFileHelper::GetFileSize(file.Path() + ".none"), 0u);
+    EXPECT_TRUE(nxFileHelper::GetModificationTime(file.Path() + ".none").IsNull());
+}
+
+TEST(nxFileHelper, CutsLargeSizesToASignedNumber)
+{
+    nxTestFile const file("");
+    ASSERT_EQ(::truncate(file.Path().c_str(), 2147483647), 0);
+    EXPECT_EQ(nxFileHelper::GetFileSize(file.Path()), 2147483647u);
+    ASSERT_EQ(::truncate(file.Path().c_str(), 3000000000), 0);
+    EXPECT_EQ(nxFileHelper::GetFileSize(file.Path()), 18446744072414584320u);
+}
+
+TEST(nxFileHelper, MakesOneDirectory)
+{
+    nxTestFile const place;
+    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(place.Path()));
+    EXPECT_TRUE(nxFileHelper::CreateDirectoryA(place.Path()));
+    EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(place.Path()));
+
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(place.Path()));
+    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(place.Path() + "/no/parents"));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failed to create directory " + place.Path() +
+                                                          ", errno: 17\n"
+                                                          "Failed to create directory " +
+                                                          place.Path() + "/no/parents, errno: 2\n");
+    nxTestFile const file("");
+    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(file.Path()));
+}
+
+TEST(nxFileHelper, TakesWidePathsAsUTF8)
+{
+    nxTestFile const place;
+    std::string const narrow = place.Path() + "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x93\x88";
+    std::wstring const wide =
+        std::wstring(place.Path().begin(), place.Path().end()) + L"\u00E4\u20AC\U0001F4C8";
+    EXPECT_TRUE(nxFileHelper::CreateDirectoryA(wide));
+    EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(wide));
+    EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(narrow));
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(wide));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Failed to create directory " + narrow + ", errno: 17\n");
+    EXPECT_EQ(::rmdir(narrow.c_str()), 0);
+
+    std::wstring const noCharacter = std::wstring(1, static_cast<wchar_t>(0xD800));
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(noCharacter));
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("\xEF\xBF\xBD"), std::string::npos);
+    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(noCharacter));
+}
+
+namespace
+{
+
+struct LastLineRow
+{
+    std::string content;
+    unsigned int maxLength;
+    std::string line; // "old" when it is left alone
+};
+
+} // namespace
+
+TEST(nxFileHelperLastLine, ComesWithoutItsEnd)
+{
+    LastLineRow const rows[] = {
+        {"a\nb\r\n", 100, "b"},
+        {"a\nb", 100, "b"},
+        {"one", 100, "one"},
+        {"\n", 100, "old"},
+        {"\r\n", 100, ""},
+        {"a\n\n", 100, "a\n"}, // only the very last line feed is passed over
+        {"a\n\nb\n", 100, "b"},
+        {"first\nsecond\n", 4, "ond"}, // cut at the front
+        {"first\nsecond\n", 1, "old"},
+        {"first\nsecond", 6, "second"},
+        {"first\nsecond", 7, "second"},
+        {"a\rb\r", 100, "a\rb\r"},
+    };
+    for (LastLineRow const& row : rows)
+    {
+        nxTestFile const file(row.content);
+        std::FILE* const stream = std::fopen(file.Path().c_str(), "rb");
+        std::string line("old");
+        EXPECT_TRUE(nxFileHelper::GetLastLineOfFile(stream, row.maxLength, line).IsOK()) << row.content;
+        EXPECT_EQ(line, row.line) << row.content;
+        EXPECT_EQ(std::ftell(stream), static_cast<long>(row.content.size()));
+        (void)std::fclose(stream);
+    }
+}
+
+TEST(nxFileHelperLastLine, TellsWhatFailed)
+{
+    std::string line("old");
+    nxTestFile const file("");
+    std::FILE* const stream = std::fopen(file.Path().c_str(), "rb");
+    EXPECT_EQ(nxFileHelper::GetLastLineOfFile(nullptr, 10, line), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(nxFileHelper::GetLastLineOfFile(stream, 0, line), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(nxFileHelper::GetLastLineOfFile(stream, 10, line), NX_ERR_FILE_READ_ERR);
+    (void)std::fclose(stream);
+
+    int ends[2] = {};
+    ASSERT_EQ(::pipe(ends), 0);
+    std::FILE* const pipe = ::fdopen(ends[0], "rb");
+    EXPECT_EQ(nxFileHelper::GetLastLineOfFile(pipe, 10, line), NX_ERR_FILE_SEEK_ERR);
+    (void)std::fclose(pipe);
+    (void)::close(ends[1]);
+    EXPECT_EQ(line, "old");
+}
+
+TEST(nxFileHelper, RemovesSuffixes)
+{
+    char const* const rows[][3] = {
+        {"name", "name", "old"},
+        {"file.tar.gz", "file.tar", ".gz"},
+        {"logs.old/file", "logs.old/file", "old"},
+        {"logs.old\\file", "logs.old\\file", "old"},
+        {"a/b.c", "a/b", ".c"},
+        {".hidden", "", ".hidden"},
+        {"end.", "end", "."},
+        {"", "", "old"},
+        {"a/", "a/", "old"},
+    };
+    for (auto const& row : rows)
+    {
+        std::string stem("old");
+        std::string suffix("old");
+        nxFileHelper::RemoveFileTypeSuffix(row[0], stem, suffix);
+        EXPECT_EQ(stem, row[1]) << row[0];
+        EXPECT_EQ(suffix, row[2]) << row[0];
+    }
+    std::string path("in/place.txt");
+    std::string suffix;
+    nxFileHelper::RemoveFileTypeSuffix(path, path, suffix);
+    EXPECT_EQ(path + "|" + suffix, "in/place|.txt");
+}
