@@ -2,7 +2,8 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// API connection type.
+/// By what a process is connected to an API: multicast, a remote daemon, or AWS. The text is a short
+/// code.
 class NX_CORE_API nxAPIConnectionTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxAPIConnectionTypeEnum, 17000, 17010)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Attribute tree drilldown.
+/// How a cell of a tree grid takes part in expanding and collapsing.
 class NX_CORE_API nxAttributeTreeDrilldownBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxAttributeTreeDrilldownBitMask)

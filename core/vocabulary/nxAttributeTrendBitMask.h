@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Attribute trend.
+/// Which way a displayed attribute has been moving.
 class NX_CORE_API nxAttributeTrendBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxAttributeTrendBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// CME market data mode.
+/// Which of CME's data feeds, production or certification, is read in which environment.
 class NX_CORE_API nxCMEMarketDataModeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxCMEMarketDataModeEnum, 3150, 3154)

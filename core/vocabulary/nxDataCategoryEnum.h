@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Data category.
+/// The kinds of document that the data server stores.
 class NX_CORE_API nxDataCategoryEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxDataCategoryEnum, 5600, 5605)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Data interest.
+/// The series of data, such as ticks by the minute, in which an interest is announced.
 class NX_CORE_API nxDataInterestBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxDataInterestBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Data object cache observer.
+/// How an observer of a cache of data objects is told of changes.
 class NX_CORE_API nxDataObjectCacheObserverBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxDataObjectCacheObserverBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// FIX message section.
+/// The three sections of a FIX message.
 class NX_CORE_API nxFIXMessageSectionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxFIXMessageSectionEnum, 8500, 8504)

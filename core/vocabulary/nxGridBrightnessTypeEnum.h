@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Grid brightness type.
+/// Whether the stripes of a grid are darker or brighter than its background.
 class NX_CORE_API nxGridBrightnessTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxGridBrightnessTypeEnum, 14900, 14904)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Grid event.
+/// What a user's mouse did on a grid.
 class NX_CORE_API nxGridEventEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxGridEventEnum, 2300, 2314)

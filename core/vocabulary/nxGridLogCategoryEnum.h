@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Grid log category.
+/// The kinds of entry in the log grid of a screen.
 class NX_CORE_API nxGridLogCategoryEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxGridLogCategoryEnum, 5400, 5417)

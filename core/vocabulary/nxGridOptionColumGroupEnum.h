@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Grid option colum group.
+/// The three groups of columns of an option grid: calls, the strikes in the centre, puts.
 class NX_CORE_API nxGridOptionColumGroupEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxGridOptionColumGroupEnum, 9100, 9104)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Grid stripe method.
+/// By what a grid's background changes shade: not at all, by row, or by group of rows.
 class NX_CORE_API nxGridStripeMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxGridStripeMethodEnum, 3500, 3504)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Hover price info type.
+/// How much price information a screen shows where the mouse hovers.
 class NX_CORE_API nxHoverPriceInfoTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxHoverPriceInfoTypeEnum, 8700, 8703)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Local data source.
+/// Where local data comes from: a chart, a spreadsheet, a price ladder, or a Talvex script.
 class NX_CORE_API nxLocalDataSourceEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxLocalDataSourceEnum, 12900, 12905)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Order ticket type.
+/// The layouts of an order ticket.
 class NX_CORE_API nxOrderTicketTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxOrderTicketTypeEnum, 7900, 7907)

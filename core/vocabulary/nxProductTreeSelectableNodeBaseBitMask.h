@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Product tree selectable node.
+/// The levels of a product tree at which nodes can be selected.
 class NX_CORE_API nxProductTreeSelectableNodeBaseBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxProductTreeSelectableNodeBaseBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Product type GUI display.
+/// The types of product that a screen shows.
 class NX_CORE_API nxProductTypeGUIDisplayBaseBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxProductTypeGUIDisplayBaseBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Trade GUI cash trade action.
+/// What a user does to a cash balance in the trade screen.
 class NX_CORE_API nxTradeGUICashTradeActionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxTradeGUICashTradeActionEnum, 5150, 5153)
