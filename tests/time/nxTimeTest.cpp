@@ -1,0 +1,167 @@
+// What a time of day shows, takes and refuses in each of its three states.
+
+#include "core/time/nxTime.h"
+#include "core/text/nxStringHelper.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+static_assert(!std::is_polymorphic_v<nxTime>);
+static_assert(std::is_nothrow_destructible_v<nxTime>);
+
+namespace
+{
+
+nxTime FromHHMMSS(unsigned int value)
+{
+    nxTime time;
+    time.SetFromHHMMSS(value);
+    return time;
+}
+
+} // namespace
+
+TEST(nxTimeState, DefaultIsMidnightAndNotNull)
+{
+    nxTime const time;
+    EXPECT_FALSE(time.IsNull());
+    EXPECT_EQ(time.GetAsString(), "00:00:00");
+    EXPECT_TRUE(nxTime(nxNullInitalizer{}).IsNull());
+    EXPECT_TRUE(nxTime::GetNullInstance().IsNull());
+    EXPECT_FALSE(nxTime(nxNoChangeInitalizer{}).IsNull());
+    EXPECT_EQ(nxTime::GetSecondsInADay(), 86400u);
+}
+
+TEST(nxTimeState, TextsOfNullAndNoChange)
+{
+    EXPECT_EQ(nxTime(nxNullInitalizer{}).GetAsString(), "INVALID");
+    EXPECT_EQ(nxTime(nxNullInitalizer{}).GetAsLogString(), "NULL");
+    EXPECT_EQ(nxTime(nxNoChangeInitalizer{}).GetAsString(), "INVALID");
+    EXPECT_EQ(nxTime(nxNoChangeInitalizer{}).GetAsLogString(), "INVALID");
+    EXPECT_EQ(FromHHMMSS(93005).GetAsLogString(), "09:30:05");
+}
+
+TEST(nxTimeFields, RangeEndsAndRefusals)
+{
+    nxTime time = FromHHMMSS(123456);
+    EXPECT_EQ(time.SetHour(24), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(time.SetMinute(60), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(time.SetSecond(60), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(time.GetAsHHMMSS(), 123456u);
+    EXPECT_TRUE(time.SetHour(23).IsOK());
+    EXPECT_TRUE(time.SetMinute(59).IsOK());
+    EXPECT_TRUE(time.SetSecond(0).IsOK());
+    EXPECT_EQ(time.GetAsString(), "23:59:00");
+    EXPECT_EQ(time.GetHour(), 23u);
+    EXPECT_EQ(time.GetMinute(), 59u);
+    EXPECT_EQ(time.GetSecond(), 0u);
+}
+
+// A setter leaves the status, so a null keeps a number that nobody reads back but GetAsHHMMSS() and comparisons.
+TEST(nxTimeFields, ANullStaysNullAndHidesWhatWasSet)
+{
+    nxTime time(nxNullInitalizer{});
+    EXPECT_TRUE(time.SetHour(9).IsOK());
+    EXPECT_TRUE(time.IsNull());
+    EXPECT_EQ(time.GetHour(), 0u);
+    EXPECT_EQ(time.GetAsString(), "INVALID");
+    EXPECT_EQ(time.GetAsHHMMSS(), 90000u);
+
+    EXPECT_EQ(time.SetMinute(60), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(time.GetAsHHMMSS(), 90000u) << "a refused value clears nothing";
+    EXPECT_TRUE(time.SetMinute(30).IsOK());
+    EXPECT_EQ(time.GetAsHHMMSS(), 3000u) << "the other two are cleared";
+    EXPECT_EQ(time.SetFromString("9:30"), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(time.GetAsHHMMSS(), 3000u);
+
+    nxTime const copy(time);
+    EXPECT_TRUE(copy.IsNull());
+    EXPECT_EQ(copy.GetAsHHMMSS(), 0u) << "hidden numbers are not copied";
+    nxTime assigned = FromHHMMSS(111111);
+    assigned = time;
+    EXPECT_EQ(assigned.GetAsHHMMSS(), 0u);
+    time.SetNull();
+    EXPECT_EQ(time.GetAsHHMMSS(), 0u);
+}
+
+TEST(nxTimeFields, HHMMSSTakesAnyNumber)
+{
+    EXPECT_EQ(FromHHMMSS(93005).GetAsHHMMSS(), 93005u);
+    nxTime const odd = FromHHMMSS(256199);
+    EXPECT_EQ(odd.GetHour(), 25u);
+    EXPECT_EQ(odd.GetMinute(), 61u);
+    EXPECT_EQ(odd.GetSecond(), 99u);
+    EXPECT_EQ(odd.GetAsString(), "25:61:99");
+    EXPECT_EQ(FromHHMMSS(4294967295u).GetAsString(), "429496:72:95");
+    nxTime null(nxNullInitalizer{});
+    null.SetFromHHMMSS(0);
+    EXPECT_FALSE(null.IsNull());
+}
+
+TEST(nxTimeText, IsReadByPosition)
+{
+    struct Row
+    {
+        char const* text;
+        unsigned int value; // as HHMMSS
+    };
+    for (Row const& row : {Row{"09:30:05", 93005}, {"09:30", 93000}, {"23:59:59", 235959}, {"00:00", 0}})
+    {
+        nxTime time(nxNullInitalizer{});
+        EXPECT_TRUE(time.SetFromString(row.text).IsOK()) << row.text;
+        EXPECT_FALSE(time.IsNull()) << row.text;
+        EXPECT_EQ(time.GetAsHHMMSS(), row.value) << row.text;
+    }
+
+    for (char const* text :
+         {"", "9:30", "09:3", "09-30", "09:30-05", "24:00", "12:60", "12:30:60", "0a:30", " 9:30", "09:30 ",
+          "-1:30", "09:30:5", "09:30:055", "09:30:0/", "09:30::5", "\xb0\xb9:30", "09:30:05 "})
+    {
+        nxTime time = FromHHMMSS(111213);
+        EXPECT_EQ(time.SetFromString(text), NX_ERR_INVALID_PARAMETER) << text;
+        EXPECT_EQ(time.GetAsHHMMSS(), 111213u) << text;
+    }
+    nxTime time;
+    EXPECT_EQ(time.SetFromString(std::string("09:30\0:5", 8)), NX_ERR_INVALID_PARAMETER);
+}
+
+// Only a null on the left is special.
+TEST(nxTimeComparison, LooksAtTheLeftStatusAlone)
+{
+    nxTime const midnight;
+    nxTime const null(nxNullInitalizer{});
+    nxTime const noChange(nxNoChangeInitalizer{});
+    nxTime const noon = FromHHMMSS(120000);
+
+    EXPECT_TRUE(null == nxTime(nxNullInitalizer{}));
+    EXPECT_FALSE(null == midnight);
+    EXPECT_TRUE(midnight == null);
+    EXPECT_TRUE(noChange == null);
+    EXPECT_TRUE(noChange == midnight);
+    EXPECT_TRUE(null != midnight);
+    EXPECT_FALSE(midnight != null);
+
+    EXPECT_TRUE(midnight >= null);
+    EXPECT_FALSE(null >= null);
+    EXPECT_FALSE(null < noon);
+    EXPECT_FALSE(null > midnight);
+    EXPECT_TRUE(noChange < noon);
+    EXPECT_TRUE(noon > null);
+
+    EXPECT_TRUE(FromHHMMSS(95959) < FromHHMMSS(100000));
+    EXPECT_TRUE(FromHHMMSS(100001) > FromHHMMSS(100000));
+    EXPECT_TRUE(FromHHMMSS(100100) >= FromHHMMSS(100059));
+    EXPECT_FALSE(FromHHMMSS(100000) >= FromHHMMSS(100001));
+}
+
+TEST(nxTimeText, StringHelperForms)
+{
+    nxTime time;
+    EXPECT_TRUE(nxStringHelper::SetFromString("17:05", time).IsOK());
+    EXPECT_EQ(nxStringHelper::SetFromString("17h05", time), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(nxStringHelper::GetAsString(time), "17:05:00");
+    std::string text = "at ";
+    nxStringHelper::AppendAsString(text, time);
+    EXPECT_EQ(text, "at 17:05:00");
+}
