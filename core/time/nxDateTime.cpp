@@ -183,6 +183,15 @@ void nxDateTime::GetDayOfWeek(nxDayOfWeekEnum& day) const
     day = static_cast<unsigned int>(NX_DAY_OF_WEEK_SUNDAY) + static_cast<unsigned int>(GetDayOfWeek());
 }
 
+nxValueWrapper<unsigned int, -1, -2> nxDateTime::GetQuarter() const
+{
+    constexpr unsigned int monthsPerQuarter = 3;
+    _ValidateTM();
+    if (!IsValid())
+        return nxValueWrapper<unsigned int, -1, -2>();
+    return static_cast<unsigned int>(_calendar.tm_mon) / monthsPerQuarter;
+}
+
 int nxDateTime::GetAsISODate() const
 {
     _ValidateTM();

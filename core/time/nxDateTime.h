@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/numbers/nxValueWrapper.h"
 #include "core/platform/nxExport.h"
 #include "core/time/nxDateTimeSpan.h"
 #include "core/time/nxTime.h"
@@ -83,6 +84,8 @@ public:
     int GetSecond() const;
     int GetDayOfWeek() const; ///< 0, Sunday, to 6
     void GetDayOfWeek(nxDayOfWeekEnum& day) const;
+    /// 0, January to March, to 3; null unless this is a valid moment.
+    nxValueWrapper<unsigned int, -1, -2> GetQuarter() const;
     /// 20240131; 0 unless this is a valid moment.
     int GetAsISODate() const;
     /// Hour, minute and second; null unless this is a valid moment.

@@ -65,6 +65,7 @@ TEST_F(nxDateTimeInUTC, MarksHaveTheFieldsOfTheEpoch)
     EXPECT_EQ(null.GetYear(), 1970);
     EXPECT_EQ(null.GetAsISODate(), 0);
     EXPECT_TRUE(null.GetTime().IsNull());
+    EXPECT_TRUE(null.GetQuarter().IsNull());
     EXPECT_EQ(null.GetAsString(), "01 Jan 1970 00:00:00.000");
     EXPECT_EQ(null.GetAsString("%Y", true, true), "1970") << "no fraction on a mark in this form";
     EXPECT_EQ(null.GetAsLogString(), "NULL");
@@ -98,6 +99,8 @@ TEST_F(nxDateTimeInUTC, ReadersOfAMoment)
     moment.GetDayOfWeek(day);
     EXPECT_EQ(day, NX_DAY_OF_WEEK_THURSDAY);
     EXPECT_EQ(moment.GetAsISODate(), 20240229);
+    EXPECT_EQ(moment.GetQuarter().GetValue(), 0u) << "counted from zero";
+    EXPECT_EQ(AtSecond(2024, 12, 31, 0, 0, 0).GetQuarter().GetValue(), 3u);
     EXPECT_EQ(moment.GetTime().GetAsHHMMSS(), 93005u);
     EXPECT_EQ(static_cast<long long>(moment), 1709199005);
 }
@@ -271,6 +274,7 @@ TEST_F(nxDateTimeInUTC, AFailedConversionTurnsTheValueNull)
 
         EXPECT_EQ(nxDateTime(value).GetAsISODate(), 0);
         EXPECT_TRUE(nxDateTime(value).GetTime().IsNull());
+        EXPECT_TRUE(nxDateTime(value).GetQuarter().IsNull());
         EXPECT_TRUE(nxDateTime(value).GetAsGMT().IsNull());
         nxDayOfWeekEnum day(NX_DAY_OF_WEEK_MONDAY);
         nxDateTime(value).GetDayOfWeek(day);

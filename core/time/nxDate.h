@@ -1,0 +1,83 @@
+#pragma once
+
+#include "core/numbers/nxValueWrapper.h"
+#include "core/platform/nxExport.h"
+#include "core/vocabulary/nxErrorEnum.h"
+#include "core/vocabulary/nxInitalizers.h"
+
+#include <string>
+
+/// @file
+/// A calendar day as one number.
+
+/// A day in the form 20240131, or null, or no change, in four bytes that can be stored and sent.
+///
+/// The class doesn't know the calendar: every number but the two marks is valid, 0 and 20241345 too. The marks are
+/// those of `nxValueWrapper<unsigned int, -1, -2>`.
+///
+/// A plain value: nothing but the default constructor reads the clock, nothing throws or logs, and an instance that
+/// threads share is guarded by its owner.
+class NX_CORE_API nxDate
+{
+public:
+    /// Today's local date; null should the clock stand before the epoch.
+    nxDate();
+
+    /// @param isoDate  stored as it is, marks included.
+    nxDate(unsigned int const& isoDate);
+    /// The parts are joined without a check; too large a year wraps around.
+    nxDate(unsigned int const& year, unsigned int const& month, unsigned int const& day);
+    nxDate(nxNullInitalizer);
+    nxDate(nxNoChangeInitalizer);
+    nxDate(nxDate const& other) = default;
+    nxDate& operator=(nxDate const& other) = default;
+    nxDate& operator=(unsigned int const& isoDate);
+    ~nxDate() = default;
+
+    static nxDate GetNullInstance();
+    static nxDate GetNoChangeInstance();
+
+    bool IsValid() const;
+    bool IsNull() const;
+    bool IsNoChange() const;
+    void SetNull();
+    void SetNoChange();
+
+    nxValueWrapper<unsigned int, -1, -2> GetAsISODate() const;
+    void SetFromISODate(unsigned int const& isoDate);
+    void SetFromISODate(nxValueWrapper<unsigned int, -1, -2> const& isoDate);
+
+    /// Reads the number in decimal digits, without a check of the calendar; too large a number wraps around.
+    /// @return OK; NX_ERR_INVALID_PARAMETER, with the date unchanged, for an empty text or any other character.
+    nxErrorEnum SetFromString(std::string const& text);
+
+    /// By the number, so that null and no change come after all days. There is no `<=` and no `>=`.
+    bool operator==(nxDate const& other) const;
+    bool operator!=(nxDate const& other) const;
+    bool operator<(nxDate const& other) const;
+    bool operator>(nxDate const& other) const;
+
+    /// @name Text: the number in decimal, nothing for null and no change
+    /// A format is one of the C library's `strftime` and may name the year, the month and the day; the time of day is
+    /// midnight, and a day of the week or year means nothing. It may give up to 1023 bytes, else the text is left out.
+    /// @{
+    std::string GetAsString() const;
+    std::string GetAsString(std::string const& format) const;
+    void AppendAsString(std::string& text) const;
+    void AppendAsString(std::string& text, std::string const& format) const;
+    /// @}
+
+    /// @name Text for the log: the same, but "NULL" for null and "NO_CHANGE" for no change
+    /// @{
+    std::string GetAsLogString() const;
+    std::string GetAsLogString(std::string const& format) const;
+    void AppendAsLogString(std::string& text) const;
+    void AppendAsLogString(std::string& text, std::string const& format) const;
+    /// @}
+
+private:
+    void _AppendAsString(std::string& text, char const* format) const;
+    bool _AppendMarkAsLogString(std::string& text) const;
+
+    unsigned int _isoDate;
+};
