@@ -132,19 +132,32 @@ bool nxEnum::_Set(nxEnum const& other)
 
 bool nxEnum::_Register(unsigned int value, std::string const& token, std::string const& text)
 {
+    return _Enter(value, Descriptions(token, text));
+}
+
+bool nxEnum::_Enter(unsigned int value, Descriptions&& descriptions)
+{
+    std::string const& token = descriptions.first;
     auto& map = _Map();
     auto& reverseMap = _ReverseMap();
-    if (map.contains(value) || reverseMap.contains(token) || token.size() > maxTokenLength)
+    // Rows come in ascending order for the most part, so the end is where a new one belongs.
+    auto const place = map.empty() || map.rbegin()->first < value ? map.end() : map.lower_bound(value);
+    if (place != map.end() && place->first == value)
         return false;
-    map.emplace_hint(map.end(), value, Descriptions(token, text));
-    reverseMap.emplace(token, value);
+    auto const reversePlace = reverseMap.lower_bound(token);
+    if (reversePlace != reverseMap.end() && reversePlace->first == token)
+        return false;
+    if (token.size() > maxTokenLength)
+        return false;
+    reverseMap.emplace_hint(reversePlace, token, value);
+    map.emplace_hint(place, value, std::move(descriptions));
     return true;
 }
 
 bool nxEnum::_RegisterRows(nxEnumRow const* rows)
 {
     for (nxEnumRow const* row = rows; row->token != nullptr; ++row)
-        (void)_Register(row->number, row->token, row->text);
+        (void)_Enter(row->number, Descriptions(row->token, row->text));
     return true;
 }
 

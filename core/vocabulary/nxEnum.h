@@ -208,6 +208,7 @@ private:
     static std::map<std::string, unsigned int>& _ReverseMap();
 
     static Descriptions const& _Describe(unsigned int value);
+    static bool _Enter(unsigned int value, Descriptions&& descriptions);
 
     static bool _RegisterValues();
     static bool _registered;
