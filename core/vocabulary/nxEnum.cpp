@@ -1,5 +1,6 @@
 #include "core/vocabulary/nxEnum.h"
 
+#include "core/vocabulary/nxEnumIndex.h"
 #include "core/vocabulary/nxEnumRow.h"
 
 namespace
@@ -24,13 +25,19 @@ void ForEachRegistered(Map const& map, unsigned int minValue, unsigned int maxVa
 }
 } // namespace
 
+nxEnum::Descriptions const* nxEnum::_Find(unsigned int value)
+{
+    if (value < nxEnumIndex::numberLimit)
+        return _Index().Find(value);
+    auto const& map = _Map();
+    auto const row = map.find(value);
+    return row == map.end() ? nullptr : &row->second;
+}
+
 nxEnum::Descriptions const& nxEnum::_Describe(unsigned int value)
 {
-    auto const& map = _Map();
-    auto row = map.find(value);
-    if (row == map.end())
-        row = map.find(NX_NOT_REGISTERED);
-    return row->second;
+    Descriptions const* const descriptions = _Find(value);
+    return descriptions != nullptr ? *descriptions : *_Find(NX_NOT_REGISTERED);
 }
 
 std::string const& nxEnum::GetShortDescription() const
@@ -65,7 +72,7 @@ bool nxEnum::IsSpecificTypeForInstance()
 
 bool nxEnum::IsRegisteredEnumValue(unsigned int value)
 {
-    return _Map().contains(value);
+    return _Find(value) != nullptr;
 }
 
 void nxEnum::GetRegisteredEnumValuesForInstance(std::vector<nxEnumValue>& values) const
@@ -84,11 +91,8 @@ void nxEnum::GetRegisteredEnumValuesForInstance(std::set<nxEnumValue>& values) c
 
 bool nxEnum::SetFromShortDescriptionString(std::string const& token)
 {
-    auto const& reverseMap = _ReverseMap();
-    auto const found = reverseMap.find(token);
-    if (found == reverseMap.end())
-        return false;
-    return _Set(found->second);
+    unsigned int value = 0;
+    return _Index().Find(token, value) && _Set(value);
 }
 
 bool nxEnum::SetFromString(std::string const& token)
@@ -150,7 +154,8 @@ bool nxEnum::_Enter(unsigned int value, Descriptions&& descriptions)
     if (token.size() > maxTokenLength)
         return false;
     reverseMap.emplace_hint(reversePlace, token, value);
-    map.emplace_hint(place, value, std::move(descriptions));
+    auto const row = map.emplace_hint(place, value, std::move(descriptions));
+    _Index().Add(value, row->second);
     return true;
 }
 

@@ -13,6 +13,7 @@
 /// @file
 /// The base of all enumerations, their registry, and the recipe of a concrete class.
 
+class nxEnumIndex;
 struct nxEnumRow;
 class nxRegistration;
 
@@ -207,6 +208,10 @@ private:
     static std::map<unsigned int, Descriptions>& _Map();
     static std::map<std::string, unsigned int>& _ReverseMap();
 
+    /// Answers for both maps; fed with them.
+    static nxEnumIndex& _Index();
+
+    static Descriptions const* _Find(unsigned int value);
     static Descriptions const& _Describe(unsigned int value);
     static bool _Enter(unsigned int value, Descriptions&& descriptions);
 

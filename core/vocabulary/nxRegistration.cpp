@@ -1,5 +1,6 @@
 #include "core/platform/nxInitialiseFirst.h"
 #include "core/vocabulary/nxBitMaskRow.h"
+#include "core/vocabulary/nxEnumIndex.h"
 #include "core/vocabulary/nxEnumRow.h"
 #include "core/vocabulary/nxVocabulary.h"
 
@@ -16,6 +17,13 @@ std::map<std::string, unsigned int>& nxEnum::_ReverseMap()
 {
     static auto& map = *new std::map<std::string, unsigned int>;
     return map;
+}
+
+nxEnumIndex& nxEnum::_Index()
+{
+    // Constant-initialised, so it needs no guard; what it points to is never freed.
+    static constinit nxEnumIndex index;
+    return index;
 }
 
 template <typename Mask, typename Number, typename Parameter>
