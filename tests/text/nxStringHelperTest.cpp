@@ -1,0 +1,376 @@
+// The exact texts of numbers, the strictness of their parsers, and the handling of texts.
+#include "core/text/nxStringHelper.h"
+#include "core/vocabulary/nxBuySellEnum.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+
+namespace
+{
+
+template <class T>
+std::string Appended(T value)
+{
+    std::string text("x");
+    nxStringHelper::AppendAsString(text, value);
+    return text.substr(1);
+}
+
+template <class T>
+void ExpectText(T value, char const* text)
+{
+    EXPECT_EQ(nxStringHelper::GetAsString(value), text);
+    EXPECT_EQ(Appended(value), text);
+}
+
+/// Parses into `old` and returns what it then holds.
+template <class T>
+T Parsed(std::string const& text, T old, bool accepted)
+{
+    EXPECT_EQ(nxStringHelper::SetFromString(text, old).IsOK(), accepted) << text;
+    return old;
+}
+
+/// The digits gathered in doubles one by one: what the parser's result is bound to.
+double GatheredInDoubles(std::string const& text)
+{
+    double value = 0.0;
+    double divisor = 1.0;
+    bool behind = false;
+    for (char const c : text)
+    {
+        if (c == '.')
+        {
+            behind = true;
+            continue;
+        }
+        value = value * 10.0 + (c - '0');
+        divisor = behind ? divisor * 10.0 : divisor;
+    }
+    return value / divisor;
+}
+
+} // namespace
+
+TEST(nxStringHelperText, WholeNumbers)
+{
+    ExpectText(true, "TRUE");
+    ExpectText(false, "FALSE");
+    ExpectText('A', "65");
+    ExpectText(static_cast<char>(-128), "-128");
+    ExpectText(std::numeric_limits<short>::min(), "-32768");
+    ExpectText(std::numeric_limits<int>::min(), "-2147483648");
+    ExpectText(std::numeric_limits<long long>::min(), "-9223372036854775808");
+    ExpectText(static_cast<unsigned char>(255), "255");
+    ExpectText(static_cast<unsigned short>(65535), "65535");
+    ExpectText(4294967295u, "4294967295");
+    ExpectText(std::numeric_limits<unsigned long long>::max(), "18446744073709551615");
+    EXPECT_EQ(nxStringHelper::GetAsString(-7l), "-7");
+    for (unsigned long long power = 1; power < 1000000000000000000ull; power *= 10)
+    {
+        ExpectText(power, std::to_string(power).c_str());
+        ExpectText(power - 1, std::to_string(power - 1).c_str());
+    }
+}
+
+TEST(nxStringHelperText, OtherValues)
+{
+    ExpectText(nxBuySellEnum(NX_BUY), "BUY");
+    EXPECT_EQ(Appended(std::string("a\0b", 3)).size(), 3u);
+    ExpectText(0.5f, "0.5");
+    EXPECT_EQ(nxStringHelper::GetAsString(0.1f), "0.100000001"); // widened, not shortened
+    std::string text("kept");
+    nxStringHelper::AppendAsString(text, static_cast<char const*>(nullptr));
+    nxStringHelper::AppendAsString(text, "!");
+    EXPECT_EQ(text, "kept!");
+}
+
+TEST(nxStringHelperText, Doubles)
+{
+    struct Row
+    {
+        double value;
+        unsigned int precision;
+        char const* text;
+    };
+    Row const rows[] = {
+        {0.1, 9, "0.1"},
+        {1.05, 9, "1.05"},
+        {-0.5, 9, "-0.5"},
+        {5.0, 9, "5"},
+        {0.25, 9, "0.25"},
+        {100.0, 9, "100"},
+        {1.000000001, 9, "1.000000001"},
+        {1.25, 1, "1.2"},
+        {1.35, 1, "1.4"}, // stored just above the half
+        {1.999, 2, "2"},
+        {0.05, 1, "0.1"}, // a half behind 0 goes up
+        {1.5, 0, "2"},
+        {2.5, 0, "2"},
+        {0.5, 0, "0"},
+        {1.7, 0, "2"},
+        // An exact half behind nines isn't carried.
+        {0.95, 1, "0.1"},
+        {0.9999999995, 9, "0.1"},
+        // A sign stays, unless there was none but in the bits.
+        {-1e-12, 9, "-0"},
+        {-0.25, 0, "-0"},
+        {-0.0, 9, "0"},
+        {0.0, 9, "0"},
+        // The end of the fixed form.
+        {2147483647.0, 9, "2147483647"},
+        {-2147483646.5, 9, "-2147483646.5"},
+        {2147483647.5, 9, "2.147484e+09"},
+        {3000000000.0, 2, "3.000000e+09"},
+        {-1e308, 9, "-1.000000e+308"},
+        {std::numeric_limits<double>::infinity(), 9, "inf"},
+        // Precisions out of range.
+        {0.123456789123, 15, "0.123456789"},
+        {1.5, static_cast<unsigned int>(-1), "2"},
+        {1.5, 0x80000000u, "2"},
+        {1.5, 0x7FFFFFFFu, "1.5"},
+    };
+    for (Row const& row : rows)
+    {
+        EXPECT_EQ(nxStringHelper::GetAsString(row.value, row.precision), row.text) << row.value;
+        std::string appended;
+        nxStringHelper::AppendAsString(appended, row.value, row.precision);
+        EXPECT_EQ(appended, row.text) << row.value;
+    }
+    (void)nxStringHelper::GetAsString(
+        std::numeric_limits<double>::quiet_NaN()); // any text, no undefined cast
+}
+
+// The text is that of "%.9f" without its trailing zeros where the steps lose nothing.
+TEST(nxStringHelperText, DoublesAgainstTheCLibrary)
+{
+    std::mt19937_64 random(1);
+    for (int i = 0; i < 200000; ++i)
+    {
+        // A multiple of 2^-20, of which 10^9 times is exact in a double.
+        double const value =
+            static_cast<double>(static_cast<long long>(random() >> 24) - (1ll << 39)) / 1048576.0;
+        char buffer[64];
+        std::snprintf(buffer, sizeof(buffer), "%.9f", value);
+        std::string expected(buffer);
+        expected.erase(expected.find_last_not_of('0') + 1);
+        nxStringHelper::RightTrim(expected, ".");
+        ASSERT_EQ(nxStringHelper::GetAsString(value), expected);
+    }
+}
+
+TEST(nxStringHelperText, NoLocale)
+{
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr)
+    {
+        GTEST_SKIP() << "no locale with a decimal comma here";
+    }
+    EXPECT_EQ(nxStringHelper::GetAsString(1.5), "1.5");
+    EXPECT_EQ(nxStringHelper::GetAsString(3e9), "3.000000e+09");
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+TEST(nxStringHelperParse, Unsigned)
+{
+    EXPECT_EQ(Parsed("0042", 7u, true), 42u);
+    EXPECT_EQ(Parsed("4294967295", 7u, true), 4294967295u);
+    EXPECT_EQ(Parsed("4294967296", 7u, true), 0u); // wraps
+    EXPECT_EQ(Parsed("65537", static_cast<unsigned short>(7), true), 1);
+    EXPECT_EQ(Parsed("18446744073709551616", 7ull, true), 0ull);
+    EXPECT_EQ(Parsed(std::string("\0", 1), 7u, true), 0u);
+    EXPECT_EQ(Parsed(std::string("12\0x", 4), 7u, true), 12u);
+    for (char const* text : {"", "-", "-1", "+1", " 1", "1 ", "1.0", "1a", "0x1", "\xB2"})
+    {
+        EXPECT_EQ(Parsed(text, 7u, false), 7u);
+        EXPECT_EQ(Parsed(text, 7ull, false), 7ull);
+    }
+}
+
+TEST(nxStringHelperParse, View)
+{
+    unsigned int value = 7;
+    EXPECT_TRUE(nxStringHelper::SetFromStringView(std::string_view("123456", 3), value).IsOK());
+    EXPECT_EQ(value, 123u);
+    EXPECT_FALSE(nxStringHelper::SetFromStringView(std::string_view("12\0", 3), value).IsOK());
+    EXPECT_FALSE(nxStringHelper::SetFromStringView("", value).IsOK());
+    EXPECT_FALSE(nxStringHelper::SetFromStringView("-1", value).IsOK());
+    EXPECT_EQ(value, 123u);
+}
+
+TEST(nxStringHelperParse, Signed)
+{
+    EXPECT_EQ(Parsed("-0", 7, true), 0);
+    EXPECT_EQ(Parsed("-2147483648", 7, true), std::numeric_limits<int>::min());
+    EXPECT_EQ(Parsed("2147483648", 7, true), std::numeric_limits<int>::min()); // wraps
+    EXPECT_EQ(Parsed("-32769", static_cast<short>(7), true), 32767);
+    EXPECT_EQ(Parsed("-9223372036854775808", 7ll, true), std::numeric_limits<long long>::min());
+    EXPECT_EQ(Parsed(std::string("\0", 1), 7, true), 0);
+    for (char const* text : {"", "-", "--1", "+1", " 1", "1-", "1.5"})
+    {
+        EXPECT_EQ(Parsed(text, 7, false), 7);
+        EXPECT_EQ(Parsed(text, static_cast<short>(7), false), 7);
+    }
+    EXPECT_EQ(Parsed(std::string("-\0", 2), 7ll, false), 7ll);
+}
+
+TEST(nxStringHelperParse, OtherValues)
+{
+    EXPECT_TRUE(Parsed("TRUE", false, true));
+    EXPECT_FALSE(Parsed("FALSE", true, true));
+    EXPECT_FALSE(Parsed("true", true, false)); // false, although it was refused
+    EXPECT_FALSE(Parsed("TRUE ", true, false));
+    EXPECT_EQ(Parsed("any text", std::string("old"), true), "any text");
+    EXPECT_TRUE(Parsed("SELL", nxBuySellEnum(NX_BUY), true) == NX_SELL);
+    EXPECT_TRUE(Parsed("Sell", nxBuySellEnum(NX_BUY), false) == NX_BUY);
+    EXPECT_TRUE(Parsed("TRUE", nxBuySellEnum(NX_BUY), false).IsUndefined());
+}
+
+TEST(nxStringHelperParse, Real)
+{
+    struct Row
+    {
+        char const* text;
+        double value;
+    };
+    Row const rows[] = {{"1.5", 1.5},      {"-.5", -0.5}, {"5.", 5.0},
+                        {"007.250", 7.25}, {"-0", -0.0},  {"9007199254740993", 9007199254740993.0}};
+    for (Row const& row : rows)
+    {
+        EXPECT_EQ(Parsed(row.text, 7.0, true), row.value) << row.text;
+    }
+    EXPECT_TRUE(std::signbit(Parsed("-0.0", 7.0, true)));
+    for (char const* text :
+         {"", "-", ".", "-.", "+1", "1e3", "1.2.3", " 1", "1,5", "--1", "inf", "nan", "0x1"})
+    {
+        EXPECT_EQ(Parsed(text, 7.0, false), 7.0);
+    }
+    double value = 7.0;
+    EXPECT_TRUE(nxStringHelper::SetFromString("1,5", value, ',').IsOK());
+    EXPECT_EQ(value, 1.5);
+    EXPECT_FALSE(nxStringHelper::SetFromString(std::string("\0", 1), value, '.').IsOK());
+    EXPECT_EQ(value, 1.5);
+    EXPECT_EQ(Parsed(std::string(400, '9'), 7.0, true), std::numeric_limits<double>::infinity());
+}
+
+// Bit for bit, short numbers and long ones.
+TEST(nxStringHelperParse, RealIsGatheredInDoubles)
+{
+    std::mt19937_64 random(2);
+    for (int i = 0; i < 200000; ++i)
+    {
+        std::string text;
+        for (unsigned long long digits = 1 + random() % 24; digits > 0; --digits)
+        {
+            text.push_back(static_cast<char>('0' + random() % 10));
+        }
+        text.insert(random() % (text.size() + 1), ".");
+        ASSERT_EQ(Parsed(text, 0.0, true), GatheredInDoubles(text)) << text;
+    }
+}
+
+TEST(nxStringHelperHandling, Trimming)
+{
+    struct Row
+    {
+        char const* text;
+        char const* left;
+        char const* right;
+    };
+    Row const rows[] = {{" \t\r\n a b \n", "a b \n", " \t\r\n a b"},
+                        {"  \t", "", ""},
+                        {"", "", ""},
+                        {"\va\v", "\va\v", "\va\v"}};
+    for (Row const& row : rows)
+    {
+        EXPECT_EQ(nxStringHelper::GetLeftTrimmed(row.text), row.left);
+        EXPECT_EQ(nxStringHelper::GetRightTrimmed(row.text), row.right);
+    }
+    std::string zeros("1.500");
+    nxStringHelper::RightTrim(zeros, "0.");
+    EXPECT_EQ(zeros, "1.5");
+    nxStringHelper::RightTrim(zeros, "");
+    EXPECT_EQ(zeros, "1.5");
+}
+
+TEST(nxStringHelperHandling, StripReplaceAndPad)
+{
+    std::string text("a,b,,c,");
+    nxStringHelper::Strip(text, ',');
+    EXPECT_EQ(text, "abc");
+
+    struct Row
+    {
+        char const* text;
+        char const* from;
+        char const* to;
+        char const* replaced;
+    };
+    Row const rows[] = {{"aaa", "a", "aa", "aaaaaa"}, {"aaaa", "aa", "a", "aa"},
+                        {"abab", "ab", "", ""},       {"abc", "", "x", "abc"},
+                        {"", "a", "b", ""},           {"xax", "a", "xax", "xxaxx"}};
+    for (Row const& row : rows)
+    {
+        std::string replaced(row.text);
+        nxStringHelper::Replace(replaced, row.from, row.to);
+        EXPECT_EQ(replaced, row.replaced);
+    }
+
+    nxStringHelper::PadLeft(text, 5, '0');
+    EXPECT_EQ(text, "00abc");
+    nxStringHelper::PadRight(text, 7, '-');
+    EXPECT_EQ(text, "00abc--");
+    nxStringHelper::PadLeft(text, 3, 'x');
+    nxStringHelper::PadRight(text, 7, 'x');
+    EXPECT_EQ(text, "00abc--");
+}
+
+TEST(nxStringHelperHandling, Case)
+{
+    std::string text("aZ_\xE4\xC4");
+    nxStringHelper::ToUpper(text);
+    EXPECT_EQ(text, "AZ_\xE4\xC4");
+    nxStringHelper::ToLower(text);
+    EXPECT_EQ(text, "az_\xE4\xC4");
+    for (int c = -128; c < 128; ++c)
+    {
+        EXPECT_EQ(nxStringHelper::IsUppercase(static_cast<char>(c)), c >= 'A' && c <= 'Z');
+        EXPECT_EQ(nxStringHelper::IsLowercase(static_cast<char>(c)), c >= 'a' && c <= 'z');
+    }
+    EXPECT_EQ(nxStringHelper::GetUppercaseAndUnderscoreFormatted("firstName"), "FIRST_NAME");
+    EXPECT_EQ(nxStringHelper::GetUppercaseAndUnderscoreFormatted("nxDate"), "NX_DATE");
+    EXPECT_EQ(nxStringHelper::GetUppercaseAndUnderscoreFormatted("HTTPServer"), "HTTPSERVER");
+    EXPECT_EQ(nxStringHelper::GetUppercaseAndUnderscoreFormatted("a1B"), "A1B");
+    EXPECT_EQ(nxStringHelper::GetUppercaseAndUnderscoreFormatted(""), "");
+}
+
+TEST(nxStringHelperHandling, Comparison)
+{
+    nxCaseSensitivityEnum const sensitive(NX_CASE_SENSITIVE);
+    nxCaseSensitivityEnum const insensitive(NX_CASE_INSENSITIVE);
+    nxCaseSensitivityEnum const neither;
+    std::string const oneByte("a");
+    std::string const threeBytes("a\0b", 3);
+    std::string const threeOthers("A\0C", 3);
+
+    EXPECT_TRUE(nxStringHelper::Compare("abc", "abc", sensitive));
+    EXPECT_FALSE(nxStringHelper::Compare("abc", "abC", sensitive));
+    EXPECT_TRUE(nxStringHelper::Compare("abc", "aBC", insensitive));
+    EXPECT_FALSE(nxStringHelper::Compare("abc", "ABCD", insensitive));
+    EXPECT_FALSE(nxStringHelper::Compare("abc", "abc", neither));
+    EXPECT_FALSE(nxStringHelper::Compare(threeBytes, threeOthers, insensitive)); // behind the zero byte too
+
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", "b", sensitive), -1);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("b", "A", sensitive), 1);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("ab", "a", sensitive), 1);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("\x80", "a", sensitive), 1); // bytes are unsigned
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically(oneByte, threeBytes, sensitive), 0);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("aBc", "AbC", insensitive), 0);
+    EXPECT_LT(nxStringHelper::CompareAlphabetically("_", "A", insensitive), 0); // small letters decide
+    EXPECT_GT(nxStringHelper::CompareAlphabetically("_", "A", sensitive), 0);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", "b", neither), 0);
+}
