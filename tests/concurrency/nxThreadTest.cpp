@@ -1,0 +1,200 @@
+// The life of a thread object, the numbers of threads, and the barrier.
+#include "core/concurrency/nxThread.h"
+#include "core/concurrency/nxBarrier.h"
+#include "core/concurrency/nxSemaphore.h"
+#include "core/concurrency/nxThreadIndex.h"
+#include "tests/concurrency/SharedMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+static_assert(!std::is_copy_constructible_v<nxThread> && std::has_virtual_destructor_v<nxThread>);
+static_assert(!std::is_convertible_v<nxThread*, nxNonCopyable*>);
+static_assert(!std::is_default_constructible_v<nxThreadIndex>);
+
+namespace
+{
+class Thread : public nxThread
+{
+public:
+    explicit Thread(std::function<void(Thread&)> body) : _body(std::move(body))
+    {
+    }
+
+    nxErrorEnum Run() override
+    {
+        _body(*this);
+        return nxErrorEnum(NX_ERR_INTERNAL); // nobody ever sees it
+    }
+
+private:
+    std::function<void(Thread&)> _body;
+};
+} // namespace
+
+TEST(nxThread, IsCreatedAndWaitedForInTurn)
+{
+    std::atomic<int> runs = 0;
+    nxSemaphore mayEnd(0);
+    Thread thread(
+        [&](Thread&)
+        {
+            ++runs;
+            (void)mayEnd.Wait();
+        });
+    EXPECT_EQ(thread.Wait(), NX_ERR_THR_NOT_RUNNING);
+    for (int round = 1; round <= 2; ++round)
+    {
+        EXPECT_TRUE(thread.Create().IsOK());
+        EXPECT_EQ(thread.Create(), NX_ERR_THR_ALREADY_STARTED);
+        (void)mayEnd.Post();
+        EXPECT_TRUE(thread.Wait().IsOK());
+        EXPECT_EQ(runs, round);
+        EXPECT_EQ(thread.Wait(), NX_ERR_THR_NOT_RUNNING);
+    }
+}
+
+TEST(nxThread, StaysStartedAfterItsBodyHasEnded)
+{
+    nxSemaphore ended(0);
+    Thread thread([&](Thread&) { (void)ended.Post(); });
+    ASSERT_TRUE(thread.Create().IsOK());
+    (void)ended.Wait();
+    EXPECT_EQ(thread.Create(), NX_ERR_THR_ALREADY_STARTED);
+    EXPECT_TRUE(thread.Wait().IsOK());
+}
+
+TEST(nxThread, WaitingForItselfIsADeadlock)
+{
+    nxErrorEnum result;
+    Thread thread([&](Thread& self) { result = self.Wait(); });
+    ASSERT_TRUE(thread.Create().IsOK());
+    EXPECT_TRUE(thread.Wait().IsOK()); // it still counted as started
+    EXPECT_EQ(result, NX_ERR_THR_DEADLOCK);
+}
+
+TEST(nxThread, ASystemWithoutRoomIsAResourceError)
+{
+    int const ended = RunInChild(
+        []
+        {
+            pthread_attr_t attributes;
+            pthread_attr_init(&attributes);
+            pthread_attr_setstacksize(&attributes, std::size_t(1) << 46);
+            pthread_setattr_default_np(&attributes);
+            Thread thread([](Thread&) {});
+            return thread.Create() == NX_ERR_THR_RESOURCE && thread.Wait() == NX_ERR_THR_NOT_RUNNING;
+        });
+    EXPECT_EQ(ended, 1);
+}
+
+TEST(nxThread, SleepsWholeMilliseconds)
+{
+    auto const timeOf = [](unsigned int microseconds)
+    {
+        auto const start = std::chrono::steady_clock::now();
+        nxThread::Sleep(microseconds);
+        return std::chrono::steady_clock::now() - start;
+    };
+    EXPECT_GE(timeOf(20999), std::chrono::milliseconds(20));
+    // A hundred sleeps of no length: were 999 rounded up, they would take 100 ms.
+    auto total = timeOf(0);
+    for (int sleep = 0; sleep < 100; ++sleep)
+    {
+        total += timeOf(999);
+    }
+    EXPECT_LT(total, std::chrono::milliseconds(90));
+}
+
+TEST(nxThread, ThreadsHaveTheSystemsNumbers)
+{
+    EXPECT_EQ(nxThread::GetThreadIDAsString(), std::to_string(getpid())); // the main thread
+    std::string other;
+    std::thread([&] { other = nxThread::GetThreadIDAsString(); }).join();
+    EXPECT_NE(other, nxThread::GetThreadIDAsString());
+}
+
+TEST(nxThreadIndex, CountsInTheOrderOfAsking)
+{
+    unsigned int const main = nxThreadIndex::GetIndexOfCurrentThread();
+    unsigned int const next = nxThreadIndex::_nextIndex;
+    EXPECT_LT(main, next);
+    for (unsigned int expected : {next, next + 1})
+    {
+        std::thread([] { /* never asks, so has none */ }).join();
+        std::thread(
+            [=]
+            {
+                EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
+                EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
+            })
+            .join();
+    }
+    EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), main);
+    EXPECT_EQ(nxThreadIndex::_nextIndex, next + 2);
+}
+
+TEST(nxThreadIndex, IsDistinctUnderContention)
+{
+    constexpr int threads = 8;
+    std::vector<unsigned int> indices(threads);
+    nxBarrier start(threads);
+    std::vector<std::thread> running;
+    for (unsigned int& index : indices)
+    {
+        running.emplace_back(
+            [&]
+            {
+                (void)start.Wait();
+                index = nxThreadIndex::GetIndexOfCurrentThread();
+            });
+    }
+    for (std::thread& thread : running)
+    {
+        thread.join();
+    }
+    std::sort(indices.begin(), indices.end());
+    EXPECT_EQ(std::adjacent_find(indices.begin(), indices.end()), indices.end());
+}
+
+TEST(nxBarrier, HoldsBackUntilAllHaveArrived)
+{
+    constexpr int threads = 3;
+    constexpr int rounds = 200;
+    nxBarrier barrier(threads);
+    std::atomic<int> arrived = 0;
+    std::vector<std::thread> running;
+    for (int thread = 0; thread < threads; ++thread)
+    {
+        running.emplace_back(
+            [&]
+            {
+                for (int round = 1; round <= rounds; ++round)
+                {
+                    ++arrived;
+                    EXPECT_TRUE(barrier.Wait().IsOK());
+                    EXPECT_GE(arrived, round * threads);
+                    EXPECT_TRUE(barrier.Wait().IsOK());
+                }
+            });
+    }
+    for (std::thread& thread : running)
+    {
+        thread.join();
+    }
+    EXPECT_EQ(arrived, threads * rounds);
+}
+
+TEST(nxBarrier, ARefusedCountHoldsNobodyBack)
+{
+    nxBarrier none(0);
+    EXPECT_TRUE(none.Wait().IsOK());
+}
