@@ -1,0 +1,352 @@
+// Named mutexes and semaphores between processes that share nothing but a name: this program starts itself
+// anew in a role, talks to it through a pipe and kills it.
+#include "core/concurrency/nxWindowsMutex.h"
+#include "core/concurrency/nxWindowsSemaphore.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <type_traits>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+static_assert(!std::is_copy_constructible_v<nxWindowsMutex> && std::has_virtual_destructor_v<nxWindowsMutex>);
+static_assert(!std::is_copy_constructible_v<nxWindowsSemaphore> &&
+              std::has_virtual_destructor_v<nxWindowsSemaphore>);
+static_assert(sizeof(nxWindowsMutex) == 2 * sizeof(void*) && sizeof(nxWindowsSemaphore) == 2 * sizeof(void*));
+
+namespace
+{
+void Say(char word)
+{
+    (void)!write(STDOUT_FILENO, &word, 1);
+}
+
+[[noreturn]] void SleepForEver()
+{
+    while (true)
+    {
+        pause();
+    }
+}
+
+// How many counts there are to take at once.
+int TakeAll(nxWindowsSemaphore& semaphore)
+{
+    int taken = 0;
+    while (semaphore.TimedWait(0.0).IsOK())
+    {
+        ++taken;
+    }
+    return taken;
+}
+
+// The body of a started process.
+int PlayRole(std::string const& role, std::string const& name)
+{
+    if (role == "hold")
+    {
+        nxWindowsMutex mutex(name);
+        (void)mutex.Lock();
+        Say('h');
+        SleepForEver();
+    }
+    if (role == "lock")
+    {
+        nxWindowsMutex mutex(name);
+        (void)mutex.Lock();
+        Say('l');
+        (void)mutex.Unlock();
+        return 0;
+    }
+    if (role == "open")
+    {
+        nxWindowsSemaphore semaphore(name, 4, 5);
+        Say('o');
+        SleepForEver();
+    }
+    if (role == "take")
+    {
+        nxWindowsSemaphore semaphore(name, 9, 9);
+        return TakeAll(semaphore);
+    }
+    if (role == "wait")
+    {
+        nxWindowsSemaphore semaphore(name, 0, 1);
+        Say('w');
+        (void)semaphore.Wait();
+        return 7;
+    }
+    return -1;
+}
+
+class OtherProcess
+{
+public:
+    OtherProcess(char const* role, std::string const& name)
+    {
+        int ends[2] = {};
+        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
+        _output = ends[0];
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        std::string arguments[] = {"/proc/self/exe", "--role", role, name};
+        char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), arguments[3].data(),
+                        nullptr};
+        EXPECT_EQ(posix_spawn(&_process, argv[0], &actions, nullptr, argv, environ), 0);
+        posix_spawn_file_actions_destroy(&actions);
+        close(ends[1]);
+    }
+
+    ~OtherProcess()
+    {
+        if (_process != 0)
+        {
+            Kill();
+        }
+        close(_output);
+    }
+
+    OtherProcess(OtherProcess const&) = delete;
+    OtherProcess& operator=(OtherProcess const&) = delete;
+
+    // @return the next word that the process says, 0 when it says none in that time.
+    char Hear(int milliseconds) const
+    {
+        pollfd output = {_output, POLLIN, 0};
+        char word = 0;
+        return poll(&output, 1, milliseconds) == 1 && read(_output, &word, 1) == 1 ? word : '\0';
+    }
+
+    void Kill()
+    {
+        kill(_process, SIGKILL);
+        (void)End();
+    }
+
+    int End()
+    {
+        int status = 0;
+        waitpid(_process, &status, 0);
+        _process = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t _process = 0;
+    int _output = -1;
+};
+
+constexpr int soon = 50;      // milliseconds in which nothing must happen
+constexpr int surely = 30000; // milliseconds in which it must
+
+std::string Unique(std::string const& name)
+{
+    return name + std::to_string(getpid());
+}
+} // namespace
+
+TEST(nxWindowsMutex, ExcludesOtherProcessesUntilItsOwnerHasUnlockedAsOftenAsLocked)
+{
+    std::string const name = Unique("Global\\mutex/");
+    nxWindowsMutex mutex(name);
+    nxWindowsMutex again(name);
+    (void)mutex.Lock();
+    (void)again.Lock();
+    OtherProcess other("lock", name);
+    EXPECT_EQ(other.Hear(soon), '\0');
+    EXPECT_TRUE(mutex.Unlock().IsOK());
+    EXPECT_EQ(other.Hear(soon), '\0');
+    EXPECT_TRUE(mutex.Unlock().IsOK());
+    EXPECT_EQ(other.Hear(surely), 'l');
+    EXPECT_EQ(other.End(), 0);
+}
+
+TEST(nxWindowsMutex, UnlockByAnotherThreadChangesNothing)
+{
+    std::string const name = Unique("foreign");
+    nxWindowsMutex mutex(name);
+    EXPECT_TRUE(mutex.Unlock().IsOK());
+    (void)mutex.Lock();
+    std::thread([&] { EXPECT_TRUE(mutex.Unlock().IsOK()); }).join();
+    OtherProcess other("lock", name);
+    EXPECT_EQ(other.Hear(soon), '\0');
+    (void)mutex.Unlock();
+    EXPECT_EQ(other.Hear(surely), 'l');
+}
+
+TEST(nxWindowsMutex, TheDestructorReleasesNothing)
+{
+    std::string const name = Unique("destroyed");
+    {
+        nxWindowsMutex mutex(name);
+        (void)mutex.Lock();
+    }
+    OtherProcess other("lock", name);
+    EXPECT_EQ(other.Hear(soon), '\0');
+    (void)nxWindowsMutex(name).Unlock();
+    EXPECT_EQ(other.Hear(surely), 'l');
+}
+
+TEST(nxWindowsMutex, AWaiterGetsTheLockOfAKilledOwner)
+{
+    std::string const name = Unique("killed");
+    nxWindowsMutex const keptOpen(name);
+    for (int round = 0; round < 20; ++round)
+    {
+        OtherProcess owner("hold", name);
+        ASSERT_EQ(owner.Hear(surely), 'h');
+        OtherProcess waiter("lock", name);
+        if (round == 0)
+        {
+            EXPECT_EQ(waiter.Hear(soon), '\0');
+        }
+        owner.Kill();
+        EXPECT_EQ(waiter.Hear(surely), 'l');
+        EXPECT_EQ(waiter.End(), 0);
+    }
+}
+
+TEST(nxWindowsMutex, NamesAreAnyBytes)
+{
+    // None of them crashes or is the mutex of another.
+    std::string const names[] = {Unique(""),
+                                 Unique(std::string(1, '\0')),
+                                 Unique("../x"),
+                                 Unique("%2E"),
+                                 Unique("."),
+                                 Unique(std::string(10000000, 'x')),
+                                 Unique(std::string(9999999, 'x') + 'y')};
+    for (std::string const& name : names)
+    {
+        nxWindowsMutex mutex(name);
+        (void)mutex.Lock();
+    }
+    std::thread(
+        [&]
+        {
+            nxWindowsMutex different(Unique("different"));
+            (void)different.Lock();
+            (void)different.Unlock();
+        })
+        .join();
+    for (std::string const& name : names)
+    {
+        (void)nxWindowsMutex(name).Unlock();
+    }
+    std::thread(
+        [&]
+        {
+            for (std::string const& name : names)
+            {
+                (void)nxWindowsMutex(name).Lock();
+                (void)nxWindowsMutex(name).Unlock();
+            }
+        })
+        .join();
+    nxWindowsMutex empty("");
+    (void)empty.Lock();
+    (void)empty.Unlock();
+}
+
+TEST(nxWindowsSemaphore, TheFirstCountsWin)
+{
+    std::string const name = Unique("first");
+    nxWindowsSemaphore first(name, 2, 3);
+    nxWindowsSemaphore second(name, 1, 100);
+    EXPECT_EQ(TakeAll(second), 2);
+    for (int post = 0; post < 10; ++post)
+    {
+        EXPECT_TRUE(second.Post().IsOK()); // at the maximum too
+    }
+    OtherProcess other("take", name);
+    EXPECT_EQ(other.End(), 3);
+    EXPECT_EQ(TakeAll(first), 0);
+}
+
+TEST(nxWindowsSemaphore, WakesAnotherProcess)
+{
+    std::string const name = Unique("wakes");
+    OtherProcess waiter("wait", name);
+    ASSERT_EQ(waiter.Hear(surely), 'w');
+    (void)nxWindowsSemaphore(name, 1, 1).Post();
+    EXPECT_EQ(waiter.End(), 7);
+}
+
+TEST(nxWindowsSemaphore, CountsLiveAsLongAsAProcessHasThemOpen)
+{
+    std::string const name = Unique("lifetime");
+    OtherProcess opener("open", name); // with 4
+    ASSERT_EQ(opener.Hear(surely), 'o');
+    EXPECT_EQ(OtherProcess("take", name).End(), 4);
+    EXPECT_EQ(OtherProcess("take", name).End(), 0);
+    opener.Kill();
+    EXPECT_EQ(OtherProcess("take", name).End(), 9); // a new semaphore
+    EXPECT_EQ(OtherProcess("take", name).End(), 9);
+}
+
+TEST(nxWindowsSemaphore, TimesOut)
+{
+    nxWindowsSemaphore semaphore(Unique("time"), 0, 1);
+    for (double seconds : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 0.0009, 0.03})
+    {
+        EXPECT_EQ(semaphore.TimedWait(seconds), NX_ERR_THR_TIMEDOUT) << seconds;
+    }
+    std::thread poster([&] { (void)semaphore.Post(); });
+    EXPECT_TRUE(semaphore.TimedWait(1e300).IsOK());
+    poster.join();
+}
+
+TEST(nxWindowsSemaphore, CountsThatAreRefusedMakeAnObjectThatDoesNothing)
+{
+    nxWindowsSemaphore noMaximum(Unique("refused"), 0, 0);
+    nxWindowsSemaphore tooMany(Unique("refused"), 2, 1);
+    for (nxWindowsSemaphore* semaphore : {&noMaximum, &tooMany})
+    {
+        EXPECT_TRUE(semaphore->Wait().IsOK());
+        EXPECT_TRUE(semaphore->TimedWait(100.0).IsOK());
+        EXPECT_TRUE(semaphore->Post().IsOK());
+    }
+    nxWindowsSemaphore usable(Unique("refused"), 1, 1); // the name is still free
+    EXPECT_EQ(TakeAll(usable), 1);
+}
+
+TEST(nxWindowsSemaphore, AFloodOfOpenersAgreesOnOneObject)
+{
+    // Processes that come and go while nobody holds the name for long: each sees either a whole object or a
+    // new one.
+    std::string const name = Unique("flood");
+    for (int round = 0; round < 10; ++round)
+    {
+        OtherProcess first("take", name);
+        OtherProcess second("take", name);
+        OtherProcess third("take", name);
+        int const taken[] = {first.End(), second.End(), third.End()};
+        for (int count : taken)
+        {
+            EXPECT_GE(count, 0);
+            EXPECT_LE(count, 9);
+        }
+        EXPECT_GE(taken[0] + taken[1] + taken[2], 9);
+    }
+}
+
+int main(int argc, char** argv)
+{
+    if (argc == 4 && std::string_view(argv[1]) == "--role")
+    {
+        return PlayRole(argv[2], argv[3]);
+    }
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
