@@ -182,12 +182,10 @@ private:
                           std::string std::pair<std::string, std::string>::*word) const;
 };
 
-/// What every concrete mask has, of either width. What is only declared here is defined from the class's rows
-/// in core/vocabulary/tables.
-#define NX_MASK_COMMON(Class, Base)                                                                          \
-    Class(Class const& other) = default;                                                                     \
-    Class& operator=(Class const& other) = default;                                                          \
-    using Base::operator=;                                                                                   \
+/// The name of a concrete mask and the registration of its rows. What is only declared here is defined from the
+/// class's rows in core/vocabulary/tables.
+#define NX_MASK_ROWS(Class)                                                                                  \
+public:                                                                                                      \
     std::string GetClassNameA() const override;                                                              \
                                                                                                              \
 private:                                                                                                     \
@@ -196,3 +194,10 @@ private:                                                                        
     static bool _registered;                                                                                 \
                                                                                                              \
 public:
+
+/// What every concrete mask has, of either width.
+#define NX_MASK_COMMON(Class, Base)                                                                          \
+    Class(Class const& other) = default;                                                                     \
+    Class& operator=(Class const& other) = default;                                                          \
+    using Base::operator=;                                                                                   \
+    NX_MASK_ROWS(Class)
