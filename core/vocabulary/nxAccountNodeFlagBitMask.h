@@ -11,7 +11,8 @@ class NX_CORE_API nxAccountNodeFlagBitMask : public nxBitMask64
     bool GetGenerateExchangeStrategyPositions() const;
     bool GetGenerateSyntheticStrategyPositions() const;
 
-    /// Setting a flag of a mask that is null or "no change" starts it from 0; taking a flag away leaves these states.
+    /// Setting a flag of a mask that is null or "no change" starts it from 0; taking a flag away leaves these
+    /// states.
     void SetGenerateExchangeStrategyPositions(bool generate);
     void SetGenerateSyntheticStrategyPositions(bool generate);
 
@@ -21,8 +22,8 @@ class NX_CORE_API nxAccountNodeFlagBitMask : public nxBitMask64
     /// Replaces this mask by the flag of each of the two fields that are set.
     void ConvertFromAccountNodeDefinitionFieldsBitMask(nxAccountNodeDefinitionFieldsBitMask const& fields);
 
-    /// Takes over those flags whose field is present and keeps the others. A mask that is null or "no change" starts
-    /// from 0, even when nothing is present.
+    /// Takes over those flags whose field is present and keeps the others. A mask that is null or "no change"
+    /// starts from 0, even when nothing is present.
     void MergeFromAccountNodeFlagsBitMaskUsingPresenceFieldsBitMask(
         nxAccountNodeFlagBitMask const& other, nxAccountNodeDefinitionFieldsBitMask const& presence);
 };

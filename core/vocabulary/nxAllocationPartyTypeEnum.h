@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Allocation party type.
+/// The party to which a trade is allocated.
 class NX_CORE_API nxAllocationPartyTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxAllocationPartyTypeEnum, 10600, 10603)

@@ -182,8 +182,8 @@ private:
                           std::string std::pair<std::string, std::string>::*word) const;
 };
 
-/// The name of a concrete mask and the registration of its rows. What is only declared here is defined from the
-/// class's rows in core/vocabulary/tables.
+/// The name of a concrete mask and the registration of its rows. What is only declared here is defined from
+/// the class's rows in core/vocabulary/tables.
 #define NX_MASK_ROWS(Class)                                                                                  \
 public:                                                                                                      \
     std::string GetClassNameA() const override;                                                              \

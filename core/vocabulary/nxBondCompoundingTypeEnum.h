@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Bond compounding type.
+/// How the interest of a bond is compounded.
 class NX_CORE_API nxBondCompoundingTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxBondCompoundingTypeEnum, 10100, 10103)

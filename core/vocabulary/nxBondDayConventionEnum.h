@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Bond day convention.
+/// How the days of a bond's interest are counted.
 class NX_CORE_API nxBondDayConventionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxBondDayConventionEnum, 9900, 9906)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Bond frequency.
+/// How often a bond pays interest.
 class NX_CORE_API nxBondFrequencyEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxBondFrequencyEnum, 9800, 9804)

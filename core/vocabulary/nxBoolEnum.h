@@ -17,4 +17,11 @@ class NX_CORE_API nxBoolEnum : public nxEnum
     {
         return *this = value ? NX_TRUE : NX_FALSE;
     }
+
+    /// Compares with the row of the truth value; without this it would be compared as the number 0 or 1.
+    template <std::same_as<bool> Bool>
+    bool operator==(Bool value) const
+    {
+        return *this == (value ? NX_TRUE : NX_FALSE);
+    }
 };

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Client ID qualifier.
+/// What the client's identification in a regulatory report denotes.
 class NX_CORE_API nxClientIDQualifierEnum : public nxEnum
 {
     NX_ENUM_CLASS_PLAIN(nxClientIDQualifierEnum, 14500, 14503)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Currency.
+/// A currency, by its three-letter code; there is room in the block for more.
 class NX_CORE_API nxCurrencyEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxCurrencyEnum, 1400, 1450)

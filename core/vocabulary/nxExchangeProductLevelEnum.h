@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Exchange product level.
+/// The level of an exchange's hierarchy of products: product, series or outright.
 class NX_CORE_API nxExchangeProductLevelEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxExchangeProductLevelEnum, 1700, 1704)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Exchange trade transaction send reason.
+/// Why a gateway sends trades again.
 class NX_CORE_API nxExchangeTradeTransactionSendReasonEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxExchangeTradeTransactionSendReasonEnum, 1950, 1955)

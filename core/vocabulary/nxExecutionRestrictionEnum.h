@@ -10,7 +10,7 @@ class NX_CORE_API nxExecutionRestrictionEnum : public nxEnum
     /// True for a stop and a trailing stop.
     bool IsVariantOfStop() const;
 
-    /// The restriction whose token ends in this word, whether the token is the long or the shortened form: "IOC",
-    /// "ICEBERG"; undefined when there is none. Case matters.
+    /// The restriction whose token ends in this word, whether the token is the long or the shortened form:
+    /// "IOC", "ICEBERG"; undefined when there is none. Case matters.
     static nxExecutionRestrictionEnum CreateFromString(std::string const& word);
 };

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Fill source.
+/// Where a fill was made: at an exchange or by matching orders within the firm.
 class NX_CORE_API nxFillSourceEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxFillSourceEnum, 12500, 12503)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Generic data access level.
+/// What a user may do with data: read, write, execute.
 class NX_CORE_API nxGenericDataAccessLevelBaseBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxGenericDataAccessLevelBaseBitMask)

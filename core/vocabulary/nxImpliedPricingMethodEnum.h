@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Implied pricing method.
+/// How prices that are implied by other markets are made.
 class NX_CORE_API nxImpliedPricingMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxImpliedPricingMethodEnum, 7800, 7807)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Intra day product definition update.
+/// What of a product's definition may change during the day.
 class NX_CORE_API nxIntraDayProductDefinitionUpdateBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxIntraDayProductDefinitionUpdateBitMask)

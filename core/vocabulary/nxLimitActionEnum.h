@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Limit action.
+/// What is done when a limit is reached, in rising order.
 class NX_CORE_API nxLimitActionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxLimitActionEnum, 2600, 2605)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Limit.
+/// The figure that a limit bounds.
 class NX_CORE_API nxLimitEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxLimitEnum, 2150, 2159)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Limit server mode.
+/// Which checks a limit server makes.
 class NX_CORE_API nxLimitServerModeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxLimitServerModeEnum, 7500, 7505)

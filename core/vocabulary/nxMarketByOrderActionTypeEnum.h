@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Market by order action type.
+/// What happens to one order in a book that shows every order.
 class NX_CORE_API nxMarketByOrderActionTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxMarketByOrderActionTypeEnum, 14300, 14307)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Market depth update type.
+/// How an update of the market's depth is to be taken.
 class NX_CORE_API nxMarketDepthUpdateTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxMarketDepthUpdateTypeEnum, 800, 803)

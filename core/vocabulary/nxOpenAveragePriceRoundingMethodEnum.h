@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Open average price rounding method.
+/// How the average price of an open position is rounded.
 class NX_CORE_API nxOpenAveragePriceRoundingMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxOpenAveragePriceRoundingMethodEnum, 12100, 12103)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Order fill summary field.
+/// The fields of a summary of an order's fills.
 class NX_CORE_API nxOrderFillSummaryFieldBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxOrderFillSummaryFieldBitMask)

@@ -2,7 +2,8 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Order transaction status.
+/// The step that a transaction of an order has come to, from validation through security, risk and limits to
+/// the exchange's answer.
 class NX_CORE_API nxOrderTransactionStatusEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxOrderTransactionStatusEnum, 1200, 1222)

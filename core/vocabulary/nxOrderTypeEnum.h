@@ -2,8 +2,8 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// What kind of order it is: one that rests at a limit or goes at market, or one of the wholesale trades that are agreed
-/// outside the order book and reported to it.
+/// What kind of order it is: one that rests at a limit or goes at market, or one of the wholesale trades that
+/// are agreed outside the order book and reported to it.
 class NX_CORE_API nxOrderTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxOrderTypeEnum, 1000, 1011)

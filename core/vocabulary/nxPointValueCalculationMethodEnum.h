@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Point value calculation method.
+/// How the money that one point of a price is worth is calculated.
 class NX_CORE_API nxPointValueCalculationMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxPointValueCalculationMethodEnum, 12200, 12205)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Posting code.
+/// How a trade is posted to an account at the clearing house.
 class NX_CORE_API nxPostingCodeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxPostingCodeEnum, 2900, 2906)

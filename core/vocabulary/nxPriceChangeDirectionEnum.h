@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Price change direction.
+/// The direction in which a price went.
 class NX_CORE_API nxPriceChangeDirectionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxPriceChangeDirectionEnum, 7300, 7304)

@@ -4,8 +4,8 @@
 
 class nxDecimal;
 
-/// The way in which a product's prices are written: as decimals, or with fractions of a given kind. It selects the
-/// converter between texts and prices.
+/// The way in which a product's prices are written: as decimals, or with fractions of a given kind. It
+/// selects the converter between texts and prices.
 class NX_CORE_API nxPriceFormatEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxPriceFormatEnum, 4500, 4529)

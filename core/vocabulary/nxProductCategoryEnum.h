@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Product category.
+/// What lies under a product: an index, a share or an interest rate.
 class NX_CORE_API nxProductCategoryEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxProductCategoryEnum, 900, 904)

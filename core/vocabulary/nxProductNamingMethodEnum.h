@@ -8,7 +8,7 @@ class NX_CORE_API nxProductNamingMethodEnum : public nxEnum
     NX_ENUM_CLASS(nxProductNamingMethodEnum, 15900, 15905)
     NX_ENUM_LESS(nxProductNamingMethodEnum)
 
-    /// True when the name can only be told with the product's definition at hand, which is so for all methods but
-    /// the platform's own.
+    /// True when the name can only be told with the product's definition at hand, which is so for all methods
+    /// but the platform's own.
     bool RequiresProductDefinition() const;
 };

@@ -37,7 +37,8 @@ class NX_CORE_API nxProductStateBitMask : public nxBitMask
         return IsMarketOpenForOrderManagement();
     }
 
-    /// The state that an exchange's word for it stands for; several words may mean the same: "OPEN", "NORMAL".
+    /// The state that an exchange's word for it stands for; several words may mean the same: "OPEN",
+    /// "NORMAL".
     /// @param word  in letters of either case
     /// @param state  replaced as a whole
     /// @return false for an unknown word, which leaves `state` as it was.

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Prof trade order capacity.
+/// The part that an order plays in a trade between professionals.
 class NX_CORE_API nxProfTradeOrderCapacityEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxProfTradeOrderCapacityEnum, 10800, 10803)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Profit and loss calculation price type.
+/// The price at which a position is valued.
 class NX_CORE_API nxProfitAndLossCalculationPriceTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxProfitAndLossCalculationPriceTypeEnum, 8400, 8410)

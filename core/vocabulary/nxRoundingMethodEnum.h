@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Rounding method.
+/// Which way a number is rounded to a multiple of a step.
 class NX_CORE_API nxRoundingMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxRoundingMethodEnum, 7400, 7405)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Series naming method.
+/// How the series of a product is written.
 class NX_CORE_API nxSeriesNamingMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxSeriesNamingMethodEnum, 16000, 16004)

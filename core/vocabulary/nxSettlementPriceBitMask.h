@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask.h"
 
-/// Settlement price.
+/// What kind of settlement price it is; several can hold at once.
 class NX_CORE_API nxSettlementPriceBitMask : public nxBitMask
 {
     NX_MASK_CLASS(nxSettlementPriceBitMask)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Settlement type.
+/// How a product is settled.
 class NX_CORE_API nxSettlementTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxSettlementTypeEnum, 1300, 1303)

@@ -18,8 +18,8 @@ class NX_CORE_API nxSyntheticOrderTypeEnum : public nxEnum
     /// True for both forms of Talvex.
     bool IsVariantOfTalvex() const;
 
-    /// True when users may pass this action through to the children of such an order: only NX_FUNCTION_SHATTER_ORDER,
-    /// and only where the order can be shattered.
+    /// True when users may pass this action through to the children of such an order: only
+    /// NX_FUNCTION_SHATTER_ORDER, and only where the order can be shattered.
     bool IsSupportedPassThroughAction(nxEnumValue action) const;
 
     /// The token without the prefix that the class's tokens begin with, in whichever of its three spellings.

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Synthetic spread payup method.
+/// When a synthetic spread pays up, giving price away to get its legs done.
 class NX_CORE_API nxSyntheticSpreadPayupMethodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxSyntheticSpreadPayupMethodEnum, 13000, 13004)

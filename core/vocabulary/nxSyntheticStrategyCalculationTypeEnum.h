@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Synthetic strategy calculation type.
+/// How the price of a synthetic strategy is calculated from those of its legs.
 class NX_CORE_API nxSyntheticStrategyCalculationTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxSyntheticStrategyCalculationTypeEnum, 8800, 8807)

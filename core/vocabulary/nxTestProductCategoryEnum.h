@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Test product category.
+/// What a test product is there for.
 class NX_CORE_API nxTestProductCategoryEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxTestProductCategoryEnum, 15400, 15404)

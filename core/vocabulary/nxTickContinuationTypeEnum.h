@@ -2,7 +2,8 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Tick continuation type.
+/// With what a history of ticks goes on when its series expires: nothing, the next series, or that of a year
+/// later.
 class NX_CORE_API nxTickContinuationTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxTickContinuationTypeEnum, 14000, 14004)

@@ -2,7 +2,8 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// What one bar of a chart of ticks spans: a time, a volume, a session, or a time by the market's actual schedule.
+/// What one bar of a chart of ticks spans: a time, a volume, a session, or a time by the market's actual
+/// schedule.
 class NX_CORE_API nxTickDataPeriodEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxTickDataPeriodEnum, 12300, 12319)
@@ -13,6 +14,7 @@ class NX_CORE_API nxTickDataPeriodEnum : public nxEnum
     /// True when a bar ends after a volume and not after a time.
     bool IsVolumeBased() const;
 
-    /// The word for the period in subscription subjects, such as "5MIN" or "100VOL"; the token where there is none.
+    /// The word for the period in subscription subjects, such as "5MIN" or "100VOL"; the token where there is
+    /// none.
     std::string GetSubscriptionSubjectDescription() const;
 };

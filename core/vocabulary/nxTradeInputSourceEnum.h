@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Trade input source.
+/// Who entered a trade: a person or a program.
 class NX_CORE_API nxTradeInputSourceEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxTradeInputSourceEnum, 10900, 10904)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxBitMask64.h"
 
-/// User node definition fields.
+/// The fields that a partial definition of a user carries.
 class NX_CORE_API nxUserNodeDefinitionFieldsBitMask : public nxBitMask64
 {
     NX_MASK64_CLASS(nxUserNodeDefinitionFieldsBitMask)

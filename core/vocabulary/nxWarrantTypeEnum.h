@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Warrant type.
+/// The kind of a warrant.
 class NX_CORE_API nxWarrantTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxWarrantTypeEnum, 13300, 13309)

@@ -2,7 +2,7 @@
 
 #include "core/vocabulary/nxEnum.h"
 
-/// Yield calculation type.
+/// By which method a yield is calculated.
 class NX_CORE_API nxYieldCalculationTypeEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxYieldCalculationTypeEnum, 10000, 10004)
