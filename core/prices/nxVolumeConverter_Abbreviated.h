@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/numbers/nxDecimal.h"
+#include "core/prices/nxVolumeConverter.h"
+
+/// Volumes with a suffix for thousands and millions: 1500000 is "1.5M" and 1234 is "1.234k".
+///
+/// No digit is rounded: what a suffix has no place for is cut off.
+class NX_CORE_API nxVolumeConverter_Abbreviated : public nxVolumeConverter
+{
+public:
+    nxVolumeConverter* Clone() const override;
+    void GetFormattedDisplayVolume(LongVolume const& volume, std::string& text) const override;
+    void GetFormattedDisplayVolume(nxVolume const& volume, std::string& text) const override;
+
+    /// @return a tenth of the volume's power of ten, from 10 to 1000000; 10 for a volume that is null or no change.
+    unsigned int GetVolumeIncrement(nxVolume const& volume) const override;
+
+    /// Digits, '.', 'K', 'k', 'M' and 'm' besides what every format passes on.
+    bool IsValidVolumeCharacter(int character) const override;
+
+    /// Takes a suffix in either case. Trailing zeros count as decimals: "1.2340k" is refused. 4294967294 and 4294967295
+    /// are answered by true, though they mean no change and null.
+    bool SetVolumeFromString(std::string const& text, nxVolume& volume, bool& tooPrecise) const override;
+
+protected:
+    /// Decimals of a text in millions: 6.
+    virtual unsigned char _GetMaxMillionsPlaces() const;
+    /// Decimals of a text in thousands: 3.
+    virtual unsigned char _GetMaxThousandsPlaces() const;
+
+private:
+    struct _Unit
+    {
+        int size;
+        unsigned char maximumPlaces;
+        char const* suffix;
+    };
+
+    _Unit _GetUnitOfSize(long long volume) const;
+    void _Format(long long volume, std::string& text) const;
+};
