@@ -1,0 +1,168 @@
+// What threads, forks and a changing environment do to the calendar: nothing. Run under the thread sanitizer too.
+
+#include "core/platform/nxEnvironmentLock.h"
+#include "core/time/nxDateTime.h"
+#include "core/time/nxElapsedTimeCounter.h"
+#include "core/time/nxTimeStamp.h"
+#include "tests/time/nxTestZone.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr long long summerMoment = 1720000000; // 3 July 2024 05:46:40 in New York
+
+// Runs the work over and over on so many threads until it is destroyed.
+class Crowd
+{
+public:
+    Crowd(int size, std::function<void(long long)> const& work)
+    {
+        for (int i = 0; i != size; ++i)
+        {
+            _threads.emplace_back(
+                [this, work, i]
+                {
+                    for (long long n = i; !_stops; ++n)
+                        work(n);
+                });
+        }
+    }
+
+    ~Crowd()
+    {
+        _stops = true;
+        for (std::thread& thread : _threads)
+            thread.join();
+    }
+
+private:
+    std::atomic<bool> _stops = false;
+    std::vector<std::thread> _threads;
+};
+
+// Waits for a child, but not for ever.
+bool EndsWell(pid_t child)
+{
+    for (int i = 0; i != 10'000; ++i)
+    {
+        int status = 0;
+        if (waitpid(child, &status, WNOHANG) == child)
+            return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        usleep(1'000);
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    return false;
+}
+
+// Another hour with each call, so that no remembered offset answers.
+bool CalendarAnswers(long long hour)
+{
+    nxDateTime const moment(summerMoment + hour % 100'000 * 3600);
+    nxDateTime const sameFields(moment.GetYear(), moment.GetMonth(), moment.GetDay(), moment.GetHour(),
+                                moment.GetMinute(), moment.GetSecond(), 0);
+    char text[nxTimeStamp::fastStringSize];
+    unsigned long long const length =
+        nxTimeStamp(moment.GetAsTimeValue(), 0).GetAsStringFast(text, sizeof(text));
+    return length == sizeof(text) && sameFields.GetMinute() == 46 &&
+           moment.GetAsString_Seconds().find(":46:40") != std::string::npos;
+}
+
+} // namespace
+
+class nxCalendarThreads : public testing::Test
+{
+    nxTestZone _zone{"America/New_York"};
+};
+
+TEST_F(nxCalendarThreads, EightThreadsUseTheGMTOperationsAtOnce)
+{
+    nxDateTime const moment(summerMoment);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i != 8; ++i)
+    {
+        threads.emplace_back(
+            [&wrong, own = moment]
+            {
+                int const offset = nxDateTime::GetTimezoneOffsetFromGMT();
+                for (int n = 0; n != 2000; ++n)
+                {
+                    nxDateTime fromGMT;
+                    fromGMT.SetFromGMT(2024, 7, 3, 9, 46, 40, 0);
+                    wrong += own.GetAsGMT().GetHour() != 9;
+                    wrong += nxDateTime::GetCurrentTimeAsGMT() < own;
+                    wrong += nxDateTime::GetTimezoneOffsetFromGMT() != offset;
+                    wrong += fromGMT.GetMinute() != 46;
+                }
+            });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(nxCalendarThreads, StampsAndStopwatchesAreShared)
+{
+    nxTimeStamp const stamp(summerMoment, 0);
+    std::atomic<int> wrong = 0;
+    {
+        Crowd const crowd(8,
+                          [&](long long n)
+                          {
+                              char text[nxTimeStamp::fastStringSize];
+                              stamp.GetAsStringFast(text, sizeof(text));
+                              wrong += std::string(text) != "03Jul24 05:46:40.000.000";
+                              wrong += !CalendarAnswers(n);
+                              nxElapsedTimeCounter::ResetGlobalTime();
+                              wrong += nxElapsedTimeCounter::GetGlobalElapsedTimeInSeconds() > 60.0;
+                          });
+        usleep(100'000);
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+// The C library's calendar has a lock that a child of fork() inherits as another thread left it.
+TEST_F(nxCalendarThreads, AForkedChildHasACalendar)
+{
+    Crowd const crowd(4, [](long long n) { (void)CalendarAnswers(n); });
+    for (int i = 0; i != 100; ++i)
+    {
+        pid_t const child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0)
+            _exit(CalendarAnswers(i) ? 0 : 1);
+        ASSERT_TRUE(EndsWell(child)) << "child " << i;
+    }
+}
+
+// setenv() moves the environment's memory; whoever changes it under the lock disturbs no conversion.
+TEST_F(nxCalendarThreads, AChangingEnvironmentDoesNoHarm)
+{
+    std::atomic<int> wrong = 0;
+    {
+        Crowd const crowd(3, [&](long long n) { wrong += !CalendarAnswers(n); });
+        for (int i = 0; i != 3000; ++i)
+        {
+            std::string const name = "NX_TEST_" + std::to_string(i);
+            nxPlatform::EnvironmentLock lock;
+            setenv(name.c_str(), std::string(static_cast<std::size_t>(i), 'x').c_str(), 1);
+            if (i % 3 != 0)
+                unsetenv(name.c_str());
+        }
+    }
+    EXPECT_EQ(wrong, 0);
+}
