@@ -3,10 +3,11 @@
 /// @file
 /// A row of a bit mask as the tables hold it.
 
-/// One row, of a mask of either width; the row after the last has no token.
+/// One row; the row after the last has no token.
+template <typename Number>
 struct nxBitMaskRow
 {
-    unsigned long long bits;
+    Number bits;
     char const* token;
     char const* text;
 };

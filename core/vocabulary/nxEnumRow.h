@@ -7,7 +7,6 @@
 struct nxEnumRow
 {
     unsigned int number;
-    char const* enumerator; ///< its name in C++
     char const* token;
     char const* text;
 };
