@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -150,9 +151,24 @@ private:
 constexpr int soon = 50;      // milliseconds in which nothing must happen
 constexpr int surely = 30000; // milliseconds in which it must
 
+// Marks this run's names, in a form that is seen in the names of their files too.
+std::string const mark = "-" + std::to_string(getpid()) + "-";
+
 std::string Unique(std::string const& name)
 {
-    return name + std::to_string(getpid());
+    return name + mark;
+}
+
+void RemoveFilesOfThisRun()
+{
+    for (std::filesystem::directory_entry const& file : std::filesystem::directory_iterator("/dev/shm"))
+    {
+        std::string const name = file.path().filename();
+        if (name.starts_with("nxcore.") && name.find(mark) != std::string::npos)
+        {
+            std::filesystem::remove(file.path());
+        }
+    }
 }
 } // namespace
 
@@ -225,8 +241,8 @@ TEST(nxWindowsMutex, NamesAreAnyBytes)
                                  Unique("../x"),
                                  Unique("%2E"),
                                  Unique("."),
-                                 Unique(std::string(10000000, 'x')),
-                                 Unique(std::string(9999999, 'x') + 'y')};
+                                 std::string(10000000, 'x'),
+                                 std::string(9999999, 'x') + 'y'};
     for (std::string const& name : names)
     {
         nxWindowsMutex mutex(name);
@@ -348,5 +364,7 @@ int main(int argc, char** argv)
         return PlayRole(argv[2], argv[3]);
     }
     testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    int const result = RUN_ALL_TESTS();
+    RemoveFilesOfThisRun();
+    return result;
 }
