@@ -25,10 +25,13 @@ nxErrorEnum nxThread::Create()
     (void)pthread_attr_init(&_attributes);
     _started = true; // before the body can ask for it
     int const result = pthread_create(&_thread, &_attributes, &_ThreadProc, this);
-    _started = result == 0;
+    if (result == 0)
+    {
+        return nxErrorEnum();
+    }
+    _started = false;
     switch (result)
     {
-    case 0: return nxErrorEnum();
     case EAGAIN: return nxErrorEnum(NX_ERR_THR_RESOURCE);
     case EPERM: return nxErrorEnum(NX_ERR_THR_PERMISSION);
     default: return nxErrorEnum(NX_ERR_THR_MISMATCH);
@@ -56,7 +59,8 @@ nxErrorEnum nxThread::_TryWait()
     {
         return nxErrorEnum(NX_ERR_THR_NOT_RUNNING);
     }
-    int const result = nxPlatform::TryJoin(_thread);
+    bool const itself = pthread_equal(_thread, pthread_self()) != 0;
+    int const result = itself ? EDEADLK : nxPlatform::TryJoin(_thread);
     return result == EBUSY ? nxErrorEnum(NX_ERR_THR_LOCKED) : _Joined(result);
 }
 

@@ -1,0 +1,34 @@
+#include "core/concurrency/nxFunctorQueue.h"
+
+#include "core/concurrency/nxMutexGuard.h"
+
+nxFunctorQueue::nxFunctorQueue() = default;
+nxFunctorQueue::~nxFunctorQueue() = default;
+
+nxErrorEnum nxFunctorQueue::Push(nxFunctor* functor)
+{
+    {
+        nxMutexGuard guard(_mutex);
+        _functors.push_back(functor);
+    }
+    (void)_Signal();
+    return nxErrorEnum();
+}
+
+unsigned int nxFunctorQueue::Size() const
+{
+    nxMutexGuard guard(_mutex);
+    return static_cast<unsigned int>(_functors.size());
+}
+
+nxErrorEnum nxFunctorQueue::_Pop(nxFunctor** functor)
+{
+    nxMutexGuard guard(_mutex);
+    if (_functors.empty())
+    {
+        return nxErrorEnum(NX_ERR_NOT_FOUND); // the argument stays as it is
+    }
+    *functor = _functors.front();
+    _functors.pop_front();
+    return nxErrorEnum();
+}

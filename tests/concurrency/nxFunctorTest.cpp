@@ -1,0 +1,379 @@
+// Functor queues: order, ownership, what is left at a stop, and stops that never hang.
+#include "core/concurrency/nxFunctor.h"
+#include "core/concurrency/nxFunctorQueue.h"
+#include "core/concurrency/nxFunctorThread.h"
+#include "core/concurrency/nxFunctorThreadPool.h"
+#include "core/concurrency/nxManuallyDispatchedFunctorQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <stdexcept>
+#include <thread>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <signal.h>
+#include <unistd.h>
+
+static_assert(!std::is_copy_constructible_v<nxFunctorThread>);
+static_assert(!std::is_copy_constructible_v<nxFunctorQueue>);
+static_assert(!std::is_copy_constructible_v<nxManuallyDispatchedFunctorQueue>);
+static_assert(!std::is_constructible_v<nxManuallyDispatchedFunctorQueue, nxFunctorQueueBase const&>);
+static_assert(!std::is_default_constructible_v<nxFunctorThreadPool>);
+static_assert(std::is_copy_assignable_v<nxFunctor>);
+
+namespace
+{
+std::atomic<int> alive = 0;
+
+class Functor : public nxFunctor
+{
+public:
+    explicit Functor(std::function<void()> work) : _work(std::move(work))
+    {
+        ++alive;
+    }
+    ~Functor() override
+    {
+        --alive;
+    }
+
+protected:
+    void _Invoke() override
+    {
+        _work();
+    }
+
+private:
+    std::function<void()> _work;
+};
+
+void Push(nxFunctorQueueBase& queue, std::function<void()> work)
+{
+    EXPECT_TRUE(queue.Push(new Functor(std::move(work))).IsOK());
+}
+
+// Lets a test take what a stopped queue still holds.
+class Queue : public nxFunctorQueue
+{
+public:
+    using nxFunctorQueue::_Pop;
+
+    ~Queue() override
+    {
+        nxFunctor* left = nullptr;
+        while (_Pop(&left).IsOK())
+        {
+            delete left;
+        }
+    }
+};
+
+template <typename Condition>
+void WaitUntil(Condition condition)
+{
+    while (!condition())
+    {
+        std::this_thread::yield();
+    }
+}
+} // namespace
+
+TEST(nxManuallyDispatchedFunctorQueue, RunsTheOldestFirstOnTheCallingThread)
+{
+    nxManuallyDispatchedFunctorQueue queue;
+    EXPECT_EQ(queue.Dispatch(), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(queue.DispatchAll(), NX_ERR_NOT_FOUND);
+
+    std::vector<int> ran;
+    std::thread::id const here = std::this_thread::get_id();
+    for (int number : {1, 2, 3})
+    {
+        Push(queue,
+             [&, number]
+             {
+                 EXPECT_EQ(std::this_thread::get_id(), here);
+                 ran.push_back(number);
+                 if (number == 2)
+                 {
+                     Push(queue, [&] { ran.push_back(4); });
+                 }
+             });
+    }
+    EXPECT_EQ(queue.Size(), 3u);
+    EXPECT_TRUE(queue.Dispatch().IsOK());
+    EXPECT_EQ(queue.Size(), 2u);
+    EXPECT_EQ(queue.DispatchAll(), NX_ERR_NOT_FOUND); // all is done
+    EXPECT_EQ(ran, (std::vector<int>{1, 2, 3, 4}));
+    EXPECT_EQ(alive, 0);
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
+TEST(nxManuallyDispatchedFunctorQueue, AnEmptyQueueNullsTheArgumentWhileAWorkersQueueLeavesIt)
+{
+    Functor* const marker = new Functor([] {});
+    nxFunctor* popped = marker;
+    nxManuallyDispatchedFunctorQueue manual;
+    EXPECT_EQ(manual.Pop(&popped), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(popped, nullptr);
+
+    popped = marker;
+    Queue queue;
+    EXPECT_EQ(queue._Pop(&popped), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(popped, marker);
+    delete marker;
+}
+
+TEST(nxManuallyDispatchedFunctorQueue, NullRunsNothingAndAnExceptionPassesToTheCaller)
+{
+    nxManuallyDispatchedFunctorQueue queue;
+    EXPECT_TRUE(queue.Push(nullptr).IsOK());
+    EXPECT_TRUE(queue.Dispatch().IsOK());
+
+    Push(queue, [] { throw std::runtime_error("work"); });
+    EXPECT_THROW((void)queue.Dispatch(), std::runtime_error);
+    EXPECT_EQ(alive, 0);
+    EXPECT_EQ(queue.Size(), 0u);
+}
+
+TEST(nxManuallyDispatchedFunctorQueue, AnOverrideOfPopIsSeenByAllWhoTake)
+{
+    class Counting : public nxManuallyDispatchedFunctorQueue
+    {
+    public:
+        int pops = 0;
+
+    protected:
+        nxErrorEnum _Pop(nxFunctor** functor) override
+        {
+            ++pops;
+            return nxManuallyDispatchedFunctorQueue::_Pop(functor);
+        }
+    };
+    Counting queue;
+    nxFunctor* popped = nullptr;
+    (void)queue.Pop(&popped);
+    (void)queue.Dispatch();
+    (void)queue.DispatchAll();
+    EXPECT_EQ(queue.pops, 3);
+}
+
+TEST(nxFunctorThread, RunsInTheOrderOfPushingAndDeletes)
+{
+    constexpr int functors = 10000;
+    std::vector<int> ran; // touched by the one worker alone
+    std::atomic<int> count = 0;
+    nxFunctorQueue queue;
+    queue.Create(new nxFunctorThread);
+    for (int number = 0; number < functors; ++number)
+    {
+        Push(queue,
+             [&, number]
+             {
+                 ran.push_back(number);
+                 ++count;
+             });
+    }
+    EXPECT_TRUE(queue.Push(nullptr).IsOK()); // a worker has nothing to call there
+    Push(queue, [&] { Push(queue, [&] { ++count; }); });
+    WaitUntil([&] { return count == functors + 1; });
+    EXPECT_TRUE(queue.Stop().IsOK());
+    ASSERT_EQ(ran.size(), std::size_t(functors));
+    for (int number = 0; number < functors; ++number)
+    {
+        ASSERT_EQ(ran[std::size_t(number)], number);
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(nxFunctorThread, WhatIsLeftAtAStopNeitherRunsNorIsDeleted)
+{
+    std::atomic<bool> began = false;
+    std::atomic<bool> mayEnd = false;
+    std::atomic<int> ran = 0;
+    {
+        Queue queue;
+        queue.Create(new nxFunctorThread);
+        Push(queue,
+             [&]
+             {
+                 began = true;
+                 WaitUntil([&] { return mayEnd.load(); });
+                 ++ran;
+             });
+        Push(queue, [&] { ++ran; });
+        WaitUntil([&] { return began.load(); });
+        std::thread stopper([&] { EXPECT_TRUE(queue.Stop().IsOK()); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(10)); // the stop is under way, and has to wait
+        mayEnd = true;
+        stopper.join();
+        // Rarely the stop came late and both have run; then there is nothing left to look at.
+        EXPECT_EQ(queue.Size() + static_cast<unsigned int>(ran), 2u);
+        EXPECT_EQ(static_cast<unsigned int>(alive), queue.Size());
+        Push(queue, [&] { ++ran; });
+        EXPECT_EQ(queue.Stop(), NX_UNDEFINED); // once more is harmless, and says OK
+        EXPECT_EQ(static_cast<unsigned int>(alive), queue.Size());
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(nxFunctorThread, WithoutAQueueThereIsNothingToRunOrToWake)
+{
+    nxFunctorThread worker;
+    EXPECT_EQ(worker.Run(), NX_ERR_THR_UNSUPPORTED);
+    EXPECT_EQ(worker._Stop(), NX_ERR_THR_NOT_RUNNING);
+    {
+        nxFunctorThread started;
+        EXPECT_TRUE(started._Start().IsOK());
+        EXPECT_EQ(started._Start(), NX_ERR_THR_ALREADY_STARTED);
+    }
+    nxFunctorThreadPool neverConnected(3);
+    nxFunctorThreadPool nobody(0);
+    EXPECT_TRUE(nobody._Start().IsOK());
+    EXPECT_TRUE(nobody._Stop().IsOK());
+    nxFunctorQueue queue;
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
+TEST(nxFunctorThread, StoppedOnceItStaysStopped)
+{
+    Queue queue;
+    nxFunctorThread worker;
+    worker._SetFunctorQueueBase(&queue);
+    ASSERT_TRUE(worker._Start().IsOK());
+    EXPECT_TRUE(worker._Stop().IsOK());
+    Push(queue, [] { FAIL(); });
+    EXPECT_TRUE(worker._Start().IsOK());
+    EXPECT_TRUE(worker.Wait().IsOK());
+    EXPECT_EQ(queue.Size(), 1u);
+}
+
+TEST(nxFunctorThread, TheWaitOfADerivedWorkerIsTheOneThatIsCalled)
+{
+    class Counting : public nxFunctorThread
+    {
+    public:
+        int waits = 0;
+
+        nxErrorEnum Wait() override
+        {
+            ++waits;
+            return nxFunctorThread::Wait();
+        }
+    };
+    Queue queue;
+    Counting worker;
+    worker._SetFunctorQueueBase(&queue);
+    ASSERT_TRUE(worker._Start().IsOK());
+    EXPECT_TRUE(worker._Stop().IsOK());
+    EXPECT_EQ(worker.waits, 1);
+}
+
+TEST(nxFunctorThread, AStopFromWithinItsOwnWorkDoesNotHang)
+{
+    std::atomic<bool> stopped = false;
+    Queue queue;
+    queue.Create(new nxFunctorThreadPool(3));
+    Push(queue,
+         [&]
+         {
+             EXPECT_TRUE(queue.Stop().IsOK());
+             stopped = true;
+         });
+    WaitUntil([&] { return stopped.load(); });
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
+TEST(nxFunctorThread, LeavesTheProcessesSignalsToTheHost)
+{
+    static std::atomic<int> handled;
+    handled = 0;
+    struct sigaction action = {};
+    action.sa_handler = [](int) { ++handled; };
+    sigaction(SIGUSR2, &action, nullptr);
+    nxFunctorQueue queue;
+    queue.Create(new nxFunctorThreadPool(2)); // while the host still takes its signals
+
+    sigset_t heldOff;
+    sigemptyset(&heldOff);
+    sigaddset(&heldOff, SIGUSR2);
+    pthread_sigmask(SIG_BLOCK, &heldOff, nullptr);
+    kill(getpid(), SIGUSR2);
+    std::atomic<bool> ran = false;
+    Push(queue, [&] { ran = true; });
+    WaitUntil([&] { return ran.load(); });
+    EXPECT_EQ(handled, 0);
+    pthread_sigmask(SIG_UNBLOCK, &heldOff, nullptr);
+    EXPECT_EQ(handled, 1);
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
+TEST(nxFunctorThreadPool, RunsEachFunctorOnce)
+{
+    constexpr int producers = 4;
+    constexpr int functorsEach = 5000;
+    std::vector<std::atomic<int>> runs(producers * functorsEach);
+    std::atomic<int> count = 0;
+    nxFunctorQueue queue;
+    queue.Create(new nxFunctorThreadPool(4));
+    std::vector<std::thread> threads;
+    for (int producer = 0; producer < producers; ++producer)
+    {
+        threads.emplace_back(
+            [&, producer]
+            {
+                for (int functor = 0; functor < functorsEach; ++functor)
+                {
+                    std::atomic<int>& run = runs[std::size_t(producer * functorsEach + functor)];
+                    Push(queue,
+                         [&]
+                         {
+                             ++run;
+                             ++count;
+                         });
+                    (void)queue.Size();
+                }
+            });
+    }
+    for (std::thread& thread : threads)
+    {
+        thread.join();
+    }
+    WaitUntil([&] { return count == producers * functorsEach; });
+    EXPECT_TRUE(queue.Stop().IsOK());
+    for (std::atomic<int> const& run : runs)
+    {
+        ASSERT_EQ(run, 1);
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(nxFunctorThreadPool, StopsOfIdleWorkersNeverHang)
+{
+    constexpr int pools = 1000;
+    constexpr int load = 20;
+    auto slowest = std::chrono::steady_clock::duration::zero();
+    for (int pool = 0; pool < pools; ++pool)
+    {
+        std::atomic<int> count = 0;
+        nxFunctorQueue queue;
+        queue.Create(new nxFunctorThreadPool(8));
+        for (int functor = 0; functor < load; ++functor)
+        {
+            Push(queue, [&] { ++count; });
+        }
+        WaitUntil([&] { return count == load; });
+        auto const start = std::chrono::steady_clock::now();
+        ASSERT_TRUE(queue.Stop().IsOK());
+        slowest = std::max(slowest, std::chrono::steady_clock::now() - start);
+    }
+    RecordProperty("slowest_stop_us",
+                   static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(slowest).count()));
+    EXPECT_EQ(alive, 0);
+}
