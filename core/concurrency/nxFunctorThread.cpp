@@ -14,8 +14,8 @@ nxFunctorThread::nxFunctorThread() = default;
 
 nxFunctorThread::~nxFunctorThread()
 {
-    _queue = nullptr;
     (void)nxThread::Wait();
+    _queue = nullptr; // only now: the worker reads it when it begins
 }
 
 nxErrorEnum nxFunctorThread::Run()

@@ -232,6 +232,7 @@ TEST(nxFunctorThread, WithoutAQueueThereIsNothingToRunOrToWake)
         nxFunctorThread started;
         EXPECT_TRUE(started._Start().IsOK());
         EXPECT_EQ(started._Start(), NX_ERR_THR_ALREADY_STARTED);
+        EXPECT_TRUE(started.Wait().IsOK()); // it ended by itself
     }
     nxFunctorThreadPool neverConnected(3);
     nxFunctorThreadPool nobody(0);
