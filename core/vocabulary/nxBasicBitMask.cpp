@@ -107,10 +107,10 @@ bool nxBasicBitMask<Mask, Number, Parameter>::_Register(std::string const& class
 }
 
 template <typename Mask, typename Number, typename Parameter>
-bool nxBasicBitMask<Mask, Number, Parameter>::_RegisterRows(nxBitMaskRow<Number> const* rows)
+bool nxBasicBitMask<Mask, Number, Parameter>::_RegisterRows(nxBitMaskRow const* rows)
 {
-    for (nxBitMaskRow<Number> const* row = rows; row->token != nullptr; ++row)
-        (void)_Register(row->bits, row->token, row->text);
+    for (nxBitMaskRow const* row = rows; row->token != nullptr; ++row)
+        (void)_Register(static_cast<Number>(row->bits), row->token, row->text);
     return true;
 }
 

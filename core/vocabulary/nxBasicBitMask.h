@@ -10,7 +10,6 @@
 /// @file
 /// What the 32-bit and the 64-bit masks have in common.
 
-template <typename Number>
 struct nxBitMaskRow;
 class nxRegistration;
 
@@ -166,7 +165,7 @@ protected:
                           std::string const& text);
 
     /// Enters rows up to the one without a token.
-    bool _RegisterRows(nxBitMaskRow<Number> const* rows);
+    bool _RegisterRows(nxBitMaskRow const* rows);
 
     Number _value = 0;
 

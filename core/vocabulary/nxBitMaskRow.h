@@ -3,11 +3,10 @@
 /// @file
 /// A row of a bit mask as the tables hold it.
 
-/// One row; the row after the last has no token.
-template <typename Number>
+/// One row, of a mask of either width; the row after the last has no token.
 struct nxBitMaskRow
 {
-    Number bits;
+    unsigned long long bits;
     char const* token;
     char const* text;
 };

@@ -169,9 +169,9 @@ bool nxEnum::_RegisterRows(nxEnumRow const* rows)
 bool nxEnum::_RegisterValues()
 {
     static constexpr nxEnumRow rows[] = {
-        {NX_UNDEFINED, undefinedToken, "undefined"},
-        {NX_NOT_REGISTERED, notRegisteredToken, "not registered"},
-        {NX_NO_CHANGE, noChangeToken, "no change"},
+        {NX_UNDEFINED, "NX_UNDEFINED", undefinedToken, "undefined"},
+        {NX_NOT_REGISTERED, "NX_NOT_REGISTERED", notRegisteredToken, "not registered"},
+        {NX_NO_CHANGE, "NX_NO_CHANGE", noChangeToken, "no change"},
         {},
     };
     return _RegisterRows(rows);

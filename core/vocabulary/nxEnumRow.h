@@ -7,6 +7,7 @@
 struct nxEnumRow
 {
     unsigned int number;
+    char const* enumerator; ///< its name in C++
     char const* token;
     char const* text;
 };

@@ -3,6 +3,10 @@
 #include "core/vocabulary/nxEnumIndex.h"
 #include "core/vocabulary/nxEnumRow.h"
 #include "core/vocabulary/nxVocabulary.h"
+#include "core/vocabulary/nxVocabularyCatalogue.h"
+
+#include <iterator>
+#include <type_traits>
 
 // All rows of all classes become known here, in one unit: the order is fixed, and a program that links the
 // static library can't lose a class, since every description goes through the maps that are defined here too.
@@ -41,7 +45,21 @@ nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>::_Get
 
 // clang-format off
 
-// The class's name and bounds, and its rows as one array, which the compiler takes far faster than a call a row.
+// The rows of a class as one array, which the compiler takes far faster than a call a row; the registry and the
+// catalogue are both made from it.
+#define NX_ENUM_BEGIN(Class) static constexpr nxEnumRow Class##Rows[] = {
+#define NX_ROW(number, token, text) {number, #token, #token, text},
+#define NX_WORD(number, token, text) {number, "NX_" #token, #token, text},
+#define NX_TEXT(number, enumerator, token, text) {number, #enumerator, token, text},
+#define NX_ENUM_END(Class) {}};
+#include "core/vocabulary/tables/enumerations.def"
+
+#define NX_MASK_BEGIN(Class) static constexpr nxBitMaskRow Class##Rows[] = {
+#define NX_BIT(bits, token, text) {bits, token, text},
+#define NX_MASK_END(Class) {}};
+#include "core/vocabulary/tables/masks.def"
+
+// What the recipes of the classes only declare.
 #define NX_ENUM_BEGIN(Class)                                                                                 \
     bool Class::_registered = false;                                                                         \
     std::string Class::GetClassNameA()                                                                       \
@@ -58,14 +76,12 @@ nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>::_Get
     }                                                                                                        \
     bool Class::_RegisterValues()                                                                            \
     {                                                                                                        \
-        static constexpr nxEnumRow rows[] = {
-#define NX_ROW(number, token, text) {number, #token, text},
-#define NX_WORD(number, token, text) {number, #token, text},
-#define NX_TEXT(number, enumerator, token, text) {number, token, text},
-#define NX_ENUM_END(Class)                                                                                   \
-        {}};                                                                                                 \
-        return _RegisterRows(rows);                                                                          \
+        return _RegisterRows(Class##Rows);                                                                   \
     }
+#define NX_ROW(number, token, text)
+#define NX_WORD(number, token, text)
+#define NX_TEXT(number, enumerator, token, text)
+#define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
 
 #define NX_MASK_BEGIN(Class)                                                                                 \
@@ -76,12 +92,10 @@ nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>::_Get
     }                                                                                                        \
     bool Class::_RegisterValues()                                                                            \
     {                                                                                                        \
-        static constexpr nxBitMaskRow<decltype(Class::_value)> rows[] = {
-#define NX_BIT(bits, token, text) {bits, token, text},
-#define NX_MASK_END(Class)                                                                                   \
-        {}};                                                                                                 \
-        return _RegisterRows(rows);                                                                          \
+        return _RegisterRows(Class##Rows);                                                                   \
     }
+#define NX_BIT(bits, token, text)
+#define NX_MASK_END(Class)
 #include "core/vocabulary/tables/masks.def"
 
 // clang-format on
@@ -109,7 +123,43 @@ public:
 #define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
     }
+
+    static std::span<nxVocabularyCatalogue::Enumeration const> Enumerations()
+    {
+        static constexpr nxVocabularyCatalogue::Enumeration enumerations[] = {
+#define NX_ENUM_BEGIN(Class)                                                                                 \
+    {#Class, Class::_lowerBound, Class::_upperBound, {Class##Rows, std::size(Class##Rows) - 1}},
+#define NX_ROW(number, token, text)
+#define NX_WORD(number, token, text)
+#define NX_TEXT(number, enumerator, token, text)
+#define NX_ENUM_END(Class)
+#include "core/vocabulary/tables/enumerations.def"
+        };
+        return enumerations;
+    }
+
+    static std::span<nxVocabularyCatalogue::BitMask const> BitMasks()
+    {
+        static constexpr nxVocabularyCatalogue::BitMask bitMasks[] = {
+#define NX_MASK_BEGIN(Class)                                                                                 \
+    {#Class, std::is_base_of_v<nxBitMask64, Class> ? 64u : 32u, {Class##Rows, std::size(Class##Rows) - 1}},
+#define NX_BIT(bits, token, text)
+#define NX_MASK_END(Class)
+#include "core/vocabulary/tables/masks.def"
+        };
+        return bitMasks;
+    }
 };
+
+std::span<nxVocabularyCatalogue::Enumeration const> nxVocabularyCatalogue::GetEnumerations()
+{
+    return nxRegistration::Enumerations();
+}
+
+std::span<nxVocabularyCatalogue::BitMask const> nxVocabularyCatalogue::GetBitMasks()
+{
+    return nxRegistration::BitMasks();
+}
 
 // Before every other static object, of a host that links the static library too: those may already print.
 NX_INITIALISE_FIRST nxRegistration const registration;

@@ -192,6 +192,7 @@
 #include "core/vocabulary/nxUserOrderFlagsBitMask.h"
 #include "core/vocabulary/nxUsingEnum.h"
 #include "core/vocabulary/nxValueStatusEnum.h"
+#include "core/vocabulary/nxVocabularyCatalogue.h"
 #include "core/vocabulary/nxVolumeFormatEnum.h"
 #include "core/vocabulary/nxWarrantTypeEnum.h"
 #include "core/vocabulary/nxWorkpaceGroupTypeEnum.h"
