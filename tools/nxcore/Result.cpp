@@ -41,6 +41,12 @@ std::string Padded(std::string_view text, std::size_t width, Align align)
     return align == Align::Left ? std::string(text) + blanks : blanks + std::string(text);
 }
 
+void PrintField(std::ostream& out, Field const& field, std::size_t titleWidth, bool colour)
+{
+    out << Styled(Padded(field.title, titleWidth, Align::Left), bold, colour) << "  " << field.cell.text
+        << '\n';
+}
+
 std::string Location(Problem const& problem)
 {
     std::string location = problem.file;
@@ -107,6 +113,43 @@ Json Table::GetJson() const
     return list;
 }
 
+void Records::Add(std::vector<Field> fields)
+{
+    for (Field& field : fields)
+        field.cell.text = Printable(field.cell.text);
+    _records.push_back(std::move(fields));
+}
+
+void Records::Print(std::ostream& out, bool colour) const
+{
+    bool first = true;
+    for (auto const& record : _records)
+    {
+        if (!first)
+            out << '\n';
+        first = false;
+        std::size_t width = 0;
+        for (Field const& field : record)
+            width = std::max(width, DisplayWidth(field.title));
+        for (Field const& field : record)
+            if (!field.cell.text.empty())
+                PrintField(out, field, width, colour);
+    }
+}
+
+Json Records::GetJson() const
+{
+    Json list = Json::array();
+    for (auto const& record : _records)
+    {
+        Json object = Json::object();
+        for (Field const& field : record)
+            object[field.key] = field.cell.value;
+        list.push_back(std::move(object));
+    }
+    return list;
+}
+
 void Result::AddField(std::string key, std::string title, Cell cell)
 {
     cell.text = Printable(cell.text);
@@ -117,6 +160,12 @@ Table& Result::AddTable(std::string key, std::vector<Column> columns)
 {
     _parts.emplace_back(KeyedTable{std::move(key), Table(std::move(columns))});
     return std::get<KeyedTable>(_parts.back()).table;
+}
+
+Records& Result::AddRecords(std::string key)
+{
+    _parts.emplace_back(KeyedRecords{std::move(key), Records()});
+    return std::get<KeyedRecords>(_parts.back()).records;
 }
 
 void Result::AddLine(std::string line)
@@ -143,12 +192,13 @@ void Result::PrintText(std::ostream& out, bool colour) const
     for (Part const& part : _parts)
     {
         if (auto const* field = std::get_if<Field>(&part))
-            out << Styled(Padded(field->title, titleWidth, Align::Left), bold, colour) << "  "
-                << field->cell.text << '\n';
+            PrintField(out, *field, titleWidth, colour);
         else if (auto const* line = std::get_if<Line>(&part))
             out << line->text << '\n';
         else if (auto const* table = std::get_if<KeyedTable>(&part))
             table->table.Print(out, colour);
+        else if (auto const* records = std::get_if<KeyedRecords>(&part))
+            records->records.Print(out, colour);
     }
 }
 
@@ -174,6 +224,8 @@ void Result::PrintJson(std::ostream& out) const
             document[value->key] = value->value;
         else if (auto const* table = std::get_if<KeyedTable>(&part))
             document[table->key] = table->table.GetJson();
+        else if (auto const* records = std::get_if<KeyedRecords>(&part))
+            document[records->key] = records->records.GetJson();
     }
     Json problems = Json::array();
     for (Problem const& problem : _problems)

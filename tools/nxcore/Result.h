@@ -84,6 +84,28 @@ private:
     std::vector<std::vector<Cell>> _rows;
 };
 
+/// A titled value: "title  text" and `"key": value`.
+struct Field
+{
+    std::string key; ///< lower camel case
+    std::string title;
+    Cell cell;
+};
+
+/// Things that are described by fields of their own each; a list of objects in JSON, blocks of lines as text, where
+/// fields without text are left out.
+class Records
+{
+public:
+    void Add(std::vector<Field> fields);
+
+    void Print(std::ostream& out, bool colour) const;
+    Json GetJson() const;
+
+private:
+    std::vector<std::vector<Field>> _records;
+};
+
 /// Something that was wrong with the input: where, and why.
 struct Problem
 {
@@ -93,7 +115,7 @@ struct Problem
     std::string reason;
 };
 
-/// Collects fields, tables and lines in their order. Problems go to standard error (and into the JSON document); all
+/// Collects fields, tables, records and lines in their order. Problems go to standard error (and into the JSON document); all
 /// else to standard output when the command has ended.
 class Result
 {
@@ -103,6 +125,9 @@ public:
 
     /// A table that the caller goes on filling; valid as long as the result.
     Table& AddTable(std::string key, std::vector<Column> columns);
+
+    /// Records that the caller goes on filling; valid as long as the result.
+    Records& AddRecords(std::string key);
 
     /// A line for people only.
     void AddLine(std::string line);
@@ -122,12 +147,6 @@ public:
     void PrintJson(std::ostream& out) const;
 
 private:
-    struct Field
-    {
-        std::string key;
-        std::string title;
-        Cell cell;
-    };
     struct Line
     {
         std::string text;
@@ -142,7 +161,12 @@ private:
         std::string key;
         Table table;
     };
-    using Part = std::variant<Field, Line, Value, KeyedTable>;
+    struct KeyedRecords
+    {
+        std::string key;
+        Records records;
+    };
+    using Part = std::variant<Field, Line, Value, KeyedTable, KeyedRecords>;
 
     std::deque<Part> _parts; // a deque, so that tables stay where they are
     std::vector<Problem> _problems;
