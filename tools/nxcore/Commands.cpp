@@ -7,6 +7,9 @@ namespace nxTool
 std::span<Command const* const> AllCommands()
 {
     static constexpr Command const* commands[] = {
+        &describeCommand,
+        &listCommand,
+        &maskCommand,
         &manualCommand,
     };
     return commands;

@@ -7,5 +7,8 @@
 
 namespace nxTool
 {
+extern Command const describeCommand;
+extern Command const listCommand;
 extern Command const manualCommand;
+extern Command const maskCommand;
 } // namespace nxTool
