@@ -5,7 +5,7 @@
 /// Everything that a user or a program may do on the platform. A row is at once the identity of a request
 /// or broadcast on the message bus and a permission that is granted or refused; some rows are only the
 /// one or the other.
-class NX_CORE_API nxFunctionEnum final : public nxEnum
+class NX_CORE_API nxFunctionEnum : public nxEnum
 {
     NX_ENUM_CLASS(nxFunctionEnum, 100000, 199999)
     NX_ENUM_LESS(nxFunctionEnum)
