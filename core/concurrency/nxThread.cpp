@@ -1,6 +1,7 @@
 #include "core/concurrency/nxThread.h"
 
 #include "core/platform/nxThreads.h"
+#include "core/text/nxStringHelper.h"
 
 #include <cerrno>
 #include <chrono>
@@ -90,5 +91,5 @@ void nxThread::Sleep(unsigned int microseconds)
 
 std::string nxThread::GetThreadIDAsString()
 {
-    return std::to_string(nxPlatform::GetCurrentThreadId());
+    return nxStringHelper::GetAsString(nxPlatform::GetCurrentThreadId());
 }

@@ -4,5 +4,5 @@ extern "C" char const* __tsan_default_options();
 
 extern "C" char const* __tsan_default_options()
 {
-    return "report_mutex_bugs=0";
+    return "report_mutex_bugs=0:report_destroy_locked=0";
 }
