@@ -1,15 +1,138 @@
 #include "core/logging/nxLogManager.h"
 
+#include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxLog.h"
+#include "core/logging/nxLogBuildLock.h"
+#include "core/logging/nxLogDeferredWriteThread.h"
+#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxLogSlots.h"
+#include "core/platform/nxEnvironmentLock.h"
+#include "core/platform/nxPThread.h"
+#include "core/platform/nxThreads.h"
+#include "core/process/nxApplicationData.h"
+#include "core/process/nxCmdLineArgs.h"
+#include "core/process/nxConfigurationKeyText.h"
+#include "core/text/nxStringHelper.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+
+namespace
+{
+
+/// Whether this thread is inside Destroy(), in case a device ends the process from there.
+constinit thread_local bool isDestroying = false;
+
+std::string GetKey(char const* key)
+{
+    return nxCmdLineArgs::GetInstance().GetEnvValue(key);
+}
+
+bool IsDecimalDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+/// As atoi(), but a number that doesn't fit is the nearest that does.
+int ParseInteger(std::string const& text)
+{
+    std::size_t place = text.find_first_not_of(" \t\n\v\f\r");
+    if (place == std::string::npos)
+    {
+        return 0;
+    }
+    bool const isNegative = text[place] == '-';
+    if (isNegative || text[place] == '+')
+    {
+        ++place;
+    }
+    constexpr long long limit = static_cast<long long>(INT_MAX) + 1;
+    long long value = 0;
+    for (; place < text.size() && IsDecimalDigit(text[place]); ++place)
+    {
+        constexpr int base = 10;
+        value = std::min(limit, value * base + (text[place] - '0'));
+    }
+    return static_cast<int>(isNegative ? -value : std::min<long long>(value, INT_MAX));
+}
+
+} // namespace
 
 constinit std::atomic<unsigned int> nxLogManager::_minimumLogLevel = static_cast<unsigned int>(NX_INF);
+constinit std::atomic<nxLogManager*> nxLogManager::_instance = nullptr;
 
 nxLogManager& nxLogManager::GetInstance()
 {
-    static nxLogManager* const instance = new nxLogManager;
+    nxLogManager* const instance = _instance.load(std::memory_order_acquire);
+    return instance != nullptr ? *instance : _Build();
+}
+
+nxLogManager& nxLogManager::_Build()
+{
+    nxLogBuildLock lock;
+    nxLogManager* instance = _instance.load(std::memory_order_acquire);
+    if (instance == nullptr)
+    {
+        instance = new nxLogManager;
+        _instance.store(instance, std::memory_order_release);
+        (void)std::atexit(_DestroyAtExit);
+    }
     return *instance;
+}
+
+nxLogManager::nxLogManager() : _devicesMutex(true), _cycles(*new nxLogCycles)
+{
+    bool const forceFlush =
+        nxCmdLineArgs::GetInstance().GetEnvValueAsBool(nxConfigurationKeyText::KVT_LOG_FORCE_FLUSH);
+    if (!forceFlush)
+    {
+        nxValueWrapper<unsigned long long, -1, -2> const entries =
+            nxCmdLineArgs::GetInstance().GetEnvValueAsUInteger64(
+                nxConfigurationKeyText::KVT_LOG_BUFF_RESERVE_ENTRIES);
+        if (entries.IsValid())
+        {
+            _entriesQueue.Reserve(entries.GetValue());
+        }
+    }
+    _forceFlush = forceFlush;
+    if (!_forceFlush)
+    {
+        _StartWriter();
+    }
+    _logThreadIndex =
+        nxCmdLineArgs::GetInstance().GetEnvValueAsBool(nxConfigurationKeyText::KVT_LOG_THREAD_INDEX);
+    _ReadLevel();
+    _RegisterConsole();
+}
+
+void nxLogManager::_ReadLevel()
+{
+    std::string const text = GetKey(nxConfigurationKeyText::KVT_LOG_LEVEL);
+    int const number = text.empty() ? 1 : ParseInteger(text);
+    nxLogLevelEnum level;
+    level.SetFromNumericLogLevel(static_cast<unsigned int>(number));
+    _minimumLogLevel.store(level.GetValue(), std::memory_order_relaxed);
+}
+
+void nxLogManager::_RegisterConsole()
+{
+    nxConsoleLogDevice& console = nxConsoleLogDevice::GetInstance();
+    std::string output = GetKey(nxConfigurationKeyText::KVT_LOG_TO_CONSOLE);
+    nxStringHelper::ToUpper(output);
+    if (output == "NO" || output == "FALSE")
+    {
+        return;
+    }
+    if (output == "TERSE" || output == "BRIEF")
+    {
+        console.SetVerboseOutput(false);
+    }
+    RegisterLogDevice(&console);
 }
 
 void nxLogManager::Write(nxLog& log)
@@ -18,7 +141,262 @@ void nxLogManager::Write(nxLog& log)
     {
         return;
     }
-    std::printf("[%s] %s [%s:%d]\n", log.GetLogLevel().GetShortDescription().c_str(),
-                log.GetLogEntry()->c_str(), log.GetSourceFile(), static_cast<int>(log.GetLineNumber()));
-    std::fflush(stdout);
+    if (_forceFlush)
+    {
+        ImmediateWrite(log);
+        FlushDevices();
+        return;
+    }
+    if (_isWriterMissing.load(std::memory_order_relaxed))
+    {
+        _RestartWriter();
+    }
+    _entriesQueue.Push(log);
+}
+
+// Devices may register and unregister while they write, so each pass goes by index against the present size.
+void nxLogManager::ImmediateWrite(nxLog const& log)
+{
+    nxMutexGuard guard(_devicesMutex);
+    for (std::size_t i = 0; i < _devices.size(); ++i)
+    {
+        _devices[i]->Write(log);
+    }
+}
+
+void nxLogManager::ImmediateWrite(std::vector<nxLog*> const& logs)
+{
+    nxMutexGuard guard(_devicesMutex);
+    for (std::size_t i = 0; i < _devices.size(); ++i)
+    {
+        nxLogDevice* const device = _devices[i];
+        for (nxLog const* const log : logs)
+        {
+            device->Write(*log);
+        }
+    }
+}
+
+void nxLogManager::FlushDevices()
+{
+    nxMutexGuard guard(_devicesMutex);
+    for (std::size_t i = 0; i < _devices.size(); ++i)
+    {
+        _devices[i]->Flush();
+    }
+}
+
+void nxLogManager::RegisterLogDevice(nxLogDevice* device)
+{
+    nxMutexGuard guard(_devicesMutex);
+    if (std::find(_devices.begin(), _devices.end(), device) == _devices.end())
+    {
+        _devices.push_back(device);
+    }
+}
+
+void nxLogManager::UnregisterLogDevice(nxLogDevice* device)
+{
+    nxMutexGuard guard(_devicesMutex);
+    std::erase(_devices, device);
+}
+
+void nxLogManager::UnregisterAllLogDevices()
+{
+    nxMutexGuard guard(_devicesMutex);
+    _devices.clear();
+}
+
+nxErrorEnum nxLogManager::Destroy()
+{
+    if (_forceFlush)
+    {
+        _DestroyAllDevices();
+        return nxErrorEnum();
+    }
+    isDestroying = true;
+    {
+        nxMutexGuard guard(_threadMutex);
+        _StopWriter();
+        // What a device logs from here on stays on the queue.
+        std::vector<nxLog*> logs;
+        _entriesQueue.Swap(logs);
+        ImmediateWrite(logs);
+        nxLogSlots::Recycle(logs);
+        FlushDevices();
+    }
+    isDestroying = false;
+    _DestroyAllDevices();
+    return nxErrorEnum();
+}
+
+void nxLogManager::_DestroyAllDevices()
+{
+    nxMutexGuard guard(_devicesMutex);
+    for (std::size_t i = 0; i < _devices.size(); ++i)
+    {
+        (void)_devices[i]->Destroy();
+    }
+    _devices.clear();
+}
+
+void nxLogManager::_StartWriter()
+{
+    auto thread = std::make_unique<nxLogDeferredWriteThread>(*this, _cycles, _entriesQueue.GetCapacity());
+    _cycles.Begin();
+    nxPlatform::AsynchronousSignalsBlocked block;
+    bool const isCreated = thread->Create().IsOK();
+    if (!isCreated)
+    {
+        _cycles.End();
+        thread.reset();
+    }
+    _writeThread = thread.release();
+    _isWriterMissing.store(!isCreated, std::memory_order_relaxed);
+}
+
+void nxLogManager::_RestartWriter()
+{
+    nxMutexGuard guard(_threadMutex);
+    if (_isWriterMissing.load(std::memory_order_relaxed))
+    {
+        _StartWriter();
+    }
+}
+
+void nxLogManager::_StopWriter()
+{
+    _isWriterMissing.store(false, std::memory_order_relaxed);
+    nxLogDeferredWriteThread* const thread = std::exchange(_writeThread, nullptr);
+    if (thread == nullptr)
+    {
+        return;
+    }
+    // A device that ends the process runs this on the writer itself, which can't wait for its own end: the object then
+    // stays, since the thread is still in it.
+    if (thread->Stop().IsOK())
+    {
+        delete thread;
+    }
+    _cycles.End();
+}
+
+void nxLogManager::SetRecommendedBufferCapacity(unsigned long long entries)
+{
+    _entriesQueue.Reserve(entries);
+    nxMutexGuard guard(_threadMutex);
+    if (_writeThread != nullptr)
+    {
+        _writeThread->SetReserveEntries(entries);
+    }
+}
+
+void nxLogManager::WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper const& timeoutSeconds)
+{
+    _cycles.WaitForNext(timeoutSeconds);
+}
+
+void nxLogManager::_WaitForQueuedStatements()
+{
+    _cycles.WaitForQueued();
+}
+
+void nxLogManager::_DestroyAtExit()
+{
+    if (!isDestroying)
+    {
+        (void)GetInstance().Destroy();
+    }
+}
+
+// Registered while the library is loaded, on one thread: a later moment could fall between another thread's fork and
+// what it is to do before it. Handlers run in reverse order before a fork. The log holds its own locks when it asks for
+// names, keys and the calendar, so the handlers of those are made to be there first.
+bool nxLogManager::_RegisterForkHandlers()
+{
+    nxPlatform::EnvironmentLock();
+    (void)nxCmdLineArgs::GetInstance();
+    (void)nxApplicationData::GetApplicationName();
+    return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;
+}
+
+bool const nxLogManager::_forkHandlersRegistered = _RegisterForkHandlers();
+
+void nxLogManager::_PrepareFork()
+{
+    nxLogBuildLock::Lock();
+    if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
+    {
+        instance->_LockForFork();
+    }
+    if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
+    {
+        file->_LockBeforeFork();
+    }
+    nxLogSlots::LockBeforeFork();
+}
+
+void nxLogManager::_AfterForkInParent()
+{
+    nxLogSlots::UnlockAfterFork();
+    if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
+    {
+        file->_UnlockInParent();
+    }
+    if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
+    {
+        instance->_UnlockInParent();
+    }
+    nxLogBuildLock::Unlock();
+}
+
+void nxLogManager::_AfterForkInChild()
+{
+    nxLogSlots::UnlockAfterFork();
+    if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
+    {
+        file->_RemakeInChild();
+    }
+    if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
+    {
+        instance->_RemakeInChild();
+    }
+    nxLogBuildLock::Unlock();
+}
+
+void nxLogManager::_LockForFork()
+{
+    (void)_threadMutex.Lock();
+    (void)_devicesMutex.Lock();
+    // What a device holds back would be written twice, by the parent and by the child.
+    FlushDevices();
+    _cycles.LockBeforeFork();
+    (void)_entriesQueue._lock.Lock();
+}
+
+void nxLogManager::_UnlockInParent()
+{
+    (void)_entriesQueue._lock.Unlock();
+    _cycles.UnlockInParent();
+    (void)_devicesMutex.Unlock();
+    (void)_threadMutex.Unlock();
+}
+
+void nxLogManager::_RemakeInChild()
+{
+    (void)_entriesQueue._lock.Unlock();
+    _cycles.RemakeInChild();
+    // The recursive mutex knows its owner by a number that the child doesn't have.
+    new (&_devicesMutex) nxMutex(true);
+    new (&_threadMutex) nxMutex;
+
+    // The parent writes what was queued. Its writer's object stays as it is, since nobody knows what it was about.
+    std::vector<nxLog*> logs;
+    _entriesQueue.Swap(logs);
+    nxLogSlots::Recycle(logs);
+    if (_writeThread != nullptr)
+    {
+        _inheritedWriteThread = std::exchange(_writeThread, nullptr);
+        _isWriterMissing.store(true, std::memory_order_relaxed);
+    }
 }

@@ -6,6 +6,13 @@
 /// @file
 /// The one-statement form of a log site. Any source file may include this header, whatever its folder.
 
+/// The name of this source file, without its directory where the compiler knows it.
+#ifdef __FILE_NAME__
+#define NX_LOG_SOURCE_FILE __FILE_NAME__
+#else
+#define NX_LOG_SOURCE_FILE __FILE__
+#endif
+
 /// Logs one line if its level is wanted.
 ///
 /// Below the minimum level nothing is built and no argument is evaluated, so an argument has no side effects.
@@ -22,7 +29,7 @@
     {                                                                                                        \
         if (nxLogManager::ShouldLog(level))                                                                  \
         {                                                                                                    \
-            nxLog nxLogStatement(level, __FILE__, __LINE__);                                                 \
+            nxLog nxLogStatement(level, NX_LOG_SOURCE_FILE, __LINE__);                                       \
             nxLogStatement << text << nxLog::nxLogTerminator();                                              \
         }                                                                                                    \
     } while (false)

@@ -1,0 +1,311 @@
+#include "core/logging/nxLogDevice.h"
+
+#include "core/concurrency/nxConditionalMutexGuard.h"
+#include "core/concurrency/nxMutexGuard.h"
+#include "core/logging/nxLogBuildLock.h"
+#include "core/logging/nxLogSite.h"
+#include "core/process/nxApplicationData.h"
+#include "core/process/nxCmdLineArgs.h"
+#include "core/process/nxConfigurationKeyText.h"
+#include "core/text/nxFileHelper.h"
+#include "core/text/nxStringHelper.h"
+
+#include <cstdio>
+#include <new>
+#include <string_view>
+
+namespace
+{
+
+constexpr char pathSeparator[] = "/";
+constexpr char defaultDirectory[] = "/var/log/korvane";
+constexpr char lineMessageOfNone[] = "";
+
+/// The message as a C string: what stands behind a zero byte isn't printed.
+char const* GetMessage(nxLog const& log)
+{
+    return log.GetLogEntry() != nullptr ? log.GetLogEntry()->c_str() : lineMessageOfNone;
+}
+
+char const* GetSourceFile(nxLog const& log)
+{
+    return log.GetSourceFile() != nullptr ? log.GetSourceFile() : lineMessageOfNone;
+}
+
+/// All fields but the end of the line; `stamp` must stay.
+nxLogLine GetLine(nxLog const& log, std::string_view stamp)
+{
+    nxLogLine line;
+    line.level = log.GetLogLevel().GetShortDescription();
+    line.stamp = stamp;
+    line.hasThreadIndex = nxLogManager::GetInstance().GetLogThreadIndex();
+    line.threadIndex = log.GetThreadIndex();
+    line.message = GetMessage(log);
+    line.sourceFile = GetSourceFile(log);
+    line.lineNumber = log.GetLineNumber();
+    return line;
+}
+
+bool MakeDirectory(std::string const& directory)
+{
+    // Another process may have been faster, so what counts after a failure is whether the directory is there.
+    return nxFileHelper::DoesDirectoryExist(directory) || nxFileHelper::CreateDirectoryA(directory) ||
+           nxFileHelper::DoesDirectoryExist(directory);
+}
+
+} // namespace
+
+nxConsoleLogDevice& nxConsoleLogDevice::GetInstance()
+{
+    static nxConsoleLogDevice* const instance = new nxConsoleLogDevice;
+    return *instance;
+}
+
+nxErrorEnum nxConsoleLogDevice::Destroy()
+{
+    return nxErrorEnum();
+}
+
+void nxConsoleLogDevice::Write(nxLog const& log)
+{
+    std::string text;
+    if (GetVerboseOutput())
+    {
+        std::string const stamp = log.GetTimeStamp().GetAsString();
+        nxLogLine line = GetLine(log, stamp);
+        line.end = "\n";
+        text.resize(line.GetMostSize());
+        text.resize(static_cast<std::size_t>(line.Write(text.data()) - text.data()));
+    }
+    else
+    {
+        text.append("[").append(log.GetLogLevel().GetShortDescription()).append("] ");
+        text.append(GetMessage(log)).append("\n");
+    }
+    (void)std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void nxConsoleLogDevice::Flush()
+{
+    (void)std::fflush(stdout);
+}
+
+constinit std::atomic<nxFileLogDevice*> nxFileLogDevice::_instance = nullptr;
+
+nxFileLogDevice& nxFileLogDevice::GetInstance()
+{
+    if (nxFileLogDevice* const instance = _GetExisting())
+    {
+        return *instance;
+    }
+    nxLogBuildLock lock;
+    if (_GetExisting() == nullptr)
+    {
+        _instance.store(new nxFileLogDevice, std::memory_order_release);
+    }
+    return *_GetExisting();
+}
+
+nxFileLogDevice* nxFileLogDevice::_GetExisting()
+{
+    return _instance.load(std::memory_order_acquire);
+}
+
+nxFileLogDevice::nxFileLogDevice()
+{
+    constexpr unsigned int usualSize = 1048576;
+    constexpr unsigned int bitsOfMegabyte = 20;
+
+    nxValueWrapper<unsigned long long, -1, -2> const megabytes =
+        nxCmdLineArgs::GetInstance().GetEnvValueAsUInteger64(
+            nxConfigurationKeyText::KVT_LOG_FILE_BUFF_SIZE_MB);
+    bool const isSet = megabytes.IsValid() && megabytes.GetValue() != 0;
+    // In 32 bits: 4096 and its multiples give 0, which is the least buffer.
+    _bufferSize = isSet ? static_cast<unsigned int>(megabytes.GetValue()) << bitsOfMegabyte : usualSize;
+}
+
+bool nxFileLogDevice::Create(nxValueWrapper<unsigned long long, -1, -2> const& maximumSize)
+{
+    nxMutexGuard guard(_mutex);
+    if (_file.IsOpen())
+    {
+        return false;
+    }
+    _maximumSize = maximumSize;
+    _startTime = nxApplicationData::GetStartTime();
+    return _CreateLogFile(_startTime, false);
+}
+
+bool nxFileLogDevice::_CreateLogFile(nxDateTime const& time, bool lock)
+{
+    nxConditionalMutexGuard guard(_mutex, lock);
+    _isReopenDue = false;
+    _fileName = GenerateFileName(".log", _maximumSize.IsValid(), _sequenceNumber, time, true, true);
+    if (!_file.Open(_fileName, _bufferSize))
+    {
+        std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _fileName.c_str());
+        return false;
+    }
+    if (!_file.HasBuffer())
+    {
+        std::fputs("Failed to set a buffer for the log file, performance may be degraded.\n", stderr);
+    }
+    return true;
+}
+
+void nxFileLogDevice::_CloseLogFile(bool lock)
+{
+    nxConditionalMutexGuard guard(_mutex, lock);
+    _file.Close();
+}
+
+bool nxFileLogDevice::CloseAndReopenLogFile()
+{
+    std::string oldName;
+    {
+        nxMutexGuard guard(_mutex);
+        oldName = _fileName;
+    }
+    NX_LOG(NX_INF, "Closing log file: " << oldName);
+    nxLogManager::GetInstance()._WaitForQueuedStatements();
+
+    std::string newName;
+    bool isCreated = false;
+    {
+        nxMutexGuard guard(_mutex);
+        _CloseLogFile(false);
+        _startTime = nxDateTime();
+        isCreated = _CreateLogFile(_startTime, false);
+        newName = _fileName;
+    }
+    if (isCreated)
+    {
+        NX_LOG(NX_INF, "Successfully opened log file: " << newName << ", Previous log file: " << oldName);
+    }
+    return isCreated;
+}
+
+nxErrorEnum nxFileLogDevice::Destroy()
+{
+    nxMutexGuard guard(_mutex);
+    _CloseLogFile(false);
+    _file.GiveUp();
+    _isReopenDue = false;
+    return nxErrorEnum();
+}
+
+void nxFileLogDevice::Write(nxLog const& log)
+{
+    nxMutexGuard guard(_mutex);
+    if (_isReopenDue)
+    {
+        (void)_CreateLogFile(_startTime, false);
+    }
+    if (_file.IsOpen())
+    {
+        _AppendLine(log);
+    }
+}
+
+void nxFileLogDevice::_AppendLine(nxLog const& log)
+{
+    nxLogLine const line = GetLine(log, _stampText.Get(log.GetTimeStamp()));
+    char* const begin = _file.Reserve(line.GetMostSize());
+    if (begin == nullptr)
+    {
+        return;
+    }
+    std::size_t const size = static_cast<std::size_t>(line.Write(begin) - begin);
+    _file.Commit(size);
+    _bytesWritten += size;
+    if (_maximumSize.IsValid() && _bytesWritten > _maximumSize.GetValue())
+    {
+        _CutOver();
+    }
+}
+
+// The limit is tested after the line, so a file may exceed it by one line; the next file has the same time in its
+// name and the next number.
+void nxFileLogDevice::_CutOver()
+{
+    _bytesWritten = 0;
+    ++_sequenceNumber;
+    _CloseLogFile(false);
+    (void)_CreateLogFile(_startTime, false);
+}
+
+void nxFileLogDevice::Flush()
+{
+    nxMutexGuard guard(_mutex);
+    _file.Flush();
+}
+
+std::string nxFileLogDevice::GenerateLogDirectoryFilenamePrefix(nxDateTime const&)
+{
+    std::string directory =
+        nxCmdLineArgs::GetInstance().GetEnvValue(nxConfigurationKeyText::KVT_LOG_DIRECTORY);
+    if (directory.empty())
+    {
+        directory = defaultDirectory;
+    }
+    if (!MakeDirectory(directory))
+    {
+        return std::string();
+    }
+    directory += pathSeparator;
+    std::string const dated = directory + nxDateTime().GetAsString("%d%b%Y");
+    return MakeDirectory(dated) ? dated + pathSeparator : directory;
+}
+
+std::string nxFileLogDevice::GenerateFileName(std::string const& suffix, bool addSequence,
+                                              unsigned int sequence, nxDateTime const& time, bool addTime,
+                                              bool addProcessID)
+{
+    std::string name = GenerateLogDirectoryFilenamePrefix(time);
+    name += nxApplicationData::GetApplicationName();
+    std::string const instance = nxApplicationData::GetApplicationInstanceName();
+    if (!instance.empty())
+    {
+        name += "_" + instance;
+    }
+    if (addTime)
+    {
+        name += "_" + time.GetAsString("%H%M%S");
+    }
+    if (addProcessID)
+    {
+        name += "_";
+        nxStringHelper::AppendAsString(name, nxApplicationData::GetProcessID());
+    }
+    if (addSequence)
+    {
+        name += "_";
+        nxStringHelper::AppendAsString(name, sequence);
+    }
+    return name + suffix;
+}
+
+std::string nxFileLogDevice::GenerateFileName(std::string const& suffix, bool addSequence,
+                                              unsigned int sequence, bool addTime, bool addProcessID)
+{
+    return GenerateFileName(suffix, addSequence, sequence, nxApplicationData::GetStartTime(), addTime,
+                            addProcessID);
+}
+
+void nxFileLogDevice::_LockBeforeFork()
+{
+    (void)_mutex.Lock();
+}
+
+void nxFileLogDevice::_UnlockInParent()
+{
+    (void)_mutex.Unlock();
+}
+
+void nxFileLogDevice::_RemakeInChild()
+{
+    new (&_mutex) nxMutex;
+    _isReopenDue = _isReopenDue || _file.IsOpen();
+    _file.Abandon();
+    _bytesWritten = 0;
+}

@@ -1,0 +1,72 @@
+#include "core/logging/nxLogEntriesQueue.h"
+
+#include "core/concurrency/nxSpinLockGuard.h"
+#include "core/logging/nxLog.h"
+
+#include <algorithm>
+#include <memory>
+
+nxLogEntriesQueue::~nxLogEntriesQueue()
+{
+    for (nxLog* const log : _logs)
+    {
+        delete log;
+    }
+}
+
+void nxLogEntriesQueue::Push(nxLog& log)
+{
+    std::unique_ptr<nxLog> copy(log.CreateCopyWithOwnershipTransfer());
+    while (!_TryPush(copy.get()))
+    {
+        constexpr unsigned long long firstCapacity = 64;
+        _Grow(std::max(firstCapacity, 2 * GetCapacity()));
+    }
+    (void)copy.release();
+}
+
+bool nxLogEntriesQueue::_TryPush(nxLog* log)
+{
+    nxSpinLockGuard guard(_lock);
+    if (_logs.size() == _logs.capacity())
+    {
+        return false;
+    }
+    _logs.push_back(log);
+    return true;
+}
+
+// The allocator may be slow, so the new storage is fetched before the lock is taken and the old one freed after it.
+void nxLogEntriesQueue::_Grow(unsigned long long capacity)
+{
+    std::vector<nxLog*> larger;
+    larger.reserve(capacity);
+
+    nxSpinLockGuard guard(_lock);
+    if (_logs.capacity() < larger.capacity() && _logs.size() <= larger.capacity())
+    {
+        larger.insert(larger.end(), _logs.begin(), _logs.end());
+        _logs.swap(larger);
+    }
+}
+
+void nxLogEntriesQueue::Swap(std::vector<nxLog*>& logs)
+{
+    nxSpinLockGuard guard(_lock);
+    _logs.swap(logs);
+}
+
+void nxLogEntriesQueue::Reserve(unsigned long long entries)
+{
+    unsigned long long const capacity = std::min(entries, mostReserved);
+    if (GetCapacity() < capacity)
+    {
+        _Grow(capacity);
+    }
+}
+
+unsigned long long nxLogEntriesQueue::GetCapacity()
+{
+    nxSpinLockGuard guard(_lock);
+    return _logs.capacity();
+}

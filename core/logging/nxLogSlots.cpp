@@ -1,0 +1,371 @@
+#include "core/logging/nxLogSlots.h"
+
+#include "core/concurrency/nxSpinLock.h"
+#include "core/concurrency/nxSpinLockGuard.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+namespace
+{
+
+constexpr std::size_t cacheLine = 64;
+
+/// Has what the next statements will use here before they are built: the writer touched it last. `slots` ends with
+/// the next one.
+void PrefetchNext(nxLogSlot* const* slots, unsigned int count)
+{
+    if (count >= 1)
+    {
+        // Its object has been asked for at the statement before.
+        char const* const text = slots[count - 1]->data();
+        __builtin_prefetch(text, 1);
+        __builtin_prefetch(text + cacheLine, 1);
+    }
+    if (count >= 2)
+    {
+        char const* const object = reinterpret_cast<char const*>(slots[count - 2]);
+        for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)
+        {
+            __builtin_prefetch(object + offset, 1);
+        }
+    }
+}
+
+/// Empties the string; a text beyond the usual does not keep its memory.
+void ClearText(std::string& text)
+{
+    constexpr std::size_t mostKept = 4096;
+
+    text.clear();
+    if (text.capacity() > mostKept)
+    {
+        text.shrink_to_fit();
+        text.reserve(nxLogSlot::reservedText);
+    }
+}
+
+} // namespace
+
+/// A batch of free slots.
+struct nxLogSlots::Chunk
+{
+    static constexpr unsigned int capacity = 62; // with the other members: eight cache lines
+
+    bool IsFull() const
+    {
+        return count == capacity;
+    }
+
+    Chunk* next = nullptr;
+    unsigned int count = 0;
+    std::array<nxLogSlot*, capacity> slots;
+};
+
+/// The free slots that belong to no thread. Keeps as many as have been in use lately, so that a burst that is over
+/// does not hold its memory for ever.
+class nxLogSlots::Depot
+{
+public:
+    /// Exchanges a chunk without slots, which may be null, for one with slots.
+    /// @return null when there is none; `empty` then stays the caller's.
+    Chunk* TakeChunk(Chunk* empty)
+    {
+        nxSpinLockGuard guard(_lock);
+        if (_chunks == nullptr)
+        {
+            return nullptr;
+        }
+        Chunk* const chunk = _chunks;
+        _chunks = chunk->next;
+        --_count;
+        if (empty != nullptr)
+        {
+            empty->next = _emptyChunks;
+            _emptyChunks = empty;
+        }
+        return chunk;
+    }
+
+    void GiveChunk(Chunk* chunk)
+    {
+        nxSpinLockGuard guard(_lock);
+        if (chunk->count == 0)
+        {
+            chunk->next = _emptyChunks;
+            _emptyChunks = chunk;
+            return;
+        }
+        chunk->next = _chunks;
+        _chunks = chunk;
+        ++_count;
+    }
+
+    /// @return null when there is none.
+    Chunk* TakeEmptyChunk()
+    {
+        nxSpinLockGuard guard(_lock);
+        Chunk* const chunk = _emptyChunks;
+        if (chunk != nullptr)
+        {
+            _emptyChunks = chunk->next;
+        }
+        return chunk;
+    }
+
+    /// Called once a cycle: notes how many statements the cycle wrote and frees a part of what is too much.
+    void Trim(std::size_t written)
+    {
+        // A burst is forgotten by a sixteenth a cycle, and no cycle is held up by more than so many chunks.
+        constexpr std::size_t forgetting = 16;
+        constexpr unsigned int mostFreed = 64;
+
+        _recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);
+        std::size_t const wanted = std::max(_leastKept, _recentlyWritten / Chunk::capacity);
+        for (unsigned int i = 0; i < mostFreed; ++i)
+        {
+            Chunk* const chunk = _TakeSurplus(wanted);
+            if (chunk == nullptr)
+            {
+                return;
+            }
+            FreeChunk(chunk);
+        }
+    }
+
+    static void FreeChunk(Chunk* chunk)
+    {
+        while (chunk->count != 0)
+        {
+            delete chunk->slots[--chunk->count];
+        }
+        delete chunk;
+    }
+
+    void Lock()
+    {
+        (void)_lock.Lock();
+    }
+
+    void Unlock()
+    {
+        (void)_lock.Unlock();
+    }
+
+private:
+    /// A few thousand slots, about a megabyte.
+    static constexpr std::size_t _leastKept = 32;
+
+    Chunk* _TakeSurplus(std::size_t wanted)
+    {
+        nxSpinLockGuard guard(_lock);
+        if (_count <= wanted)
+        {
+            return nullptr;
+        }
+        Chunk* const chunk = _chunks;
+        _chunks = chunk->next;
+        --_count;
+        return chunk;
+    }
+
+    nxSpinLock _lock;
+    Chunk* _chunks = nullptr;
+    Chunk* _emptyChunks = nullptr;
+    std::size_t _count = 0;
+    std::size_t _recentlyWritten = 0; // the writer's alone
+};
+
+/// The chunk that a thread works off.
+class nxLogSlots::ThreadCache
+{
+public:
+    ~ThreadCache()
+    {
+        if (_chunk != nullptr)
+        {
+            _GetDepot().GiveChunk(_chunk);
+            _chunk = nullptr;
+        }
+        _closed = true;
+    }
+
+    /// Returns the thread's chunk to the depot when the thread ends.
+    static void ReturnAtThreadEnd()
+    {
+        static thread_local ThreadCache cache;
+        (void)cache;
+    }
+
+    // Plain variables beside the object that closes them: they may be used before it exists and after it is gone,
+    // as by a statement in the destructor of another thread-local object. Reached without a call, unlike the
+    // usual thread-local of a shared library.
+    static thread_local Chunk* _chunk __attribute__((tls_model("initial-exec")));
+    static thread_local bool _closed __attribute__((tls_model("initial-exec")));
+};
+
+thread_local nxLogSlots::Chunk* nxLogSlots::ThreadCache::_chunk = nullptr;
+thread_local bool nxLogSlots::ThreadCache::_closed = false;
+
+nxLogSlots::Depot& nxLogSlots::_GetDepot()
+{
+    static Depot* const depot = new Depot;
+    return *depot;
+}
+
+nxLogSlot* nxLogSlots::_Take()
+{
+    Chunk* chunk = ThreadCache::_chunk;
+    if (chunk == nullptr || chunk->count == 0)
+    {
+        if (ThreadCache::_closed)
+        {
+            return new nxLogSlot;
+        }
+        Chunk* const filled = _GetDepot().TakeChunk(chunk);
+        if (filled == nullptr)
+        {
+            return new nxLogSlot;
+        }
+        ThreadCache::ReturnAtThreadEnd();
+        chunk = filled;
+        ThreadCache::_chunk = chunk;
+    }
+    nxLogSlot* const slot = chunk->slots[--chunk->count];
+    PrefetchNext(chunk->slots.data(), chunk->count);
+    return slot;
+}
+
+void nxLogSlots::_Return(nxLogSlot* slot)
+{
+    Chunk*& chunk = ThreadCache::_chunk;
+    if (ThreadCache::_closed)
+    {
+        delete slot;
+        return;
+    }
+    if (chunk == nullptr || chunk->IsFull())
+    {
+        Chunk* const empty = new (std::nothrow) Chunk;
+        if (empty == nullptr)
+        {
+            delete slot;
+            return;
+        }
+        if (chunk != nullptr)
+        {
+            _GetDepot().GiveChunk(chunk);
+        }
+        ThreadCache::ReturnAtThreadEnd();
+        chunk = empty;
+    }
+    chunk->slots[chunk->count++] = slot;
+}
+
+void nxLogSlots::_Drop(nxLogSlot& slot, unsigned char part)
+{
+    // The last holder alone may look without taking part in an exchange.
+    unsigned char const held = slot._held.load(std::memory_order_acquire);
+    if (held != part &&
+        slot._held.fetch_and(static_cast<unsigned char>(~part), std::memory_order_acq_rel) != part)
+    {
+        return;
+    }
+    slot._held.store(0, std::memory_order_relaxed);
+    ClearText(slot);
+    _Return(&slot);
+}
+
+std::string* nxLogSlots::TakeText()
+{
+    nxLogSlot* const slot = _Take();
+    slot->_held.store(nxLogSlot::_textHeld, std::memory_order_relaxed);
+    return slot;
+}
+
+void nxLogSlots::ReturnText(std::string* entry)
+{
+    _Drop(nxLogSlot::OfText(*entry), nxLogSlot::_textHeld);
+}
+
+void* nxLogSlots::TakeRoom(std::string* entry)
+{
+    if (entry != nullptr)
+    {
+        nxLogSlot& slot = nxLogSlot::OfText(*entry);
+        if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)
+        {
+            slot._held.store(nxLogSlot::_textHeld | nxLogSlot::_statementHeld, std::memory_order_relaxed);
+            return slot._room.bytes;
+        }
+    }
+    nxLogSlot* const slot = _Take();
+    slot->_held.store(nxLogSlot::_statementHeld, std::memory_order_relaxed);
+    return slot->_room.bytes;
+}
+
+void nxLogSlots::ReturnRoom(void* room)
+{
+    _Drop(nxLogSlot::OfStatement(room), nxLogSlot::_statementHeld);
+}
+
+bool nxLogSlots::_ReturnWhole(nxLog* statement, Chunk*& chunk)
+{
+    nxLogSlot& slot = nxLogSlot::OfStatement(statement);
+    if (statement->_entry != &slot)
+    {
+        return false;
+    }
+    if (chunk == nullptr)
+    {
+        chunk = _GetDepot().TakeEmptyChunk();
+        if (chunk == nullptr)
+        {
+            chunk = new (std::nothrow) Chunk;
+        }
+        if (chunk == nullptr)
+        {
+            return false;
+        }
+    }
+    statement->_entry = nullptr;
+    statement->~nxLog();
+    slot._held.store(0, std::memory_order_relaxed);
+    ClearText(slot);
+    chunk->slots[chunk->count++] = &slot;
+    return true;
+}
+
+void nxLogSlots::Recycle(std::vector<nxLog*>& statements)
+{
+    Chunk* chunk = nullptr;
+    for (nxLog* const statement : statements)
+    {
+        if (!_ReturnWhole(statement, chunk))
+        {
+            delete statement;
+        }
+        else if (chunk->IsFull())
+        {
+            _GetDepot().GiveChunk(chunk);
+            chunk = nullptr;
+        }
+    }
+    if (chunk != nullptr)
+    {
+        _GetDepot().GiveChunk(chunk);
+    }
+    _GetDepot().Trim(statements.size());
+    statements.clear();
+}
+
+void nxLogSlots::LockBeforeFork()
+{
+    _GetDepot().Lock();
+}
+
+void nxLogSlots::UnlockAfterFork()
+{
+    _GetDepot().Unlock();
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "core/logging/nxLog.h"
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// @file
+/// The memory of log statements, which goes round between the threads that log and the writer.
+///
+/// A block that another core frees costs its allocator a dozen times what one of its own costs. So the writer gives
+/// the memory of written statements back to those who log, in batches: a thread takes a batch under a lock once in
+/// some dozens of statements and works it off alone.
+
+/// The memory of one statement: the string of its text, and room for the copy that goes to the queue.
+///
+/// Whoever builds a statement on the stack holds the string; the copy that is made from it moves into the room beside
+/// the string, so that what the writer touches lies together. Both are held separately, since a copy may be copied
+/// again.
+class nxLogSlot : public std::string
+{
+public:
+    /// Room for the text of a usual line.
+    static constexpr std::size_t reservedText = 256;
+
+    nxLogSlot()
+    {
+        _room.slot = this;
+        reserve(reservedText);
+    }
+
+    /// The slot whose string this is; `entry` came from nxLogSlots::TakeText().
+    static nxLogSlot& OfText(std::string& entry)
+    {
+        return static_cast<nxLogSlot&>(entry);
+    }
+
+    /// The slot whose room holds, or held until just now, this statement; `statement` came from a room of a slot.
+    static nxLogSlot& OfStatement(void* statement)
+    {
+        return **(static_cast<nxLogSlot**>(statement) - 1);
+    }
+
+private:
+    friend class nxLogSlots;
+
+    /// Who holds a part of the slot, as bits.
+    static constexpr unsigned char _textHeld = 1;
+    static constexpr unsigned char _statementHeld = 2;
+
+    struct Room
+    {
+        nxLogSlot* slot;
+        alignas(nxLog) std::byte bytes[sizeof(nxLog)];
+    };
+    static_assert(sizeof(Room) == sizeof(nxLogSlot*) + sizeof(nxLog),
+                  "the slot is found directly before the room");
+
+    std::atomic<unsigned char> _held = 0;
+    Room _room;
+};
+
+/// Gives out slots and takes them back. Static only; any thread may call, also while the process ends.
+class nxLogSlots
+{
+public:
+    nxLogSlots() = delete;
+
+    /// @return an empty string with room for a usual line.
+    static std::string* TakeText();
+
+    /// Takes a string back that came from TakeText().
+    static void ReturnText(std::string* entry);
+
+    /// @return room for the copy of the statement that holds `entry`, which may be null.
+    static void* TakeRoom(std::string* entry);
+
+    /// Takes a room back that came from TakeRoom().
+    static void ReturnRoom(void* room);
+
+    /// Destroys the statements and returns all that they hold, for any thread to use; empties the vector and keeps
+    /// its storage. For the writer, once a cycle: it also lets go of memory that has not been needed for some time.
+    static void Recycle(std::vector<nxLog*>& statements);
+
+    /// Holds back every other thread's use of what threads share, across a fork.
+    static void LockBeforeFork();
+    static void UnlockAfterFork();
+
+private:
+    class Depot;
+    class ThreadCache;
+    struct Chunk;
+
+    static nxLogSlot* _Take();
+    static void _Return(nxLogSlot* slot);
+    static void _Drop(nxLogSlot& slot, unsigned char part);
+    static bool _ReturnWhole(nxLog* statement, Chunk*& chunk);
+    static Depot& _GetDepot();
+};
