@@ -1,0 +1,169 @@
+// How statements reach the devices: registration, order, waits and room, in deferred mode.
+
+#include "core/logging/nxLogSite.h"
+#include "tests/logging/nxRecordingLogDevice.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+using Strings = std::vector<std::string>;
+
+class nxLogManagerDeferred : public nxRecordingTest
+{
+};
+
+TEST_F(nxLogManagerDeferred, ADeviceIsListedOnce)
+{
+    nxLogManager& manager = nxLogManager::GetInstance();
+    manager.RegisterLogDevice(&_device);
+    NX_LOG(NX_INF, "once");
+    EXPECT_EQ(Messages(), Strings{"once"});
+    manager.UnregisterLogDevice(&_device);
+    NX_LOG(NX_INF, "unheard");
+    EXPECT_EQ(Messages(), Strings{"once"});
+    manager.RegisterLogDevice(&_device);
+}
+
+TEST_F(nxLogManagerDeferred, EachDeviceSeesTheBatchBeforeTheNextAndIsFlushedOnce)
+{
+    nxRecordingLogDevice second;
+    Strings order;
+    _device.onWrite = [&order](std::string const& message) { order.push_back("first " + message); };
+    second.onWrite = [&order](std::string const& message) { order.push_back("second " + message); };
+
+    nxLogManager& manager = nxLogManager::GetInstance();
+    nxLog a(NX_INF, "file", 1);
+    nxLog b(NX_INF, "file", 2);
+    a << "a";
+    b << "b";
+    manager.RegisterLogDevice(&second);
+    manager.ImmediateWrite({&a, &b});
+    manager.FlushDevices();
+    manager.UnregisterLogDevice(&second);
+    EXPECT_EQ(order, (Strings{"first a", "first b", "second a", "second b"}));
+    EXPECT_EQ(second.Calls(), (Strings{"a", "b", "flush"}));
+}
+
+TEST_F(nxLogManagerDeferred, WriteMovesTheTextAndTestsTheLevelAgain)
+{
+    nxLog debug(NX_DBG, "file", 1);
+    debug << "below" << nxLog::nxLogTerminator();
+    EXPECT_NE(debug.GetLogEntry(), nullptr);
+
+    nxLog log(NX_INF, "file", 1);
+    log << "text" << nxLog::nxLogTerminator();
+    EXPECT_EQ(log.GetLogEntry(), nullptr);
+    log.Flush(); // a second end writes a line without a message
+    EXPECT_EQ(Messages(), (Strings{"text", "(none)"}));
+
+    // One that isn't ended prints nothing.
+    {
+        nxLog unended(NX_INF, "file", 1);
+        unended << "unended";
+    }
+    EXPECT_EQ(Messages().size(), 2u);
+}
+
+TEST_F(nxLogManagerDeferred, ThreadsKeepTheirOrderAndLoseNothing)
+{
+    constexpr int threads = 4;
+    constexpr int lines = 5000;
+    std::vector<std::thread> workers;
+    for (int thread = 0; thread < threads; ++thread)
+    {
+        workers.emplace_back(
+            [thread]
+            {
+                for (int line = 0; line < lines; ++line)
+                {
+                    NX_LOG(NX_INF, thread << " " << line);
+                }
+            });
+    }
+    for (std::thread& worker : workers)
+    {
+        worker.join();
+    }
+    std::vector<int> next(threads, 0);
+    for (std::string const& message : Messages())
+    {
+        std::size_t const thread = std::stoul(message);
+        ASSERT_EQ(message, std::to_string(thread) + " " + std::to_string(next.at(thread)++));
+    }
+    EXPECT_EQ(next, std::vector<int>(threads, lines));
+}
+
+TEST_F(nxLogManagerDeferred, ADeviceMayLogAndLeaveWhileItWrites)
+{
+    nxRecordingLogDevice second;
+    nxLogManager& manager = nxLogManager::GetInstance();
+    _device.onWrite = [this, &manager](std::string const& message)
+    {
+        if (message == "outer")
+        {
+            NX_LOG(NX_INF, "inner");
+            manager.UnregisterLogDevice(&_device);
+        }
+    };
+    manager.RegisterLogDevice(&second);
+    NX_LOG(NX_INF, "outer");
+    Drain();
+    Drain();
+    manager.UnregisterLogDevice(&second);
+    EXPECT_EQ(_device.Messages(), Strings{"outer"});
+    EXPECT_EQ(second.Messages().back(), "inner");
+}
+
+TEST_F(nxLogManagerDeferred, AWaitIsBoundedByItsTime)
+{
+    using Clock = std::chrono::steady_clock;
+    nxLogManager& manager = nxLogManager::GetInstance();
+    for (double const seconds : {0.0, -1.0, 1e-9})
+    {
+        auto const start = Clock::now();
+        manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(seconds));
+        EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(90)) << seconds;
+    }
+    // Null and no change wait for the cycle, and so does a time that no deadline could hold.
+    for (double const seconds : {nxDoubleValueWrapper::nullValue, nxDoubleValueWrapper::noChangeValue, 1e300})
+    {
+        auto const start = Clock::now();
+        manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(seconds));
+        EXPECT_LT(Clock::now() - start, std::chrono::seconds(5)) << seconds;
+    }
+}
+
+TEST_F(nxLogManagerDeferred, AReservationIsCutAndNeverLowered)
+{
+    nxLogEntriesQueue queue;
+    queue.Reserve(50000);
+    EXPECT_EQ(queue.GetCapacity(), 20000u);
+    queue.Reserve(10);
+    EXPECT_EQ(queue.GetCapacity(), 20000u);
+
+    std::vector<nxLog*> logs;
+    for (int i = 0; i < 30000; ++i)
+    {
+        nxLog log(NX_INF, "file", 1);
+        log << i;
+        queue.Push(log);
+    }
+    EXPECT_GE(queue.GetCapacity(), 30000u);
+    queue.Swap(logs);
+    ASSERT_EQ(logs.size(), 30000u);
+    for (std::size_t i = 0; i < logs.size(); ++i)
+    {
+        ASSERT_EQ(*logs[i]->GetLogEntry(), std::to_string(i));
+        delete logs[i];
+    }
+    EXPECT_EQ(queue.GetCapacity(), 0u); // the storage went with the swap
+}
+
+} // namespace

@@ -1,0 +1,401 @@
+// What whole processes leave behind: at their end, across forks, on disks that fail.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+
+namespace
+{
+
+namespace files = std::filesystem;
+
+std::string ReadFile(files::path const& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+/// Runs scenarios in a directory of their own.
+class nxLogProcess : public testing::Test
+{
+protected:
+    nxLogProcess()
+    {
+        std::string name = (files::temp_directory_path() / "nxlogXXXXXX").string();
+        _directory = mkdtemp(name.data());
+        _environment = {{"KVT_LOG_DIRECTORY", (_directory / "log").string()}, {"KVT_LOG_TO_CONSOLE", "NO"}};
+    }
+
+    ~nxLogProcess() override
+    {
+        std::error_code error;
+        files::remove_all(_directory, error);
+    }
+
+    /// @return the exit code; above 128 for a signal, 124 for a hang.
+    int Run(std::string const& scenario)
+    {
+        std::string command = "cd " + _directory.string() + " && env";
+        for (auto const& [key, value] : _environment)
+        {
+            command += " " + key + "='" + value + "'";
+        }
+        command += " timeout 100 " NX_SCENARIO " " + scenario + " >out 2>err";
+        int const status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    std::string Output() const
+    {
+        return ReadFile(_directory / "out");
+    }
+
+    std::string Errors() const
+    {
+        return ReadFile(_directory / "err");
+    }
+
+    /// The log files in the order of their names.
+    std::vector<files::path> LogFiles() const
+    {
+        std::vector<files::path> paths;
+        for (auto const& entry : files::recursive_directory_iterator(_directory))
+        {
+            if (entry.path().extension() == ".log")
+            {
+                paths.push_back(entry.path());
+            }
+        }
+        std::sort(paths.begin(), paths.end());
+        return paths;
+    }
+
+    std::string Log() const
+    {
+        std::string text;
+        for (files::path const& path : LogFiles())
+        {
+            text += ReadFile(path);
+        }
+        return text;
+    }
+
+    /// Counts the lines "thread T line N end" of each thread; each N must follow on the one before, and every line be
+    /// whole. Other lines are collected.
+    std::map<unsigned int, unsigned int> Count(std::string const& text,
+                                               std::vector<std::string>* others = nullptr)
+    {
+        std::map<unsigned int, unsigned int> counts;
+        std::size_t begin = 0;
+        while (begin < text.size())
+        {
+            std::size_t const end = text.find("\r\n", begin);
+            EXPECT_NE(end, std::string::npos) << "torn: " << text.substr(begin);
+            if (end == std::string::npos)
+            {
+                break;
+            }
+            std::string const line = text.substr(begin, end - begin);
+            begin = end + 2;
+            unsigned int thread = 0;
+            unsigned int number = 0;
+            std::size_t const message = line.find("] thread ");
+            if (message == std::string::npos ||
+                std::sscanf(line.c_str() + message, "] thread %u line %u end", &thread, &number) != 2)
+            {
+                if (others != nullptr)
+                {
+                    others->push_back(line);
+                }
+                continue;
+            }
+            if (counts[thread] != number)
+            {
+                ADD_FAILURE() << "thread " << thread << ": " << counts[thread] << " is followed by "
+                              << number;
+                break;
+            }
+            ++counts[thread];
+        }
+        return counts;
+    }
+
+    files::path _directory;
+    std::map<std::string, std::string> _environment;
+};
+
+using Counts = std::map<unsigned int, unsigned int>;
+
+TEST_F(nxLogProcess, NothingIsLostByAPlainExit)
+{
+    ASSERT_EQ(Run("plain-exit 8 200000"), 0);
+    Counts expected;
+    for (unsigned int thread = 0; thread < 8; ++thread)
+    {
+        expected[thread] = 200000;
+    }
+    EXPECT_EQ(Count(Log()), expected);
+}
+
+TEST_F(nxLogProcess, NothingIsLostByDestroyAndNothingWrittenAfterIt)
+{
+    ASSERT_EQ(Run("destroy 8 200000"), 0);
+    Counts const counts = Count(Log());
+    ASSERT_EQ(counts.size(), 8u);
+    for (auto const& [thread, lines] : counts)
+    {
+        EXPECT_EQ(lines, 200000u) << thread;
+    }
+}
+
+TEST_F(nxLogProcess, NothingIsLostWhenAllIsWrittenAtOnce)
+{
+    _environment["KVT_LOG_FORCE_FLUSH"] = "yes";
+    ASSERT_EQ(Run("manager-first 3 300"), 0);
+    std::string const log = Log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 900); // the line before the device found none
+}
+
+// A line before the device makes the manager the older of the two.
+TEST_F(nxLogProcess, ManagerMayBeOlderThanTheDevice)
+{
+    ASSERT_EQ(Run("manager-first 1 200"), 0);
+    std::string const log = Log();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 201);
+}
+
+TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
+{
+    ASSERT_EQ(Run("exit-handlers"), 0);
+    EXPECT_EQ(Count(Log()), (Counts{{0, 200}, {92, 1}}));
+
+    // A static that logs in its constructor builds the manager, and is itself destroyed before the log ends.
+    files::remove_all(_directory / "log");
+    _environment["SCENARIO_STATICS"] = "1";
+    ASSERT_EQ(Run("exit-handlers"), 0);
+    EXPECT_EQ(Count(Log()), (Counts{{0, 200}, {90, 1}, {91, 1000}, {92, 1}, {94, 10}}));
+}
+
+TEST_F(nxLogProcess, MayEndAnywhere)
+{
+    ASSERT_EQ(Run("exit-on-other-thread 200"), 0);
+    EXPECT_EQ(Count(Log())[0], 200u);
+    files::remove_all(_directory / "log");
+    ASSERT_EQ(Run("exit-in-device"), 0);
+    EXPECT_EQ(Count(Log())[0], 200u);
+    for (int i = 0; i < 20; ++i)
+    {
+        files::remove_all(_directory / "log");
+        ASSERT_EQ(Run("exit-while-logging"), 0);
+        ASSERT_EQ(Count(Log())[0], 1000u);
+    }
+}
+
+// "Nobody wakes the writer" holds for those who log, not for the end.
+TEST_F(nxLogProcess, EndsWithoutWaitingForALongCycle)
+{
+    _environment["KVT_LOG_TIME_BETWEEN_FLUSHES"] = "3600";
+    auto const start = std::chrono::steady_clock::now();
+    ASSERT_EQ(Run("plain-exit 1 10"), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_EQ(Count(Log()), (Counts{{0, 10}}));
+}
+
+TEST_F(nxLogProcess, AForkedChildWritesAFileOfItsOwn)
+{
+    ASSERT_EQ(Run("fork 30"), 0);
+    unsigned int children = 0;
+    for (files::path const& path : LogFiles())
+    {
+        Counts const counts = Count(ReadFile(path));
+        if (counts.count(10) != 0)
+        {
+            ++children;
+            EXPECT_EQ(counts, (Counts{{10, 20}})) << path;
+        }
+        else
+        {
+            EXPECT_EQ(counts.at(0), 30u);
+            EXPECT_EQ(counts.size(), 5u);
+        }
+    }
+    EXPECT_EQ(children, 30u);
+}
+
+TEST_F(nxLogProcess, AForkedChildHasAWriter)
+{
+    ASSERT_EQ(Run("forked-writer"), 0);
+    ASSERT_EQ(LogFiles().size(), 2u);
+    EXPECT_EQ(Count(Log()), (Counts{{0, 5}, {10, 5}}));
+}
+
+TEST_F(nxLogProcess, AFileThatCannotBeCreatedIsSaidOnce)
+{
+    _environment["SCENARIO_NAME"] = "no/such";
+    ASSERT_EQ(Run("cannot-create"), 0);
+    EXPECT_TRUE(LogFiles().empty());
+    EXPECT_TRUE(
+        std::regex_match(Errors(), std::regex("Failed to create log file. Filename: .*/no/such_\\d{6}_\\d+"
+                                              "\\.log\n")))
+        << Errors();
+}
+
+TEST_F(nxLogProcess, WithoutADirectoryTheFileGoesToTheCurrentOne)
+{
+    _environment["KVT_LOG_DIRECTORY"] = (_directory / "no" / "parent").string();
+    ASSERT_EQ(Run("plain-exit 1 10"), 0);
+    EXPECT_EQ(Output(),
+              "Failed to create directory " + (_directory / "no" / "parent").string() + ", errno: 2\n");
+    ASSERT_EQ(LogFiles().size(), 1u);
+    EXPECT_EQ(LogFiles().front().parent_path(), _directory);
+}
+
+TEST_F(nxLogProcess, AShortWantOfRoomLosesNothing)
+{
+    ASSERT_EQ(Run("disk-full 2000 100"), 0);
+    std::vector<std::string> others;
+    EXPECT_EQ(Count(Log(), &others), (Counts{{0, 2000}}));
+    EXPECT_EQ(others.size(), 6u);
+    std::string const errors = Errors();
+    EXPECT_EQ(errors.find("Failed to write to the log file. Filename: "), 0u) << errors;
+    EXPECT_LE(std::count(errors.begin(), errors.end(), '\n'), 2); // at most once a second
+}
+
+TEST_F(nxLogProcess, BeyondTheBacklogLinesAreCounted)
+{
+    constexpr unsigned int lines = 800000;
+    ASSERT_EQ(Run("disk-full " + std::to_string(lines) + " 100"), 0);
+    std::string const log = Log();
+    std::smatch match;
+    std::size_t const place = log.find(" lines lost");
+    ASSERT_NE(place, std::string::npos);
+    EXPECT_EQ(log.find(" lines lost", place + 1), std::string::npos);
+    std::size_t const begin = log.rfind(' ', place - 1) + 1;
+    unsigned long const lost = std::stoul(log.substr(begin));
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n') + static_cast<long>(lost), long(lines) + 6 + 1);
+    // The hole is where the line says.
+    unsigned long before = 0;
+    unsigned long after = 0;
+    ASSERT_EQ(std::sscanf(log.c_str() + log.rfind("] thread 0", place), "] thread 0 line %lu", &before), 1);
+    ASSERT_EQ(std::sscanf(log.c_str() + log.find("] thread 0", place), "] thread 0 line %lu", &after), 1);
+    EXPECT_EQ(after - before - 1, lost);
+}
+
+TEST_F(nxLogProcess, CutsOverAfterTheLineThatExceedsTheLimit)
+{
+    ASSERT_EQ(Run("cut-over"), 0);
+    std::vector<files::path> const paths = LogFiles();
+    ASSERT_EQ(paths.size(), 3u);
+    std::vector<unsigned int> sizes;
+    for (files::path const& path : paths)
+    {
+        std::string const text = ReadFile(path);
+        sizes.push_back(static_cast<unsigned int>(std::count(text.begin(), text.end(), '\n')));
+    }
+    EXPECT_EQ(sizes, (std::vector<unsigned int>{3, 3, 1}));
+    EXPECT_TRUE(std::regex_match(paths[2].filename().string(), std::regex("scenario_\\d{6}_\\d+_3\\.log")));
+    EXPECT_EQ(Count(Log()), (Counts{{0, 7}}));
+}
+
+TEST_F(nxLogProcess, AReopeningLeavesEarlierLinesInTheOldFile)
+{
+    ASSERT_EQ(Run("reopen"), 0);
+    std::vector<files::path> const paths = LogFiles();
+    ASSERT_EQ(paths.size(), 2u);
+    std::vector<std::string> others;
+    EXPECT_EQ(Count(ReadFile(paths[0]), &others), (Counts{{0, 100}}));
+    EXPECT_EQ(Count(ReadFile(paths[1]), &others), (Counts{{1, 100}}));
+    ASSERT_EQ(others.size(), 2u);
+    EXPECT_NE(others[0].find("Closing log file: " + paths[0].string()), std::string::npos);
+    EXPECT_NE(others[1].find("Successfully opened log file: " + paths[1].string() +
+                             ", Previous log file: " + paths[0].string()),
+              std::string::npos);
+}
+
+TEST_F(nxLogProcess, ReadsItsLevel)
+{
+    struct
+    {
+        char const* level;
+        char const* shown;
+    } const rows[] = {
+        {"", "INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"0", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"7", "FTL "},
+        {" +7x", "FTL "},
+        {"none", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"8", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"-1", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"-29", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"99999999999999999999", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+        {"-99999999999999999999", "DBG INF PB1 PB2 PB3 WRN ERR FTL "},
+    };
+    _environment["KVT_LOG_TO_CONSOLE"] = "brief";
+    for (auto const& row : rows)
+    {
+        _environment["KVT_LOG_LEVEL"] = row.level;
+        ASSERT_EQ(Run("levels"), 0);
+        std::string const expected =
+            std::regex_replace(std::string(row.shown), std::regex("(...) "), "[$1] level\n");
+        EXPECT_EQ(Output(), expected) << row.level;
+    }
+}
+
+TEST_F(nxLogProcess, ConsoleAndFileHaveTheirForms)
+{
+    struct
+    {
+        char const* console;
+        char const* index;
+        char const* output; // of a line on the console
+        char const* file;   // of a line in the file
+    } const rows[] = {
+        {"", "no",
+         "\\[INF\\]\\[\\d\\d[A-Z][a-z]{2}\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\] thread 0 line 0 end "
+         "\\[nxLogScenario.cpp:\\d+\\]\n",
+         "\\[INF\\]\\[\\d\\d[A-Z][a-z]{2}\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}\\.000\\] thread 0 line 0 end "
+         "\\[nxLogScenario.cpp:\\d+\\]\r\n"},
+        {" no", "YES", "\\[INF\\]\\[.{20}\\]\\[\\d+\\] thread 0 line 0 end \\[nxLogScenario.cpp:\\d+\\]\n",
+         "\\[INF\\]\\[.{24}\\]\\[\\d+\\] thread 0 line 0 end \\[nxLogScenario.cpp:\\d+\\]\r\n"},
+        {"Terse", "true", "\\[INF\\] thread 0 line 0 end\n",
+         "\\[INF\\]\\[.{24}\\]\\[\\d+\\] thread 0 line 0 end \\[nxLogScenario.cpp:\\d+\\]\r\n"},
+        {"false", "1", "", "\\[INF\\]\\[.{24}\\] thread 0 line 0 end \\[nxLogScenario.cpp:\\d+\\]\r\n"},
+    };
+    for (auto const& row : rows)
+    {
+        files::remove_all(_directory / "log");
+        _environment["KVT_LOG_TO_CONSOLE"] = row.console;
+        _environment["KVT_LOG_THREAD_INDEX"] = row.index;
+        ASSERT_EQ(Run("plain-exit 1 1"), 0);
+        EXPECT_TRUE(std::regex_match(Output(), std::regex(row.output))) << Output();
+        EXPECT_TRUE(std::regex_match(Log(), std::regex(row.file))) << Log();
+    }
+}
+
+// After a kill, only what the last cycle had not flushed may be missing.
+TEST_F(nxLogProcess, AKilledProcessLeavesWholeLines)
+{
+    _environment["KVT_LOG_FORCE_FLUSH"] = "TRUE";
+    std::string const command = "cd " + _directory.string() +
+                                " && KVT_LOG_FORCE_FLUSH=TRUE KVT_LOG_TO_CONSOLE=NO "
+                                "KVT_LOG_DIRECTORY=log " NX_SCENARIO " linger & "
+                                "n=0; while [ $n -lt 100 ] && ! grep -qs 'line 99 end' " +
+                                _directory.string() +
+                                "/log/*/*.log; do sleep 0.1; n=$((n+1)); done; kill -9 $!";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(Count(Log()), (Counts{{0, 100}}));
+}
+
+} // namespace

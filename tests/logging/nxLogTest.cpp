@@ -1,0 +1,249 @@
+// What a statement adds for each kind of value, who owns its texts, and how a dump of memory looks.
+
+#include "core/logging/nxLogSite.h"
+#include "core/numbers/nxDecimal.h"
+#include "core/numbers/nxMoney.h"
+#include "core/time/nxDateTime.h"
+#include "core/vocabulary/nxBitMask.h"
+#include "core/vocabulary/nxBuySellEnum.h"
+#include "core/vocabulary/nxErrorEnum.h"
+#include "core/vocabulary/nxExchangePriceFilterBitMask.h"
+#include "core/vocabulary/nxInitalizers.h"
+#include "tests/logging/nxRecordingLogDevice.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <concepts>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using UserID = nxValueWrapper<unsigned int, -1, -2>;
+
+template <typename Value>
+concept Loggable = requires(nxLog log, Value value)
+{
+    log << value;
+};
+
+static_assert(!Loggable<void const*> && !Loggable<int*> && !Loggable<nxLog*>,
+              "an address would print as TRUE");
+static_assert(Loggable<unsigned long> && Loggable<long> && Loggable<signed char>);
+static_assert(!std::copy_constructible<nxLog>);
+static_assert(!std::is_default_constructible_v<nxLogCharLenPair>);
+static_assert(!std::is_default_constructible_v<nxLog::nxLogDestinationUserID>);
+
+template <typename... Values>
+std::string Text(Values const&... values)
+{
+    nxLog log(NX_INF, "file", 1);
+    (log << ... << values);
+    return *log.GetLogEntry();
+}
+
+TEST(nxLogText, OfNumbers)
+{
+    struct
+    {
+        std::string text;
+        char const* expected;
+    } const rows[] = {
+        {Text('A'), "65"}, // a number, not a character
+        {Text(static_cast<char>(-1)), "-1"},
+        {Text(static_cast<unsigned char>(255)), "255"},
+        {Text(static_cast<short>(SHRT_MIN)), "-32768"},
+        {Text(static_cast<unsigned short>(65535)), "65535"},
+        {Text(INT_MIN), "-2147483648"},
+        {Text(UINT_MAX), "4294967295"},
+        {Text(LONG_MIN), "-9223372036854775808"},
+        {Text(ULONG_MAX), "18446744073709551615"},
+        {Text(LLONG_MIN), "-9223372036854775808"},
+        {Text(ULLONG_MAX), "18446744073709551615"},
+        {Text(0), "0"},
+        {Text(true, false), "TRUEFALSE"},
+        {Text(1.5), "1.5"},
+        {Text(2.0), "2"},
+        {Text(0.1), "0.1"},
+        {Text(1.5f), "1.5"},
+        {Text(1e10), "1.000000e+10"},
+        {Text(2147483647.0), "2147483647"},
+        {Text(-1e-12), "-0"},
+        {Text(5e-10), "0.000000001"},
+    };
+    for (auto const& row : rows)
+    {
+        EXPECT_EQ(row.text, row.expected);
+    }
+}
+
+TEST(nxLogText, OfTexts)
+{
+    std::string const withZero("ab\0cd", 5);
+    EXPECT_EQ(Text(withZero), "ab");
+    EXPECT_EQ(Text(nxLogCharLenPair(withZero.data(), withZero.size())), withZero);
+    EXPECT_EQ(Text("x", static_cast<char const*>(nullptr), "y"), "xy");
+}
+
+TEST(nxLogText, OfValues)
+{
+    nxExchangePriceFilterBitMask noChange;
+    noChange.SetNoChange();
+    nxExchangePriceFilterBitMask twoBits;
+    twoBits.SetBits(0x2 | 0x8);
+    nxDateTime const time(2026, 11, 15, 9, 30, 5, 123456);
+    nxCurrencyEnum dollar(NX_USD);
+    struct
+    {
+        std::string text;
+        char const* expected;
+    } const rows[] = {
+        {Text(UserID()), "NULL"},
+        {Text(UserID(UserID::noChangeValue)), "NO_CHANGE"},
+        {Text(UserID(17)), "17"},
+        {Text(nxDecimal("-12.50", '.')), "-12.50"},
+        {Text(nxDecimal(nxNullInitalizer())), "NULL"},
+        {Text(nxDecimal(nxNoChangeInitalizer())), "NO_CHANGE"},
+        {Text(nxMoney(nxDecimal("100.50", '.'), dollar)), "100.50USD"},
+        {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum())), "100.50???"},
+        {Text(nxMoney::GetNullMoney()), "NULL"},
+        {Text(time), "15 Nov 2026 09:30:05.123456"},
+        {Text(nxDateTime(nxNullInitalizer())), "NULL"},
+        {Text(nxBuySellEnum(NX_BUY)), "BUY"},
+        {Text(noChange), "No Change"},
+        {Text(twoBits), "IMPLIEDS SETTLEMENTS"},
+    };
+    for (auto const& row : rows)
+    {
+        EXPECT_EQ(row.text, row.expected);
+    }
+    nxErrorEnum const error(NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(Text(error), "(" + std::to_string(error.GetValue()) + ") NX_ERR_INVALID_PARAMETER - '" +
+                               error.GetLongDescription() + "'");
+}
+
+TEST(nxLogStatement, CarriesItsSite)
+{
+    nxTimeStamp stamp(0, 0);
+    nxLog const log(NX_WRN, "file.cpp", 42, stamp);
+    EXPECT_EQ(log.GetLogLevel(), NX_WRN);
+    EXPECT_STREQ(log.GetSourceFile(), "file.cpp");
+    EXPECT_EQ(log.GetLineNumber(), 42u);
+    EXPECT_TRUE(log.GetDestinationUserID().IsNull());
+    EXPECT_EQ(log.GetSourceApplication(), nullptr);
+    EXPECT_EQ(log.GetThreadIndex(), 0u);
+    EXPECT_EQ(log.GetThreadCPU(), 0u);
+    EXPECT_GE(log.GetLogEntry()->capacity(), 256u);
+    EXPECT_EQ(stamp.GetAsTimeValue(), log.GetTimeStamp().GetAsTimeValue());
+    EXPECT_EQ(stamp.GetNanoseconds(), log.GetTimeStamp().GetNanoseconds());
+    EXPECT_GT(stamp.GetAsTimeValue(), 0);
+}
+
+TEST(nxLogStatement, TakesUserAndApplicationWithoutText)
+{
+    nxLog log(NX_INF, "file", 1);
+    log << nxLog::nxLogSourceApplicationDestUserID(UserID(5), "first")
+        << nxLog::nxLogDestinationUserID(UserID(6));
+    EXPECT_EQ(log.GetDestinationUserID().GetValue(), 6u);
+    EXPECT_EQ(*log.GetSourceApplication(), "first");
+    log << nxLog::nxLogSourceApplicationDestUserID(UserID(7), "second");
+    EXPECT_EQ(log.GetDestinationUserID().GetValue(), 7u);
+    EXPECT_EQ(*log.GetSourceApplication(), "second");
+    EXPECT_EQ(*log.GetLogEntry(), "");
+}
+
+TEST(nxLogStatement, MovesItsTextsToACopy)
+{
+    nxLog log(NX_INF, "file", 1);
+    log << "text" << nxLog::nxLogSourceApplicationDestUserID(UserID(5), "application");
+    std::string const* const entry = log.GetLogEntry();
+    std::unique_ptr<nxLog> const copy(log.CreateCopyWithOwnershipTransfer());
+    EXPECT_EQ(log.GetLogEntry(), nullptr);
+    EXPECT_EQ(log.GetSourceApplication(), nullptr);
+    log << "ignored" << 1 << 1.5 << true << nxLogCharLenPair("x", 1) << nxDecimal() << nxDateTime();
+    EXPECT_EQ(log.GetLogEntry(), nullptr);
+
+    // A copy of the copy outlives the first, and its text is where it was.
+    std::unique_ptr<nxLog> second(copy->CreateCopyWithOwnershipTransfer());
+    EXPECT_EQ(copy->GetLogEntry(), nullptr);
+    EXPECT_EQ(second->GetLogEntry(), entry);
+    EXPECT_EQ(*second->GetLogEntry(), "text");
+    EXPECT_EQ(*second->GetSourceApplication(), "application");
+    EXPECT_EQ(second->GetDestinationUserID().GetValue(), 5u);
+
+    // One without texts is copied too.
+    std::unique_ptr<nxLog> const empty(copy->CreateCopyWithOwnershipTransfer());
+    EXPECT_EQ(empty->GetLogEntry(), nullptr);
+    EXPECT_STREQ(empty->GetSourceFile(), "file");
+}
+
+TEST(nxLogStatement, RecycledStringsAreEmptyAndRoomy)
+{
+    for (int i = 0; i < 200; ++i)
+    {
+        nxLog log(NX_INF, "file", 1);
+        ASSERT_EQ(*log.GetLogEntry(), "");
+        ASSERT_GE(log.GetLogEntry()->capacity(), 256u);
+        log << std::string(static_cast<std::size_t>(i) * 50, 'x');
+        std::unique_ptr<nxLog> const copy(log.CreateCopyWithOwnershipTransfer());
+    }
+}
+
+class nxLogDump : public nxRecordingTest
+{
+};
+
+TEST_F(nxLogDump, PadsThePartialLine)
+{
+    EXPECT_TRUE(nxLog::LogBufferAsHex("ab\x01"
+                                      "d\x80",
+                                      5, 4, 100, '.', true)
+                    .IsOK());
+    std::vector<std::string> const expected = {
+        "Dumping memory as hex and ascii. At most 400 bytes of data will be dumped",
+        "61 62 01 64  ab|d",
+        "80 " + std::string(9, ' ') + " ." + std::string(3, ' '),
+    };
+    EXPECT_EQ(Messages(), expected);
+}
+
+TEST_F(nxLogDump, EndsAtItsLimit)
+{
+    std::string const bytes(10, '\x7f');
+    EXPECT_TRUE(nxLog::LogBufferAsHex(bytes.data(), bytes.size(), 2, 3, '?', false).IsOK());
+    EXPECT_EQ(Messages().size(), 4u);
+    EXPECT_EQ(Messages().back(), "7F 7F  ??");
+    // The product is cut to 32 bits, here to 0.
+    Clear();
+    EXPECT_TRUE(nxLog::LogBufferAsHex(bytes.data(), bytes.size(), 65536, 65536, '?', false).IsOK());
+    EXPECT_EQ(Messages().size(), 1u);
+}
+
+TEST_F(nxLogDump, RefusesNothingToDump)
+{
+    EXPECT_EQ(nxLog::LogBufferAsHex(nullptr, 5, 4, 1, '.', true), NX_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(nxLog::LogBufferAsHex("x", 1, 0, 1, '.', true), NX_ERR_INVALID_PARAMETER);
+    std::vector<std::string> const expected = {
+        "Unable to dump memory as hex and ascii. A null buffer was passed in",
+        "Unable to dump memory as hex and ascii. Bytes per line value is not valid",
+    };
+    EXPECT_EQ(Messages(), expected);
+    EXPECT_EQ(Levels(), std::vector<unsigned int>(2, NX_ERR));
+}
+
+TEST_F(nxLogDump, SiteIsOneStatementThatEvaluatesNothingBelowTheLevel)
+{
+    int evaluated = 0;
+    if (evaluated == 0)
+        NX_LOG(NX_DBG, "never " << ++evaluated);
+    else
+        FAIL();
+    EXPECT_EQ(evaluated, 0);
+    NX_LOG(NX_INF, "once " << ++evaluated);
+    EXPECT_EQ(Messages(), std::vector<std::string>{"once 1"});
+}
+
+} // namespace
