@@ -18,10 +18,7 @@
 #include <thread>
 #include <unistd.h>
 #if __has_include(<libfccp/csv.h>)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wstringop-truncation" // of its own messages
 #include <libfccp/csv.h>
-#pragma GCC diagnostic pop
 #endif
 
 namespace
