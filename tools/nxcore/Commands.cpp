@@ -10,6 +10,10 @@ std::span<Command const* const> AllCommands()
         &describeCommand,
         &listCommand,
         &maskCommand,
+        &keysCommand,
+        &csvCommand,
+        &identityCommand,
+        &versionCommand,
         &manualCommand,
     };
     return commands;

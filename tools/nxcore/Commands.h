@@ -7,8 +7,12 @@
 
 namespace nxTool
 {
+extern Command const csvCommand;
 extern Command const describeCommand;
+extern Command const identityCommand;
+extern Command const keysCommand;
 extern Command const listCommand;
 extern Command const manualCommand;
 extern Command const maskCommand;
+extern Command const versionCommand;
 } // namespace nxTool

@@ -19,22 +19,6 @@ std::string Styled(std::string_view text, std::string_view style, bool colour)
     return std::string(style).append(text).append(plain);
 }
 
-/// Control characters as \xNN: what a file holds can't play with the reader's terminal.
-std::string Printable(std::string_view text)
-{
-    static constexpr char digits[] = "0123456789ABCDEF";
-    std::string result;
-    for (char const character : text)
-    {
-        auto const byte = static_cast<unsigned char>(character);
-        if (byte >= 0x20 && byte != 0x7f)
-            result += character;
-        else
-            result.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
-    }
-    return result;
-}
-
 std::string Padded(std::string_view text, std::size_t width, Align align)
 {
     std::string const blanks(width - std::min(width, DisplayWidth(text)), ' ');
@@ -57,6 +41,21 @@ std::string Location(Problem const& problem)
     return location;
 }
 } // namespace
+
+std::string Printable(std::string_view text)
+{
+    static constexpr char digits[] = "0123456789ABCDEF";
+    std::string result;
+    for (char const character : text)
+    {
+        auto const byte = static_cast<unsigned char>(character);
+        if (byte >= 0x20 && byte != 0x7f)
+            result += character;
+        else
+            result.append("\\x").append(1, digits[byte >> 4]).append(1, digits[byte & 15]);
+    }
+    return result;
+}
 
 std::size_t DisplayWidth(std::string_view text)
 {

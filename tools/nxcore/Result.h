@@ -174,4 +174,7 @@ private:
 
 /// The number of columns that a UTF-8 text takes on a terminal, a column for each character.
 std::size_t DisplayWidth(std::string_view text);
+
+/// The text with control characters as \xNN: what a file holds can't play with the reader's terminal.
+std::string Printable(std::string_view text);
 } // namespace nxTool

@@ -5,6 +5,9 @@
 #include "Result.h"
 #include "Terminal.h"
 
+#include "core/process/nxApplicationData.h"
+#include "core/process/nxCmdLineArgs.h"
+
 #include <exception>
 #include <iostream>
 
@@ -58,8 +61,10 @@ int Run(nxTool::Command const& command, std::span<char const* const> words)
 }
 } // namespace
 
-int main(int argc, char** argv)
+int main(int argc, char** argv, char** envp)
 {
+    nxCmdLineArgs::GetInstance().Initialise(argv, envp);
+    nxApplicationData::SetApplicationName("nxcore");
     std::span<char const* const> const words(argv, static_cast<std::size_t>(argc));
     std::string_view const name = words.size() > 1 ? words[1] : "-help";
     if (name == "-help" || name == "--help" || name == "help")
