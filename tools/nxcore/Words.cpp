@@ -101,7 +101,8 @@ bool EqualInEitherCase(std::string_view left, std::string_view right)
 
 bool ContainsInEitherCase(std::string_view text, std::string_view fragment)
 {
-    return !std::ranges::search(text, fragment, SameLetter).empty() || fragment.empty();
+    auto const found = std::search(text.begin(), text.end(), fragment.begin(), fragment.end(), SameLetter);
+    return found != text.end() || fragment.empty();
 }
 
 std::string Hexadecimal(unsigned long long number)
