@@ -92,8 +92,8 @@ constexpr long long ToInt64(double value)
 
 /// A double rounded to the nearest whole number, a half toward plus infinity; else as ToInt64().
 ///
-/// The same as floor(), and ceil() where the value lies half a unit or more above it, without a call: where a double
-/// has a fraction at all, its neighbours are exact.
+/// The same as floor(), or ceil() where the value lies half a unit or more above it: what truncation leaves is exact,
+/// so that it alone tells which of the neighbours is meant.
 constexpr long long RoundHalfUp(double value)
 {
     constexpr double limit = 9223372036854775808.0; // 2^63
@@ -101,9 +101,9 @@ constexpr long long RoundHalfUp(double value)
     {
         return std::numeric_limits<long long>::min();
     }
-    auto floor = static_cast<long long>(value);
-    floor -= static_cast<double>(floor) > value ? 1 : 0;
-    return floor + (value - static_cast<double>(floor) >= 0.5 ? 1 : 0);
+    auto const truncated = static_cast<long long>(value);
+    double const rest = value - static_cast<double>(truncated);
+    return truncated + (rest >= 0.5 ? 1 : 0) - (rest < -0.5 ? 1 : 0);
 }
 
 } // namespace nxArithmetic

@@ -18,15 +18,6 @@ constexpr long long encodedNoChange = 0x7FFFFFFFFFFFFFFE;
 constexpr unsigned int mostPlacesShown = 12;
 constexpr unsigned int mostPlacesOfPower = 19; // from 20 on, 10^places wraps in 64 bits
 
-/// Copies a word and its zero byte.
-/// @return its length.
-template <std::size_t Size>
-std::size_t Copy(char* buffer, char const (&word)[Size])
-{
-    std::memcpy(buffer, word, Size);
-    return Size - 1;
-}
-
 /// Magnitude split at the separator.
 struct Parts
 {
@@ -43,6 +34,61 @@ Parts Split(unsigned long long magnitude, unsigned char places)
     }
     return {magnitude / power, magnitude % power};
 }
+
+/// The text of a number, measured first and then written backward to where it belongs.
+class Text
+{
+public:
+    Text(long long value, unsigned char places, unsigned int maximumPlaces)
+        : _digits(nxArithmetic::Magnitude(value)), _whole(0), _wholeStandsApart(places > mostPlacesOfPower),
+          _decimals(std::min({maximumPlaces, unsigned{places}, mostPlacesShown})), _negative(value < 0)
+    {
+        unsigned int const cut = places - _decimals;
+        if (_wholeStandsApart)
+        {
+            Parts const parts = Split(_digits, places);
+            _whole = parts.whole;
+            _digits = cut <= mostPlacesOfPower ? parts.fraction / nxDigits::powersOfTen[cut] : 0;
+        }
+        else if (cut != 0)
+        {
+            _digits /= nxDigits::powersOfTen[cut];
+        }
+        unsigned int const digits = _wholeStandsApart ? nxDigits::Count(_whole) + _decimals
+                                                      : std::max(nxDigits::Count(_digits), _decimals + 1);
+        _length = digits + (_decimals != 0 ? 1 : 0) + (_negative ? 1 : 0);
+    }
+
+    std::size_t GetLength() const
+    {
+        return _length;
+    }
+
+    void WriteBackward(char* end, char separator) const
+    {
+        unsigned long long whole = _wholeStandsApart ? _whole : _digits;
+        if (_decimals != 0)
+        {
+            unsigned long long const rest = nxDigits::WriteLowestBackward(end, _digits, _decimals);
+            whole = _wholeStandsApart ? _whole : rest;
+            end -= _decimals + 1;
+            *end = separator;
+        }
+        char* const first = nxDigits::WriteBackward(end, whole);
+        if (_negative)
+        {
+            first[-1] = '-';
+        }
+    }
+
+private:
+    unsigned long long _digits; // those shown as one number, the separator to stand before the last of them
+    unsigned long long _whole;
+    bool _wholeStandsApart; // beyond 19 places the digits before the separator are not those of the number
+    unsigned int _decimals;
+    bool _negative;
+    unsigned int _length;
+};
 
 } // namespace
 
@@ -382,7 +428,15 @@ nxErrorEnum nxDecimal::SetFromString(std::string const& text, char separator)
 
 void nxDecimal::GetAsString(char* buffer, char separator) const
 {
-    _WriteText(buffer, _decimalPlaces, separator);
+    if (!IsValid())
+    {
+        *buffer = '\0';
+        return;
+    }
+    Text const text(_value, _decimalPlaces, _decimalPlaces);
+    char* const end = buffer + text.GetLength();
+    *end = '\0';
+    text.WriteBackward(end, separator);
 }
 
 void nxDecimal::GetAsString(std::string& text, char separator) const
@@ -398,19 +452,36 @@ std::string nxDecimal::GetAsString(char separator) const
 
 void nxDecimal::AppendAsString(std::string& text, char separator) const
 {
-    char buffer[maximumTextSize];
-    text.append(buffer, _WriteText(buffer, _decimalPlaces, separator));
+    _Append(text, _decimalPlaces, separator);
 }
 
 std::string nxDecimal::GetAsTrimmedString(unsigned char const& maximumPlaces, char separator) const
 {
-    char buffer[maximumTextSize];
-    return std::string(buffer, _WriteText(buffer, maximumPlaces, separator));
+    std::string text;
+    _Append(text, maximumPlaces, separator);
+    return text;
+}
+
+void nxDecimal::_Append(std::string& out, unsigned int maximumPlaces, char separator) const
+{
+    if (IsValid())
+    {
+        Text const text(_value, _decimalPlaces, maximumPlaces);
+        out.resize(out.size() + text.GetLength());
+        text.WriteBackward(out.data() + out.size(), separator);
+    }
 }
 
 void nxDecimal::GetAsLogString(char* buffer, char separator) const
 {
-    _WriteLogText(buffer, _decimalPlaces, separator);
+    if (IsValid())
+    {
+        GetAsString(buffer, separator);
+    }
+    else
+    {
+        std::strcpy(buffer, _GetStatusWord());
+    }
 }
 
 void nxDecimal::GetAsLogString(std::string& text, char separator) const
@@ -426,69 +497,18 @@ std::string nxDecimal::GetAsLogString(char separator) const
 
 void nxDecimal::AppendAsLogString(std::string& text, char separator) const
 {
-    char buffer[maximumTextSize];
-    text.append(buffer, _WriteLogText(buffer, _decimalPlaces, separator));
+    text.append(_GetStatusWord());
+    AppendAsString(text, separator);
 }
 
 std::string nxDecimal::GetAsTrimmedLogString(unsigned char const& maximumPlaces, char separator) const
 {
-    char buffer[maximumTextSize];
-    return std::string(buffer, _WriteLogText(buffer, maximumPlaces, separator));
+    return _GetStatusWord() + GetAsTrimmedString(maximumPlaces, separator);
 }
 
-/// Writes the text and a zero byte.
-/// @return the length of the text.
-std::size_t nxDecimal::_WriteText(char* buffer, unsigned int maximumPlaces, char separator) const
+char const* nxDecimal::_GetStatusWord() const
 {
-    if (!IsValid())
-    {
-        *buffer = '\0';
-        return 0;
-    }
-    // The digits stand as one number, with the separator before the last `shown` of them.
-    unsigned int const shown = std::min({maximumPlaces, unsigned{_decimalPlaces}, mostPlacesShown});
-    unsigned int const cut = _decimalPlaces - shown;
-    unsigned long long digits = nxArithmetic::Magnitude(_value);
-    unsigned long long whole = 0;
-    unsigned int length;
-    if (_decimalPlaces <= mostPlacesOfPower)
-    {
-        digits /= nxDigits::powersOfTen[cut];
-        length = std::max(nxDigits::Count(digits), shown + 1);
-    }
-    else
-    {
-        Parts const parts = Split(digits, _decimalPlaces);
-        digits = cut <= mostPlacesOfPower ? parts.fraction / nxDigits::powersOfTen[cut] : 0;
-        whole = parts.whole;
-        length = nxDigits::Count(whole) + shown;
-    }
-    if (_value < 0)
-    {
-        *buffer++ = '-';
-    }
-    char* end = buffer + length + (shown != 0 ? 1 : 0);
-    *end = '\0';
-    if (shown != 0)
-    {
-        digits = nxDigits::WriteLowestBackward(end, digits, shown);
-        buffer[length - shown] = separator;
-    }
-    nxDigits::WriteBackward(buffer + length - shown, _decimalPlaces <= mostPlacesOfPower ? digits : whole);
-    return static_cast<std::size_t>(end - buffer) + (_value < 0 ? 1 : 0);
-}
-
-std::size_t nxDecimal::_WriteLogText(char* buffer, unsigned int maximumPlaces, char separator) const
-{
-    if (IsNull())
-    {
-        return Copy(buffer, "NULL");
-    }
-    if (IsNoChange())
-    {
-        return Copy(buffer, "NO_CHANGE");
-    }
-    return _WriteText(buffer, maximumPlaces, separator);
+    return IsNull() ? "NULL" : IsNoChange() ? "NO_CHANGE" : "";
 }
 
 void nxDecimal::Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separator) const

@@ -253,8 +253,8 @@ private:
     void _SetFromDouble(double value, unsigned char places);
     void _Clear(nxEnumValue status);
     bool _DiffersInDoubles(nxDecimal const& right) const;
-    std::size_t _WriteText(char* buffer, unsigned int maximumPlaces, char separator) const;
-    std::size_t _WriteLogText(char* buffer, unsigned int maximumPlaces, char separator) const;
+    void _Append(std::string& out, unsigned int maximumPlaces, char separator) const;
+    char const* _GetStatusWord() const; // for the log; empty if valid
 
     // A decimal that is not valid has value 0 and places 0.
     long long _value;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstring>
 
@@ -60,7 +61,8 @@ constexpr unsigned int ValueOf(char c)
 
 /// Writes all digits of `value` so that they end before `end`.
 /// @return the first digit.
-inline char* WriteBackward(char* end, unsigned long long value)
+template <std::unsigned_integral UnsignedT>
+char* WriteBackward(char* end, UnsignedT value)
 {
     while (value >= 100)
     {

@@ -20,137 +20,134 @@ nxErrorEnum Refused()
     return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
 }
 
-/// The text of a number, in a buffer of its own: sign and 20 digits, or what the double form needs.
-class NumberText
+/// Adds `count` bytes for the caller to write.
+/// @return the end of the text.
+char* Grow(std::string& out, std::size_t count)
 {
-public:
-    template <class IntegerT>
-    explicit NumberText(IntegerT value)
+    out.resize(out.size() + count);
+    return out.data() + out.size();
+}
+
+template <class IntegerT>
+void Append(std::string& out, IntegerT value)
+{
+    using UnsignedT =
+        std::conditional_t<sizeof(IntegerT) <= sizeof(unsigned int), unsigned int, unsigned long long>;
+    // The magnitude is taken as unsigned, so that the smallest value has one too.
+    auto magnitude = static_cast<UnsignedT>(value);
+    bool const negative = std::is_signed_v<IntegerT> && value < 0;
+    if (negative)
     {
-        char* const end = _buffer + sizeof(_buffer);
-        auto const wide = static_cast<unsigned long long>(value);
-        bool const negative = std::is_signed_v<IntegerT> && value < 0;
-        // The magnitude is taken as unsigned, so that the smallest value has one too.
-        _begin = nxDigits::WriteBackward(end, negative ? 0 - wide : wide);
-        if (negative)
-        {
-            *--_begin = '-';
-        }
-        _length = static_cast<std::size_t>(end - _begin);
+        magnitude = 0 - magnitude;
     }
-
-    NumberText(double value, unsigned int precision)
+    char* const end = Grow(out, nxDigits::Count(magnitude) + (negative ? 1 : 0));
+    char* const first = nxDigits::WriteBackward(end, magnitude);
+    if (negative)
     {
-        bool const negative = value < 0.0; // not so for a negative zero
-        double const magnitude = negative ? -value : value;
-        if (magnitude <= largestFixed)
-        {
-            _WriteFixed(magnitude, negative, precision);
-        }
-        else
-        {
-            _WriteScientific(value);
-        }
+        first[-1] = '-';
     }
+}
 
-    operator std::string_view() const
-    {
-        return std::string_view(_begin, _length);
-    }
-
-    std::string AsString() const
-    {
-        return std::string(_begin, _length);
-    }
-
-private:
-    void _WriteFixed(double magnitude, bool negative, unsigned int precision)
-    {
-        // A negative int arrives as a large unsigned number.
-        unsigned int const places = precision > 0x7FFFFFFFu ? 0 : std::min(precision, maximumPrecision);
-        auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[places]);
-
-        auto whole = static_cast<unsigned int>(magnitude);
-        double const remainder = magnitude - whole;
-        double const scaled = remainder * power;
-        auto fraction = static_cast<unsigned int>(scaled);
-        double const half = scaled - fraction;
-        if (half > 0.5)
-        {
-            ++fraction;
-            if (fraction >= power)
-            {
-                fraction = 0;
-                ++whole;
-            }
-        }
-        else if (half == 0.5 && (fraction == 0 || fraction % 2 != 0))
-        {
-            ++fraction; // not carried into the whole part, even if all places were nines
-        }
-
-        if (places == 0)
-        {
-            fraction = 0;
-            if (half == 0.5 && whole % 2 != 0)
-            {
-                ++whole;
-            }
-        }
-
-        char* const point = _buffer + pointPosition;
-        _begin = nxDigits::WriteBackward(point, whole);
-        if (negative)
-        {
-            *--_begin = '-';
-        }
-        _length = static_cast<std::size_t>(_WriteFraction(point, fraction, power, places) - _begin);
-    }
-
-    /// Behind the whole part, without its trailing zeros.
-    /// @return the end of the text.
-    static char* _WriteFraction(char* point, unsigned int fraction, unsigned int power, unsigned int places)
-    {
-        if (fraction == 0)
-        {
-            return point;
-        }
-        *point = '.';
-        char* end = point + 1 + places;
-        if (fraction == power)
-        {
-            // The half behind nines: all of its zeros are dropped, so that 0.95 at one place reads 0.1.
-            point[1] = '1';
-            return point + 2;
-        }
-        nxDigits::WriteLowestBackward(end, fraction, places);
-        while (end[-1] == '0')
-        {
-            --end;
-        }
-        return end;
-    }
-
-    /// "%e" in the classic locale, whatever the host's.
-    void _WriteScientific(double value)
-    {
-        constexpr int precision = 6;
-        _begin = _buffer;
-        auto const result = std::to_chars(_buffer, _buffer + sizeof(_buffer), value,
-                                          std::chars_format::scientific, precision);
-        _length = static_cast<std::size_t>(result.ptr - _buffer);
-    }
-
-    static constexpr unsigned int pointPosition = 12; // behind a sign and the ten digits of 2147483647
-
-    char _buffer[24]; // left unset: only the text's own bytes are ever read
-    char* _begin;
-    std::size_t _length;
+/// A number in fixed form, its decimals without trailing zeros.
+struct Fixed
+{
+    unsigned int whole;
+    unsigned int fraction;
+    unsigned int decimals; // digits of the fraction, with its leading zeros
 };
 
-void Append(std::string& out, std::string_view text)
+/// Halves go to even as far as the last digit goes; see the header.
+Fixed RoundToFixed(double magnitude, unsigned int places)
 {
-    out.append(text.data(), text.size());
+    auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[places]);
+    Fixed fixed{static_cast<unsigned int>(magnitude), 0, places};
+    double const scaled = (magnitude - fixed.whole) * power;
+    fixed.fraction = static_cast<unsigned int>(scaled);
+    double const rest = scaled - fixed.fraction;
+    if (rest > 0.5)
+    {
+        ++fixed.fraction;
+        if (fixed.fraction >= power)
+        {
+            fixed.fraction = 0;
+            ++fixed.whole;
+        }
+    }
+    else if (rest == 0.5 && (fixed.fraction == 0 || fixed.fraction % 2 != 0))
+    {
+        ++fixed.fraction; // not carried into the whole part, even if all places were nines
+    }
+    if (places == 0)
+    {
+        fixed.fraction = 0;
+        if (rest == 0.5 && fixed.whole % 2 != 0)
+        {
+            ++fixed.whole;
+        }
+    }
+    return fixed;
+}
+
+/// A fraction of nothing but zeros has no decimals. One that was rounded up to all of its power loses them all
+/// but the 1: that is how 0.95 at one place becomes 0.1.
+void DropTrailingZeros(Fixed& fixed)
+{
+    if (fixed.fraction == 0)
+    {
+        fixed.decimals = 0;
+        return;
+    }
+    // Nine digits end in eight zeros at most, or in nine where they stand for the whole power.
+    for (unsigned int const zeros : {4u, 4u, 2u, 1u})
+    {
+        auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[zeros]);
+        if (fixed.fraction % power == 0)
+        {
+            fixed.fraction /= power;
+            fixed.decimals -= zeros;
+        }
+    }
+}
+
+/// "%e" in the classic locale, whatever the host's.
+void AppendScientific(std::string& out, double value)
+{
+    constexpr int precision = 6;
+    char buffer[24]; // sign, seven digits, point, "e+308"
+    auto const result =
+        std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::scientific, precision);
+    out.append(buffer, result.ptr);
+}
+
+void Append(std::string& out, double value, unsigned int precision)
+{
+    bool const negative = value < 0.0; // not so for a negative zero
+    double const magnitude = negative ? -value : value;
+    if (!(magnitude <= largestFixed))
+    {
+        AppendScientific(out, value);
+        return;
+    }
+    // A negative int arrives as a large unsigned number.
+    unsigned int const places = precision > 0x7FFFFFFFu ? 0 : std::min(precision, maximumPrecision);
+    Fixed fixed = RoundToFixed(magnitude, places);
+    DropTrailingZeros(fixed);
+    // The 1 of a whole power stands behind the point even though no digit is left to it.
+    unsigned int const decimals = fixed.fraction == 0 ? 0 : std::max(fixed.decimals, 1u);
+    unsigned int const wholeLength = nxDigits::Count(fixed.whole) + (negative ? 1 : 0);
+    char* const end = Grow(out, wholeLength + (decimals == 0 ? 0 : decimals + 1));
+    char* wholeEnd = end;
+    if (decimals != 0)
+    {
+        wholeEnd -= decimals + 1;
+        nxDigits::WriteLowestBackward(end, fixed.fraction, decimals);
+        *wholeEnd = '.';
+    }
+    char* const first = nxDigits::WriteBackward(wholeEnd, fixed.whole);
+    if (negative)
+    {
+        first[-1] = '-';
+    }
 }
 
 /// Digits up to a zero byte, wrapping in the width of the number.
@@ -239,57 +236,79 @@ std::string nxStringHelper::GetAsString(bool value)
 
 std::string nxStringHelper::GetAsString(char value)
 {
-    return NumberText(static_cast<signed char>(value)).AsString();
+    std::string text;
+    Append(text, static_cast<signed char>(value));
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(short value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(int value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(long value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(long long value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(unsigned char value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(unsigned short value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(unsigned int value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(unsigned long long value)
 {
-    return NumberText(value).AsString();
+    std::string text;
+    Append(text, value);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(double value)
 {
-    return NumberText(value, maximumPrecision).AsString();
+    std::string text;
+    Append(text, value, maximumPrecision);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(double value, unsigned int precision)
 {
-    return NumberText(value, precision).AsString();
+    std::string text;
+    Append(text, value, precision);
+    return text;
 }
 
 std::string nxStringHelper::GetAsString(float value)
@@ -309,57 +328,57 @@ std::string nxStringHelper::GetAsString(nxEnum const& value)
 
 void nxStringHelper::AppendAsString(std::string& out, bool value)
 {
-    Append(out, value ? "TRUE" : "FALSE");
+    out.append(value ? "TRUE" : "FALSE");
 }
 
 void nxStringHelper::AppendAsString(std::string& out, char value)
 {
-    Append(out, NumberText(static_cast<signed char>(value)));
+    Append(out, static_cast<signed char>(value));
 }
 
 void nxStringHelper::AppendAsString(std::string& out, short value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, int value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, long long value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, unsigned char value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, unsigned short value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, unsigned int value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, unsigned long long value)
 {
-    Append(out, NumberText(value));
+    Append(out, value);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, double value)
 {
-    Append(out, NumberText(value, maximumPrecision));
+    Append(out, value, maximumPrecision);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, double value, unsigned int precision)
 {
-    Append(out, NumberText(value, precision));
+    Append(out, value, precision);
 }
 
 void nxStringHelper::AppendAsString(std::string& out, float value)
