@@ -18,6 +18,12 @@ constexpr long long encodedNoChange = 0x7FFFFFFFFFFFFFFE;
 constexpr unsigned int mostPlacesShown = 12;
 constexpr unsigned int mostPlacesOfPower = 19; // from 20 on, 10^places wraps in 64 bits
 
+/// Whether two numbers of different places are more than the tolerance apart.
+bool Differ(double left, double right)
+{
+    return !(std::fabs(left - right) <= std::numeric_limits<double>::epsilon());
+}
+
 /// Magnitude split at the separator.
 struct Parts
 {
@@ -277,7 +283,8 @@ bool nxDecimal::operator==(nxDecimal const& right) const
     {
         return _status == right._status;
     }
-    return _decimalPlaces == right._decimalPlaces ? _value == right._value : !_DiffersInDoubles(right);
+    return _decimalPlaces == right._decimalPlaces ? _value == right._value
+                                                  : !Differ(GetAsDouble(), right.GetAsDouble());
 }
 
 bool nxDecimal::operator!=(nxDecimal const& right) const
@@ -299,7 +306,10 @@ bool nxDecimal::operator<(nxDecimal const& right) const
     {
         return _value < right._value;
     }
-    return _DiffersInDoubles(right) && GetAsDouble() < right.GetAsDouble();
+    double const left = GetAsDouble();
+    double const other = right.GetAsDouble();
+    bool const differ = Differ(left, other);
+    return differ & (left < other);
 }
 
 bool nxDecimal::operator<=(nxDecimal const& right) const
@@ -315,11 +325,6 @@ bool nxDecimal::operator>(nxDecimal const& right) const
 bool nxDecimal::operator>=(nxDecimal const& right) const
 {
     return !(*this < right);
-}
-
-bool nxDecimal::_DiffersInDoubles(nxDecimal const& right) const
-{
-    return !(std::fabs(GetAsDouble() - right.GetAsDouble()) <= std::numeric_limits<double>::epsilon());
 }
 
 nxDecimal nxDecimal::GetMin(nxDecimal const& a, nxDecimal const& b)
@@ -376,14 +381,11 @@ void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
         }
         else
         {
-            auto const finer = static_cast<unsigned char>(step._decimalPlaces + 1);
-            nxDecimal const half = step / nxDecimal(2, finer);
+            nxDecimal const half = step / nxDecimal(2, static_cast<unsigned char>(step._decimalPlaces + 1));
             stay = remainder < half || (method == NX_ROUNDING_METHOD_MODIFIED_NEAREST && remainder == half);
         }
-        if (!stay)
-        {
-            rounded += step;
-        }
+        // Both have the step's places. Prices meet both cases by turns, so that a branch would often be guessed wrong.
+        rounded._value = nxArithmetic::Add(rounded._value, stay ? 0 : step._value);
     }
     if (negative)
     {

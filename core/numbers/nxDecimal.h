@@ -252,7 +252,6 @@ private:
     // Both out of line: a sum over different places, and a product or quotient.
     void _SetFromDouble(double value, unsigned char places);
     void _Clear(nxEnumValue status);
-    bool _DiffersInDoubles(nxDecimal const& right) const;
     void _Append(std::string& out, unsigned int maximumPlaces, char separator) const;
     char const* _GetStatusWord() const; // for the log; empty if valid
 
