@@ -7,6 +7,7 @@ namespace nxTool
 std::span<Command const* const> AllCommands()
 {
     static constexpr Command const* commands[] = {
+        &convertCommand,
         &describeCommand,
         &listCommand,
         &maskCommand,

@@ -7,6 +7,7 @@
 
 namespace nxTool
 {
+extern Command const convertCommand;
 extern Command const csvCommand;
 extern Command const describeCommand;
 extern Command const identityCommand;

@@ -1,0 +1,189 @@
+// `nxcore convert`: an amount of money in another currency, by a file of rates.
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "Result.h"
+#include "Words.h"
+
+#include "core/numbers/nxExchangeRateList.h"
+#include "core/text/nxCSVFileReader.h"
+
+#include <optional>
+
+namespace nxTool
+{
+namespace
+{
+constexpr Option options[] = {
+    {"rates", "FILE", "the rates, a line each, such as USD:EUR=0.92", Completes::File},
+};
+
+/// Keeps the line of each row that a reader hands out.
+class RowLines : public nxCSVFileReaderCallback
+{
+public:
+    bool IsCommentRow(std::string const& row) override
+    {
+        ++_lineCount;
+        if (nxCSVFileReaderCallback::IsCommentRow(row))
+            return true;
+        _lines.push_back(_lineCount);
+        return false;
+    }
+
+    long long Get(unsigned int row) const
+    {
+        return _lines[row];
+    }
+
+    long long GetLineCount() const
+    {
+        return _lineCount;
+    }
+
+private:
+    std::vector<long long> _lines;
+    long long _lineCount = 0;
+};
+
+std::optional<nxCurrencyEnum> ReadCurrency(std::string const& token)
+{
+    nxCurrencyEnum currency;
+    if (!currency.SetFromString(token) || !currency.IsSpecificTypeForInstance())
+        return std::nullopt;
+    return currency;
+}
+
+std::vector<std::string_view> CurrencyTokens()
+{
+    std::vector<nxEnumValue> values;
+    nxCurrencyEnum().GetRegisteredEnumValuesForInstance(values);
+    std::vector<std::string_view> tokens;
+    for (nxEnumValue const value : values)
+        tokens.emplace_back(nxCurrencyEnum(value).GetShortDescription()); // the registry keeps the text
+    return tokens;
+}
+
+Problem NoCurrency(std::string const& token)
+{
+    return UnknownName(Printable(token), "is no currency", CurrencyTokens());
+}
+
+/// Reads a row of "USD:EUR" and "0.92".
+std::optional<nxExchangeRate> ReadRate(nxCSVFileRow const& row, Problem& problem)
+{
+    std::string const pair = row.GetColValue(0);
+    std::size_t const colon = pair.find(':');
+    if (row.GetColCount() != 2 || colon == std::string::npos)
+    {
+        problem.reason = "a line such as USD:EUR=0.92 expected";
+        return std::nullopt;
+    }
+    auto const source = ReadCurrency(pair.substr(0, colon));
+    auto const target = ReadCurrency(pair.substr(colon + 1));
+    nxDecimal const rate(row.GetColValue(1), '.');
+    if (!source || !target)
+    {
+        Problem const unknown = NoCurrency(source ? pair.substr(colon + 1) : pair.substr(0, colon));
+        problem.column = unknown.column;
+        problem.reason = unknown.reason;
+        return std::nullopt;
+    }
+    if (!rate.IsPositive())
+    {
+        problem.column = Printable(row.GetColValue(1));
+        problem.reason = "a rate above zero expected";
+        return std::nullopt;
+    }
+    return nxExchangeRate(*source, *target, rate);
+}
+
+/// Every sound line becomes a rate, every other one a problem.
+/// @return false when the file gave nothing at all.
+bool ReadRates(std::string const& path, nxExchangeRateList& rates, Result& result)
+{
+    RowLines lines;
+    nxCSVFileReader reader('=', false, &lines);
+    bool const isWhole = reader.ReadFile(path).IsOK();
+    if (!isWhole)
+        result.AddProblem(
+            {path, lines.GetLineCount() == 0 ? 0 : lines.GetLineCount() + 1, "", "can't be read"});
+    for (unsigned int row = 0; row < reader.GetRowCount(); ++row)
+    {
+        Problem problem{path, lines.Get(row), "", ""};
+        if (auto const rate = ReadRate(*reader.GetRow(row), problem))
+            rates.SetExchangeRate(*rate);
+        else
+            result.AddProblem(problem);
+    }
+    return isWhole || reader.GetRowCount() != 0;
+}
+
+std::optional<nxMoney> ReadMoney(std::string const& text, Result& result)
+{
+    nxMoney money;
+    if (money.SetFromString(text, '.').IsOK() && money.IsValid() &&
+        money.GetCurrency().IsSpecificTypeForInstance())
+        return money;
+    result.AddProblem({"", 0, Printable(text), "an amount such as 100.50USD expected"});
+    return std::nullopt;
+}
+
+nxExchangeRate const* FindRate(nxExchangeRateList const& rates, nxCurrencyEnum const& source,
+                               nxCurrencyEnum const& target)
+{
+    std::vector<nxExchangeRate const*> fromSource;
+    rates.GetExchangeRates(source, fromSource);
+    for (nxExchangeRate const* rate : fromSource)
+        if (rate->GetTargetCurrency() == target)
+            return rate;
+    return nullptr;
+}
+
+Status Run(Arguments const& arguments, Result& result)
+{
+    std::optional<nxMoney> const money = ReadMoney(arguments.Get(0), result);
+    std::optional<nxCurrencyEnum> const target = ReadCurrency(arguments.Get(1));
+    if (!target)
+        result.AddProblem(NoCurrency(arguments.Get(1)));
+    std::optional<std::string> const file = arguments.GetOption("rates");
+    if (!file)
+        result.AddProblem({"", 0, "-rates", "a file of rates expected"});
+    nxExchangeRateList rates;
+    if (!money || !target || !file || !ReadRates(*file, rates, result))
+        return Status::Unusable;
+
+    nxMoney const converted = rates.ConvertToTargetCurrency(*money, *target);
+    nxExchangeRate const* const rate = FindRate(rates, money->GetCurrency(), *target);
+    bool const isConverted = converted.IsValid();
+    result.AddField("amount", "amount", money->GetAsString('.'));
+    result.AddField("rate", "rate", rate == nullptr ? Cell("none", nullptr) : Cell(rate->GetAsString()));
+    result.AddField("converted", "converted",
+                    isConverted ? Cell(converted.GetAsString('.')) : Cell("none", nullptr));
+    if (!isConverted)
+        result.AddProblem({*file, 0,
+                           money->GetCurrency().GetShortDescription() + ":" + target->GetShortDescription(),
+                           "has no rate; neither an inverse rate nor a third currency is used"});
+    return result.GetProblems().empty() ? Status::Good : Status::Faulty;
+}
+} // namespace
+
+Command const convertCommand = {
+    .name = "convert",
+    .arguments = "AMOUNT TO",
+    .summary = "convert an amount of money by a file of rates",
+    .details =
+        "Converts AMOUNT, such as 100.50USD, to the currency TO. Each line of the file of rates says how "
+        "many\n"
+        "of the second currency one unit of the first is worth; of two lines for a pair the last one holds.\n"
+        "Empty lines, and those that begin with ; or #, are left out. The result has as many decimals as "
+        "the\n"
+        "more precise of amount and rate. Without a rate for that very pair the exit status is 1.",
+    .example = "nxcore convert 100.50USD EUR -rates examples/rates.txt",
+    .options = options,
+    .fewestArguments = 2,
+    .mostArguments = 2,
+    .completes = Completes::Currency,
+    .run = Run,
+};
+} // namespace nxTool
