@@ -59,11 +59,33 @@ bool _gmtime64_s(std::tm& fields, long long seconds);
 ///         `int` can't hold.
 long long _mktime64(std::tm& fields);
 
-/// How far the local wall clock is ahead of Greenwich at a moment, in seconds.
-///
-/// Answers for the 64 hours asked for last are remembered, without a lock, a system call or an allocation.
-/// @return false where _localtime64_s() fails.
-bool GetLocalOffset(long long seconds, long long& offset);
+/// What a log line shows of a moment's local time, in the space of one register.
+struct LogTime
+{
+    unsigned int dayAndHour;   ///< 0 for a moment without a calendar; else what the readers below take apart
+    unsigned int secondOfHour; ///< 0 to 3599
+
+    unsigned int GetYearOfCentury() const
+    {
+        return dayAndHour >> 14;
+    }
+    unsigned int GetMonth() const ///< 1 to 12
+    {
+        return dayAndHour >> 10 & 0xF;
+    }
+    unsigned int GetDay() const
+    {
+        return dayAndHour >> 5 & 0x1F;
+    }
+    unsigned int GetHour() const
+    {
+        return dayAndHour & 0x1F;
+    }
+};
+
+/// The quick relative of _localtime64_s(), without a lock, a system call or an allocation for a moment in one of the
+/// 64 hours that were asked for last.
+LogTime GetLogTime(long long seconds);
 
 /// Writes calendar fields by the C library's conversions, with the names of the "C" locale whatever the host's locale.
 ///

@@ -1,7 +1,7 @@
 #include "core/time/nxTimeStamp.h"
 
-#include "core/platform/nxCivilDay.h"
 #include "core/platform/nxClock.h"
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 #include "core/time/nxDateTime.h"
 
@@ -11,41 +11,37 @@ namespace
 {
 
 constexpr unsigned int nanosecondsPerMillisecond = 1'000'000;
-constexpr unsigned int nanosecondsPerMicrosecond = 1000;
 constexpr std::size_t monthNameLength = 3;
 constexpr char monthNames[] = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
-// Both write the lowest digits of a value and return the place behind them.
-char* WriteTwoDigits(char* out, unsigned int value)
+// Each writes into fixed places at `out`.
+void WriteTwoDigits(char* out, unsigned int value)
 {
-    unsigned int const tens = value / 10;
-    out[0] = static_cast<char>('0' + tens % 10);
-    out[1] = static_cast<char>('0' + (value - tens * 10));
-    return out + 2;
+    std::memcpy(out, nxDigits::pairs + value * 2, 2);
 }
 
-char* WriteThreeDigits(char* out, unsigned int value)
+void WriteThreeDigits(char* out, unsigned int value)
 {
-    unsigned int const tens = value / 10;
-    WriteTwoDigits(out, tens);
-    out[2] = static_cast<char>('0' + (value - tens * 10));
-    return out + 3;
+    unsigned int const hundreds = value / 100;
+    out[0] = static_cast<char>('0' + hundreds);
+    WriteTwoDigits(out + 1, value - hundreds * 100);
 }
 
-char* WriteDay(char* out, nxPlatform::CivilDay const& date)
+void WriteDate(char* out, nxPlatform::LogTime const& time)
 {
-    out = WriteTwoDigits(out, date.day);
-    std::memcpy(out, monthNames + (date.month - 1) * monthNameLength, monthNameLength);
-    return WriteTwoDigits(out + monthNameLength, static_cast<unsigned int>(date.year % 100));
+    WriteTwoDigits(out, time.GetDay());
+    std::memcpy(out + 2, monthNames + (time.GetMonth() - 1) * monthNameLength, monthNameLength);
+    WriteTwoDigits(out + 5, time.GetYearOfCentury());
 }
 
-char* WriteTimeOfDay(char* out, unsigned int second)
+void WriteTimeOfDay(char* out, nxPlatform::LogTime const& time)
 {
-    out = WriteTwoDigits(out, second / 3600);
-    *out++ = ':';
-    out = WriteTwoDigits(out, second / 60 % 60);
-    *out++ = ':';
-    return WriteTwoDigits(out, second % 60);
+    unsigned int const minute = time.secondOfHour / 60;
+    WriteTwoDigits(out, time.GetHour());
+    out[2] = ':';
+    WriteTwoDigits(out + 3, minute);
+    out[5] = ':';
+    WriteTwoDigits(out + 6, time.secondOfHour - minute * 60);
 }
 
 } // namespace
@@ -57,33 +53,6 @@ nxTimeStamp::nxTimeStamp()
     nxPlatform::ClockReading const now = nxPlatform::ReadWallClock();
     _seconds = now.seconds;
     _nanoseconds = now.nanoseconds / nanosecondsPerMillisecond * nanosecondsPerMillisecond;
-}
-
-nxTimeStamp::nxTimeStamp(long long const& seconds, unsigned int const& nanoseconds)
-    : _seconds(seconds), _nanoseconds(nanoseconds)
-{
-}
-
-nxTimeStamp::~nxTimeStamp() = default;
-
-long long nxTimeStamp::GetAsTimeValue() const
-{
-    return _seconds;
-}
-
-unsigned int nxTimeStamp::GetNanoseconds() const
-{
-    return _nanoseconds;
-}
-
-unsigned int nxTimeStamp::GetMicroseconds() const
-{
-    return _nanoseconds / nanosecondsPerMicrosecond;
-}
-
-unsigned int nxTimeStamp::GetMilliseconds() const
-{
-    return _nanoseconds / nanosecondsPerMillisecond;
 }
 
 double nxTimeStamp::GetTotalSecondsAsDouble() const
@@ -105,19 +74,19 @@ std::string nxTimeStamp::GetAsString() const
 
 unsigned long long nxTimeStamp::GetAsStringFast(char* buffer, unsigned long long) const
 {
-    long long offset = 0;
-    if (!nxPlatform::GetLocalOffset(_seconds, offset))
+    nxPlatform::LogTime const time = nxPlatform::GetLogTime(_seconds);
+    if (time.dayAndHour == 0)
         return 0;
-    long long const wallClock = _seconds + offset;
-    long long const day = nxPlatform::FloorDivide(wallClock, nxPlatform::secondsPerDay);
+    unsigned int const microseconds = GetMicroseconds();
+    unsigned int const milliseconds = microseconds / 1000;
 
-    char* out = WriteDay(buffer, nxPlatform::CivilFromDays(day));
-    *out++ = ' ';
-    out = WriteTimeOfDay(out, static_cast<unsigned int>(wallClock - day * nxPlatform::secondsPerDay));
-    *out++ = '.';
-    out = WriteThreeDigits(out, GetMilliseconds());
-    *out++ = '.';
-    out = WriteThreeDigits(out, GetMicroseconds() % 1000);
-    *out = '\0';
+    WriteDate(buffer, time);
+    buffer[7] = ' ';
+    WriteTimeOfDay(buffer + 8, time);
+    buffer[16] = '.';
+    WriteThreeDigits(buffer + 17, milliseconds % 1000);
+    buffer[20] = '.';
+    WriteThreeDigits(buffer + 21, microseconds - milliseconds * 1000);
+    buffer[24] = '\0';
     return fastStringSize;
 }

@@ -26,15 +26,37 @@ public:
 
     /// Now, cut to the millisecond.
     nxTimeStamp();
-    nxTimeStamp(long long const& seconds, unsigned int const& nanoseconds);
+    nxTimeStamp(long long const& seconds, unsigned int const& nanoseconds)
+        : _seconds(seconds), _nanoseconds(nanoseconds)
+    {
+    }
     nxTimeStamp(nxTimeStamp const& other) = default;
     nxTimeStamp& operator=(nxTimeStamp const& other) = default;
-    virtual ~nxTimeStamp();
+    virtual ~nxTimeStamp() = default;
 
-    long long GetAsTimeValue() const; ///< the seconds
-    unsigned int GetNanoseconds() const;
-    unsigned int GetMicroseconds() const; ///< the nanoseconds in whole thousands
-    unsigned int GetMilliseconds() const; ///< the nanoseconds in whole millions
+    /// The seconds.
+    long long GetAsTimeValue() const
+    {
+        return _seconds;
+    }
+
+    unsigned int GetNanoseconds() const
+    {
+        return _nanoseconds;
+    }
+
+    /// The nanoseconds in whole thousands.
+    unsigned int GetMicroseconds() const
+    {
+        return _nanoseconds / 1000;
+    }
+
+    /// The nanoseconds in whole millions.
+    unsigned int GetMilliseconds() const
+    {
+        return _nanoseconds / 1'000'000;
+    }
+
     double GetTotalSecondsAsDouble() const;
 
     /// The second alone: the fraction is dropped. Seconds 0 and 1 become null and no change.

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <optional>
 
 #include <locale.h>
 #include <time.h>
@@ -15,20 +16,23 @@ namespace nxPlatform
 namespace
 {
 
-constexpr long long secondsPerHour = 3600;
+constexpr unsigned int secondsPerHour = 3600;
 
 // No zone lies farther from Greenwich than this, and nowhere since 1968 were two changes of the clock less than a week
 // apart, so the hours from one such distance before a moment to one behind it see at most one change.
-constexpr long long farthestOffset = 25 * secondsPerHour;
+constexpr long long farthestOffset = 25LL * secondsPerHour;
 
-// One remembered hour is one word, so that no reader sees half of it: the hour's number since the epoch plus 1 above
-// the offset plus 2^19. An empty slot is 0.
-constexpr unsigned int offsetBits = 20;
-constexpr long long offsetBias = 1LL << (offsetBits - 1);
-constexpr long long offsetMask = (1LL << offsetBits) - 1;
-constexpr long long rememberedHoursLimit = 1LL << 40;
+// One remembered hour, in which no clock changes, is one word, so that no reader sees half of it: from above the hour's
+// number since the epoch plus 1, the offset from Greenwich plus a bias, and the local day and hour at its start as in
+// LogTime. An empty slot is 0.
+constexpr unsigned int offsetShift = 24;
+constexpr unsigned int hourShift = 42;
+constexpr unsigned long long offsetMask = (1ULL << (hourShift - offsetShift)) - 1;
+constexpr unsigned long long dayAndHourMask = (1ULL << offsetShift) - 1;
+constexpr long long offsetBias = 36LL * secondsPerHour; // whole hours, for the second of the hour
+constexpr long long rememberedHoursLimit = (1LL << (64 - hourShift)) - 1; // in the year 2448
 constexpr std::size_t slotCount = 64;
-constinit std::array<std::atomic<long long>, slotCount> rememberedHours{};
+constinit std::array<std::atomic<unsigned long long>, slotCount> rememberedHours{};
 
 // Guarded by the environment lock.
 constinit bool zoneIsRead = false;
@@ -48,82 +52,101 @@ long long SecondsFromFields(std::tm const& fields)
     long long const yearsFromMonths = FloorDivide(fields.tm_mon, 12);
     auto const month = static_cast<unsigned int>(fields.tm_mon - yearsFromMonths * 12) + 1;
     long long const days = DaysToMonth(1900LL + fields.tm_year + yearsFromMonths, month) + fields.tm_mday - 1;
-    return days * secondsPerDay + fields.tm_hour * secondsPerHour + fields.tm_min * 60LL + fields.tm_sec;
+    return days * secondsPerDay + fields.tm_hour * 3600LL + fields.tm_min * 60LL + fields.tm_sec;
 }
 
 // The caller holds the environment lock. Taken from the fields rather than from tm_gmtoff, which leaves out the
 // seconds by which a zone that counts leap seconds differs.
-bool AskForOffset(time_t moment, long long& offset)
+std::optional<long long> AskForOffset(time_t moment)
 {
     std::tm fields;
     if (localtime_r(&moment, &fields) == nullptr)
-        return false;
-    offset = SecondsFromFields(fields) - moment;
-    return true;
+        return std::nullopt;
+    return SecondsFromFields(fields) - moment;
 }
 
-bool Recall(long long hour, long long& offset)
+std::atomic<unsigned long long>& SlotOf(long long hour)
 {
-    if (hour < 0)
-        return false; // an empty slot would pass for the hour before the epoch
-    long long const word =
-        rememberedHours[static_cast<std::size_t>(hour) % slotCount].load(std::memory_order_relaxed);
-    if (word >> offsetBits != hour + 1)
-        return false;
-    offset = (word & offsetMask) - offsetBias;
-    return true;
+    return rememberedHours[static_cast<std::size_t>(hour) % slotCount];
+}
+
+// The word of an hour; 0 when it isn't remembered.
+unsigned long long Recall(long long hour)
+{
+    unsigned long long const word = SlotOf(hour).load(std::memory_order_relaxed);
+    // An empty slot would pass for the hour before the epoch, but its word is 0 anyway.
+    return word >> hourShift == static_cast<unsigned long long>(hour) + 1 ? word : 0;
+}
+
+LogTime MakeLogTime(long long wallClock)
+{
+    long long const day = FloorDivide(wallClock, secondsPerDay);
+    auto const second = static_cast<unsigned int>(wallClock - day * secondsPerDay);
+    CivilDay const date = CivilFromDays(day);
+    auto const yearOfCentury = static_cast<unsigned int>(date.year - FloorDivide(date.year, 100) * 100);
+    unsigned int const hour = second / secondsPerHour;
+    return {yearOfCentury << 14 | date.month << 10 | date.day << 5 | hour, second % secondsPerHour};
 }
 
 // The caller holds the environment lock, so nothing is remembered from a zone that has just been given up.
 void Remember(long long hour, long long offset)
 {
-    if (hour < 0 || hour >= rememberedHoursLimit || offset < -offsetBias || offset >= offsetBias)
+    if (hour < 0 || hour >= rememberedHoursLimit || offset < -farthestOffset || offset > farthestOffset)
         return;
-    rememberedHours[static_cast<std::size_t>(hour) % slotCount].store(
-        ((hour + 1) << offsetBits) + offset + offsetBias, std::memory_order_relaxed);
+    unsigned long long const dayAndHour = MakeLogTime(hour * secondsPerHour + offset).dayAndHour;
+    unsigned long long const biased = static_cast<unsigned long long>(offset + offsetBias);
+    SlotOf(hour).store((static_cast<unsigned long long>(hour) + 1) << hourShift | biased << offsetShift |
+                           dayAndHour,
+                       std::memory_order_relaxed);
 }
 
-// As GetLocalOffset(), before the epoch too. Overflows nowhere: a start near the ends of 64 bits has no fields.
-bool FindOffset(long long moment, long long& offset)
+// Overflows nowhere: the start of an hour near the ends of 64 bits has no fields.
+std::optional<long long> LookUpOffset(long long moment, long long hour)
 {
-    long long const hour = FloorDivide(moment, secondsPerHour);
-    if (Recall(hour, offset))
-        return true;
-
     EnvironmentLock lock;
     ReadZoneOnce();
     long long const start = hour * secondsPerHour;
-    long long offsetAtEnd = 0;
-    if (AskForOffset(start, offset) && AskForOffset(start + secondsPerHour - 1, offsetAtEnd) &&
-        offset == offsetAtEnd)
+    std::optional<long long> const offset = AskForOffset(start);
+    if (offset && offset == AskForOffset(start + secondsPerHour - 1))
     {
-        Remember(hour, offset);
-        return true;
+        Remember(hour, *offset);
+        return offset;
     }
-    return AskForOffset(moment, offset); // the clock changes inside this hour
+    return AskForOffset(moment); // the clock changes inside this hour
+}
+
+// How far the local clock is ahead of Greenwich at a moment, before the epoch too; nothing without a calendar.
+std::optional<long long> FindOffset(long long moment)
+{
+    long long const hour = FloorDivide(moment, secondsPerHour);
+    if (unsigned long long const word = Recall(hour); word != 0)
+        return static_cast<long long>(word >> offsetShift & offsetMask) - offsetBias;
+    return LookUpOffset(moment, hour);
+}
+
+// As GetLogTime(), in all cases.
+LogTime LookUpLogTime(long long seconds)
+{
+    if (seconds < 0)
+        return {0, 0};
+    std::optional<long long> const offset = FindOffset(seconds);
+    return offset ? MakeLogTime(seconds + *offset) : LogTime{0, 0};
 }
 
 // The moment at which local clocks show `wallClock`, seconds as if in Greenwich.
-bool FindMoment(long long wallClock, long long& moment)
+std::optional<long long> FindMoment(long long wallClock)
 {
-    long long before = 0;
-    long long after = 0;
-    if (!FindOffset(wallClock - farthestOffset, before) || !FindOffset(wallClock + farthestOffset, after))
-        return false;
-    moment = wallClock - before;
-    if (before == after)
-        return true;
-    long long offset = 0;
-    if (!FindOffset(moment, offset))
-        return false;
-    if (offset == before)
-        return true;
-    long long const momentAfter = wallClock - after;
-    if (!FindOffset(momentAfter, offset))
-        return false;
-    if (offset == after)
-        moment = momentAfter;
-    return true; // neither reads back: left out by a clock put forward
+    std::optional<long long> const before = FindOffset(wallClock - farthestOffset);
+    std::optional<long long> const after = FindOffset(wallClock + farthestOffset);
+    if (!before || !after)
+        return std::nullopt;
+    long long const byOffsetBefore = wallClock - *before;
+    if (before == after || FindOffset(byOffsetBefore) == before)
+        return byOffsetBefore;
+    long long const byOffsetAfter = wallClock - *after;
+    if (FindOffset(byOffsetAfter) == after)
+        return byOffsetAfter;
+    return byOffsetBefore; // neither reads back: left out by a clock put forward
 }
 
 bool RefuseFields(std::tm& fields)
@@ -172,17 +195,31 @@ bool _gmtime64_s(std::tm& fields, long long seconds)
 
 long long _mktime64(std::tm& fields)
 {
-    long long moment = 0;
+    std::optional<long long> const moment = FindMoment(SecondsFromFields(fields));
     std::tm inRange;
-    if (!FindMoment(SecondsFromFields(fields), moment) || !_localtime64_s(inRange, moment))
+    if (!moment || !_localtime64_s(inRange, *moment))
         return -1;
     fields = inRange;
-    return moment;
+    return *moment;
 }
 
-bool GetLocalOffset(long long seconds, long long& offset)
+LogTime GetLogTime(long long seconds)
 {
-    return seconds >= 0 && FindOffset(seconds, offset);
+    constexpr unsigned int hoursPerDay = 24;
+    // Of a negative number the quotient is some huge hour that nothing is remembered of.
+    unsigned long long const hour = static_cast<unsigned long long>(seconds) / secondsPerHour;
+    unsigned long long const word = Recall(static_cast<long long>(hour));
+    auto const startOfHour = static_cast<unsigned int>(word >> offsetShift & offsetMask) % secondsPerHour;
+    auto const dayAndHour = static_cast<unsigned int>(word & dayAndHourMask);
+    auto const secondOfHour =
+        static_cast<unsigned int>(static_cast<unsigned long long>(seconds) - hour * secondsPerHour) +
+        startOfHour;
+    if (word != 0 && secondOfHour < secondsPerHour)
+        return {dayAndHour, secondOfHour};
+    // Where the offset is no whole hour, the local hour ends inside; the last one of a day goes the long way.
+    if (word != 0 && LogTime{dayAndHour, 0}.GetHour() + 1 < hoursPerDay)
+        return {dayAndHour + 1, secondOfHour - secondsPerHour};
+    return LookUpLogTime(seconds);
 }
 
 std::size_t strftime(char* buffer, std::size_t size, char const* format, std::tm const& fields)
@@ -200,7 +237,7 @@ void ReloadTimeZone()
     EnvironmentLock lock;
     ::tzset();
     zoneIsRead = true;
-    for (std::atomic<long long>& slot : rememberedHours)
+    for (std::atomic<unsigned long long>& slot : rememberedHours)
         slot.store(0, std::memory_order_relaxed);
 }
 

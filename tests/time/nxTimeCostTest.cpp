@@ -1,0 +1,116 @@
+// What a log line's stamp must not cost: memory and system calls.
+
+#include "core/time/nxDateTime.h"
+#include "core/time/nxTimeStamp.h"
+#include "tests/time/nxTestZone.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <ctime>
+#include <iterator>
+#include <new>
+
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+thread_local long allocations = 0;
+
+constexpr long long moment = 1720000000;
+
+void TakeStampsAndWriteThem()
+{
+    char text[nxTimeStamp::fastStringSize];
+    for (int i = 0; i != 100; ++i)
+    {
+        (void)nxTimeStamp().GetAsStringFast(text, sizeof(text));
+        (void)nxTimeStamp(moment + i, 0).GetAsStringFast(text, sizeof(text));
+        (void)nxDateTime();
+    }
+}
+
+void ReadTheClock()
+{
+    std::timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+}
+
+// From here on, the kernel ends this process at any system call but its exit.
+void ForbidSystemCalls()
+{
+    sock_filter rules[] = {
+        {BPF_LD | BPF_W | BPF_ABS, 0, 0, offsetof(seccomp_data, nr)},
+        {BPF_JMP | BPF_JEQ | BPF_K, 0, 1, SYS_exit_group},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_ALLOW},
+        {BPF_RET | BPF_K, 0, 0, SECCOMP_RET_KILL_PROCESS},
+    };
+    sock_fprog const program = {std::size(rules), rules};
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    if (prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) != 0)
+        std::abort();
+}
+
+bool MakesNoSystemCall(void (*work)())
+{
+    pid_t const child = fork();
+    if (child == 0)
+    {
+        ForbidSystemCalls();
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    void* const memory = std::malloc(size);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    return memory;
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+TEST(nxTimeStampCost, NoAllocation)
+{
+    long const before = allocations;
+    TakeStampsAndWriteThem();
+    EXPECT_EQ(allocations, before);
+    operator delete(operator new(1));
+    EXPECT_EQ(allocations, before + 1) << "allocations are counted";
+}
+
+TEST(nxTimeStampCost, NoSystemCallWithAZoneOrWithout)
+{
+    EXPECT_FALSE(MakesNoSystemCall([] { (void)getppid(); })) << "system calls are noticed";
+    if (!MakesNoSystemCall(ReadTheClock))
+        GTEST_SKIP() << "this machine's clock is read by a system call";
+    for (char const* name : {static_cast<char const*>(nullptr), "America/New_York"})
+    {
+        nxTestZone const zone(name);
+        TakeStampsAndWriteThem(); // the hours are asked for once
+        EXPECT_TRUE(MakesNoSystemCall(TakeStampsAndWriteThem)) << (name == nullptr ? "no zone" : name);
+    }
+}
