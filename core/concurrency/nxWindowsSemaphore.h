@@ -15,7 +15,7 @@
 /// semaphore has ended is the count forgotten.
 ///
 /// The destructor does not close the system's object. Every operation may be called from any thread; none
-/// throws or logs, but running out of memory in the constructor.
+/// throws or logs.
 class NX_CORE_API nxWindowsSemaphore : private nxNonCopyable
 {
 public:

@@ -337,26 +337,6 @@ TEST(nxWindowsSemaphore, CountsThatAreRefusedMakeAnObjectThatDoesNothing)
     EXPECT_EQ(TakeAll(usable), 1);
 }
 
-TEST(nxWindowsSemaphore, AFloodOfOpenersAgreesOnOneObject)
-{
-    // Processes that come and go while nobody holds the name for long: each sees either a whole object or a
-    // new one.
-    std::string const name = Unique("flood");
-    for (int round = 0; round < 10; ++round)
-    {
-        OtherProcess first("take", name);
-        OtherProcess second("take", name);
-        OtherProcess third("take", name);
-        int const taken[] = {first.End(), second.End(), third.End()};
-        for (int count : taken)
-        {
-            EXPECT_GE(count, 0);
-            EXPECT_LE(count, 9);
-        }
-        EXPECT_GE(taken[0] + taken[1] + taken[2], 9);
-    }
-}
-
 int main(int argc, char** argv)
 {
     if (argc == 4 && std::string_view(argv[1]) == "--role")

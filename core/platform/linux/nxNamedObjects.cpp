@@ -268,8 +268,10 @@ Attempt TryAttach(std::string const& fileName, Initialise const* initialise, Nam
 }
 
 // @param initialise  null opens only. @return null when there is no such object or it can't be had.
-NamedObjectState* Attach(std::string const& fileName, Initialise const* initialise)
+NamedObjectState* Attach(char const* kind, std::string const& name, Initialise const* initialise)
+try
 {
+    std::string const fileName = FileName(kind, name);
     if (NamedObjectState* const state = FindOpen(fileName))
     {
         return state;
@@ -280,6 +282,10 @@ NamedObjectState* Attach(std::string const& fileName, Initialise const* initiali
         std::this_thread::yield();
     }
     return state ? EnterOpen(fileName, state) : nullptr;
+}
+catch (std::bad_alloc const&)
+{
+    return nullptr;
 }
 
 bool InitialiseMutex(NamedObjectState& state)
@@ -363,7 +369,7 @@ WaitResult WaitForSemaphore(NamedObjectState& state, unsigned int milliseconds)
 NamedObject CreateMutexA(std::string const& name)
 {
     Initialise const initialise = InitialiseMutex;
-    return Attach(FileName("mutex", name), &initialise);
+    return Attach("mutex", name, &initialise);
 }
 
 bool ReleaseMutex(NamedObject mutex)
@@ -373,7 +379,7 @@ bool ReleaseMutex(NamedObject mutex)
 
 NamedObject OpenSemaphoreA(std::string const& name)
 {
-    return Attach(FileName("semaphore", name), nullptr);
+    return Attach("semaphore", name, nullptr);
 }
 
 NamedObject CreateSemaphoreA(unsigned int initialCount, unsigned int maximumCount, std::string const& name)
@@ -389,7 +395,7 @@ NamedObject CreateSemaphoreA(unsigned int initialCount, unsigned int maximumCoun
         state.maximumCount = maximumCount;
         return true;
     };
-    return Attach(FileName("semaphore", name), &initialise);
+    return Attach("semaphore", name, &initialise);
 }
 
 bool ReleaseSemaphore(NamedObject semaphore)
