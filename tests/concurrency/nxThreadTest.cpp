@@ -3,7 +3,6 @@
 #include "core/concurrency/nxBarrier.h"
 #include "core/concurrency/nxSemaphore.h"
 #include "core/concurrency/nxThreadIndex.h"
-#include "tests/concurrency/SharedMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -16,12 +15,25 @@
 #include <utility>
 #include <vector>
 
+#include <unistd.h>
+
 static_assert(!std::is_copy_constructible_v<nxThread> && std::has_virtual_destructor_v<nxThread>);
 static_assert(!std::is_convertible_v<nxThread*, nxNonCopyable*>);
 static_assert(!std::is_default_constructible_v<nxThreadIndex>);
 
 namespace
 {
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define NX_THREAD_SANITIZER
+#endif
+#endif
+#if defined(NX_THREAD_SANITIZER) || defined(__SANITIZE_THREAD__)
+constexpr bool underThreadSanitizer = true;
+#else
+constexpr bool underThreadSanitizer = false;
+#endif
+
 class Thread : public nxThread
 {
 public:
@@ -74,6 +86,10 @@ TEST(nxThread, StaysStartedAfterItsBodyHasEnded)
 
 TEST(nxThread, WaitingForItselfIsADeadlock)
 {
+    if (underThreadSanitizer)
+    {
+        GTEST_SKIP() << "the sanitizer forgets a thread whose join failed and gives up at the next one";
+    }
     nxErrorEnum result;
     Thread thread([&](Thread& self) { result = self.Wait(); });
     ASSERT_TRUE(thread.Create().IsOK());
@@ -83,17 +99,19 @@ TEST(nxThread, WaitingForItselfIsADeadlock)
 
 TEST(nxThread, ASystemWithoutRoomIsAResourceError)
 {
-    int const ended = RunInChild(
-        []
-        {
-            pthread_attr_t attributes;
-            pthread_attr_init(&attributes);
-            pthread_attr_setstacksize(&attributes, std::size_t(1) << 46);
-            pthread_setattr_default_np(&attributes);
-            Thread thread([](Thread&) {});
-            return thread.Create() == NX_ERR_THR_RESOURCE && thread.Wait() == NX_ERR_THR_NOT_RUNNING;
-        });
-    EXPECT_EQ(ended, 1);
+    pthread_attr_t usual;
+    pthread_attr_t huge;
+    ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+    ASSERT_EQ(pthread_getattr_default_np(&huge), 0);
+    ASSERT_EQ(pthread_attr_setstacksize(&huge, std::size_t(1) << 46), 0);
+    ASSERT_EQ(pthread_setattr_default_np(&huge), 0);
+    Thread thread([](Thread&) {});
+    EXPECT_EQ(thread.Create(), NX_ERR_THR_RESOURCE);
+    EXPECT_EQ(thread.Wait(), NX_ERR_THR_NOT_RUNNING);
+
+    ASSERT_EQ(pthread_setattr_default_np(&usual), 0);
+    EXPECT_TRUE(thread.Create().IsOK());
+    EXPECT_TRUE(thread.Wait().IsOK());
 }
 
 TEST(nxThread, SleepsWholeMilliseconds)
