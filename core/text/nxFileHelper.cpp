@@ -1,7 +1,6 @@
 #include "core/text/nxFileHelper.h"
 
 #include "core/platform/nxFiles.h"
-#include "core/time/nxDateTime.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -69,16 +68,6 @@ unsigned long long nxFileHelper::GetFileSize(std::string const& path)
     nxPlatform::FileStatus status;
     (void)nxPlatform::_stat64i32(path.c_str(), status);
     return static_cast<unsigned long long>(static_cast<long long>(status.size));
-}
-
-nxDateTime nxFileHelper::GetModificationTime(std::string const& path)
-{
-    nxPlatform::FileStatus status;
-    if (!nxPlatform::_stat64i32(path.c_str(), status))
-    {
-        return nxDateTime::GetNullDateTime();
-    }
-    return nxDateTime(status.modificationTime);
 }
 
 bool nxFileHelper::DoesDirectoryExist(std::string const& path)
