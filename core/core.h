@@ -68,8 +68,16 @@
 #include "core/process/nxVersionNumber.h"
 
 #include "core/logging/nxLog.h"
+#include "core/logging/nxLogBuildLock.h"
+#include "core/logging/nxLogCharLenPair.h"
+#include "core/logging/nxLogDeferredWriteThread.h"
+#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxLogEntriesQueue.h"
+#include "core/logging/nxLogFile.h"
+#include "core/logging/nxLogLine.h"
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
+#include "core/logging/nxLogSlots.h"
 
 #include "core/prices/nxDecimalPriceConverter.h"
 #include "core/prices/nxFraction100thsTickPriceConverter.h"
