@@ -4,9 +4,25 @@
 #include <cstdlib>
 #include <new>
 
+#if defined(__SANITIZE_THREAD__)
+#define NX_COUNTS_ALLOCATIONS 0
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define NX_COUNTS_ALLOCATIONS 0
+#endif
+#endif
+#ifndef NX_COUNTS_ALLOCATIONS
+#define NX_COUNTS_ALLOCATIONS 1
+#endif
+
 namespace
 {
 thread_local std::size_t allocations = 0;
+}
+
+bool nxAllocationCount::IsPossible()
+{
+    return NX_COUNTS_ALLOCATIONS != 0;
 }
 
 nxAllocationCount::nxAllocationCount() : _start(allocations)
@@ -18,6 +34,7 @@ std::size_t nxAllocationCount::Get() const
     return allocations - _start;
 }
 
+#if NX_COUNTS_ALLOCATIONS
 void* operator new(std::size_t size)
 {
     ++allocations;
@@ -37,3 +54,4 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 {
     std::free(memory);
 }
+#endif

@@ -6,6 +6,9 @@
 class nxAllocationCount
 {
 public:
+    /// @return false under the thread sanitizer, which keeps `new` to itself; nothing is counted then.
+    static bool IsPossible();
+
     nxAllocationCount();
     std::size_t Get() const;
 

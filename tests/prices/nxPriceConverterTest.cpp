@@ -578,6 +578,10 @@ TEST(nxPriceConverterPlaces, SixteenthsOfAThirtySecondNeedNine)
 
 TEST(nxPriceConverterAllocation, NoneForAShortText)
 {
+    if (!nxAllocationCount::IsPossible())
+    {
+        GTEST_SKIP();
+    }
     nxFraction32ndsTickPriceConverter thirtySeconds;
     nxFractionModifiedHalf32ndsTickPriceConverter modified;
     nxDecimalPriceConverter decimals;
