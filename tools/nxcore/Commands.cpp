@@ -7,6 +7,9 @@ namespace nxTool
 std::span<Command const* const> AllCommands()
 {
     static constexpr Command const* commands[] = {
+        &boardCommand,
+        &priceCommand,
+        &ladderCommand,
         &convertCommand,
         &describeCommand,
         &listCommand,

@@ -7,13 +7,16 @@
 
 namespace nxTool
 {
+extern Command const boardCommand;
 extern Command const convertCommand;
 extern Command const csvCommand;
 extern Command const describeCommand;
 extern Command const identityCommand;
 extern Command const keysCommand;
+extern Command const ladderCommand;
 extern Command const listCommand;
 extern Command const manualCommand;
 extern Command const maskCommand;
+extern Command const priceCommand;
 extern Command const versionCommand;
 } // namespace nxTool
