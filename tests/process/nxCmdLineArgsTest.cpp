@@ -1,9 +1,11 @@
 // How nxCmdLineArgs reads command line and environment, and what its getters make of the values.
 #include "core/process/nxCmdLineArgs.h"
+#include "core/platform/nxEnvironmentLock.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <sys/wait.h>
 #include <thread>
@@ -311,10 +313,39 @@ TEST(nxCmdLineArgs, ChangesTheEnvironment)
     EXPECT_TRUE(arguments.SetEnvValue("NX_TEST_SET", ""));
 }
 
-// The system moves its environment under readers; all ways to it through the library must share one lock.
+// The system moves its environment under readers, so all ways to it through the library share one lock.
+TEST(nxCmdLineArgs, AsksForTheEnvironmentUnderItsLock)
+{
+    Arguments arguments;
+    for (bool const isChange : {false, true})
+    {
+        std::atomic<bool> isDone(false);
+        std::thread thread;
+        {
+            nxPlatform::EnvironmentLock lock;
+            thread = std::thread(
+                [&]
+                {
+                    isChange ? (void)arguments.SetEnvValue("NX_TEST_LOCK", "v")
+                             : (void)arguments.GetEnvValue("NX_TEST_LOCK");
+                    isDone = true;
+                });
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            EXPECT_FALSE(isDone);
+        }
+        thread.join();
+        EXPECT_TRUE(isDone);
+    }
+}
+
+// Neither reader nor child may wait for ever, or miss what is there.
 TEST(nxCmdLineArgs, IsReadWhileItIsChangedAndWhileTheProcessForks)
 {
     nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
+    for (unsigned int i = 0; i < 500; ++i) // entries that will be removed stand in front of the steady one
+    {
+        ASSERT_TRUE(arguments.SetEnvValue("NX_TEST_" + std::to_string(i), "x"));
+    }
     ASSERT_TRUE(arguments.SetEnvValue("NX_TEST_STEADY", "steady"));
     std::atomic<bool> stop(false);
     std::atomic<unsigned int> missed(0);
@@ -324,8 +355,9 @@ TEST(nxCmdLineArgs, IsReadWhileItIsChangedAndWhileTheProcessForks)
         {
             for (unsigned int i = 0; !stop; ++i)
             {
-                std::string const name = "NX_TEST_" + std::to_string(i % 200);
-                (void)arguments.SetEnvValue(name, i % 3 == 0 ? "" : std::string(i % 100, 'x'));
+                // New names make the system move its list, removals make it move the entries in it.
+                (void)arguments.SetEnvValue("NX_TEST_" + std::to_string(i % 5000), "x");
+                (void)arguments.SetEnvValue("NX_TEST_" + std::to_string((i * 7) % 5000), "");
             }
         });
     threads.emplace_back(
