@@ -39,6 +39,13 @@ TEST(IdentityCommand, ShowsTheProcess)
     EXPECT_TRUE(Holds(RunTool("identity -json").output, "\"secureDaemon\": false"));
 }
 
+TEST(IdentityCommand, LogsToTheConsoleOnlyWhenAsked)
+{
+    EXPECT_EQ(RunTool("version").output, "version  1.37.2032\n");
+    EXPECT_EQ(RunTool("keys KVT_LOG_TO_CONSOLE -set").output.find("\nKVT_"), std::string::npos);
+    EXPECT_TRUE(Holds(RunTool("keys KVT_LOG_TO_CONSOLE -set", "KVT_LOG_TO_CONSOLE=TERSE").output, "TERSE"));
+}
+
 TEST(KeysCommand, ListsTheCatalogue)
 {
     ToolRun const all = RunTool("keys");

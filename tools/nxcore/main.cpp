@@ -7,6 +7,7 @@
 
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
+#include "core/process/nxConfigurationKeyText.h"
 
 #include <exception>
 #include <iostream>
@@ -59,12 +60,22 @@ int Run(nxTool::Command const& command, std::span<char const* const> words)
         return ExitCode(Status::Faulty);
     return ExitCode(status);
 }
+
+/// As every program of the platform begins. The log's lines would stand among those of the command, so they go to the
+/// console only if the environment asks for them. That has to be settled first: the log reads its keys once.
+void SetUp(char** argv, char** envp)
+{
+    nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
+    if (arguments.GetEnvValue(nxConfigurationKeyText::KVT_LOG_TO_CONSOLE).empty())
+        (void)arguments.SetEnvValue(nxConfigurationKeyText::KVT_LOG_TO_CONSOLE, "NO");
+    arguments.Initialise(argv, envp);
+    nxApplicationData::SetApplicationName("nxcore");
+}
 } // namespace
 
 int main(int argc, char** argv, char** envp)
 {
-    nxCmdLineArgs::GetInstance().Initialise(argv, envp);
-    nxApplicationData::SetApplicationName("nxcore");
+    SetUp(argv, envp);
     std::span<char const* const> const words(argv, static_cast<std::size_t>(argc));
     std::string_view const name = words.size() > 1 ? words[1] : "-help";
     if (name == "-help" || name == "--help" || name == "help")
