@@ -58,8 +58,8 @@ public:
     static void RemoveFileTypeSuffix(std::string const& path, std::string& stem, std::string& suffix);
 
 private:
-    nxFileHelper();
-    nxFileHelper(nxFileHelper const& other);
-    nxFileHelper& operator=(nxFileHelper const& other);
-    ~nxFileHelper();
+    nxFileHelper() = delete;
+    nxFileHelper(nxFileHelper const& other) = delete;
+    nxFileHelper& operator=(nxFileHelper const& other) = delete;
+    ~nxFileHelper() = delete;
 };

@@ -313,6 +313,17 @@ TEST(nxCmdLineArgs, ChangesTheEnvironment)
     EXPECT_TRUE(arguments.SetEnvValue("NX_TEST_SET", ""));
 }
 
+TEST(nxCmdLineArgs, ChangesTheZoneOfTheCalendar)
+{
+    Arguments arguments;
+    std::string const zone = arguments.GetEnvValue("TZ");
+    ASSERT_TRUE(arguments.SetEnvValue("TZ", "UTC0"));
+    EXPECT_EQ(nxDateTime(1700000000LL).GetAsString("%H:%M"), "22:13");
+    ASSERT_TRUE(arguments.SetEnvValue("TZ", "NPT-5:45"));
+    EXPECT_EQ(nxDateTime(1700000000LL).GetAsString("%H:%M"), "03:58");
+    ASSERT_TRUE(arguments.SetEnvValue("TZ", zone));
+}
+
 // The system moves its environment under readers, so all ways to it through the library share one lock.
 TEST(nxCmdLineArgs, AsksForTheEnvironmentUnderItsLock)
 {
