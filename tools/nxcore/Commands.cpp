@@ -18,6 +18,7 @@ std::span<Command const* const> AllCommands()
         &csvCommand,
         &identityCommand,
         &versionCommand,
+        &whenCommand,
         &manualCommand,
     };
     return commands;

@@ -19,4 +19,5 @@ extern Command const manualCommand;
 extern Command const maskCommand;
 extern Command const priceCommand;
 extern Command const versionCommand;
+extern Command const whenCommand;
 } // namespace nxTool
