@@ -17,6 +17,11 @@ namespace
 {
 class nxConcurrencyLog : public nxRecordingTest
 {
+protected:
+    nxConcurrencyLog()
+    {
+        Clear(); // what earlier tests have logged may still be on its way
+    }
 };
 
 using Strings = std::vector<std::string>;
