@@ -1,6 +1,6 @@
 #include "core/logging/nxLogEntriesQueue.h"
 
-#include "core/concurrency/nxSpinLockGuard.h"
+#include "core/logging/nxLogSpinGuard.h"
 #include "core/logging/nxLog.h"
 
 #include <algorithm>
@@ -27,7 +27,7 @@ void nxLogEntriesQueue::Push(nxLog& log)
 
 bool nxLogEntriesQueue::_TryPush(nxLog* log)
 {
-    nxSpinLockGuard guard(_lock);
+    nxLogSpinGuard guard(_lock);
     if (_logs.size() == _logs.capacity())
     {
         return false;
@@ -42,7 +42,7 @@ void nxLogEntriesQueue::_Grow(unsigned long long capacity)
     std::vector<nxLog*> larger;
     larger.reserve(capacity);
 
-    nxSpinLockGuard guard(_lock);
+    nxLogSpinGuard guard(_lock);
     if (_logs.capacity() < larger.capacity() && _logs.size() <= larger.capacity())
     {
         larger.insert(larger.end(), _logs.begin(), _logs.end());
@@ -52,7 +52,7 @@ void nxLogEntriesQueue::_Grow(unsigned long long capacity)
 
 void nxLogEntriesQueue::Swap(std::vector<nxLog*>& logs)
 {
-    nxSpinLockGuard guard(_lock);
+    nxLogSpinGuard guard(_lock);
     _logs.swap(logs);
 }
 
@@ -67,6 +67,6 @@ void nxLogEntriesQueue::Reserve(unsigned long long entries)
 
 unsigned long long nxLogEntriesQueue::GetCapacity()
 {
-    nxSpinLockGuard guard(_lock);
+    nxLogSpinGuard guard(_lock);
     return _logs.capacity();
 }

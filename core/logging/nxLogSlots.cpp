@@ -1,7 +1,7 @@
 #include "core/logging/nxLogSlots.h"
 
 #include "core/concurrency/nxSpinLock.h"
-#include "core/concurrency/nxSpinLockGuard.h"
+#include "core/logging/nxLogSpinGuard.h"
 
 #include <algorithm>
 #include <memory>
@@ -72,7 +72,7 @@ public:
     /// @return null when there is none; `empty` then stays the caller's.
     Chunk* TakeChunk(Chunk* empty)
     {
-        nxSpinLockGuard guard(_lock);
+        nxLogSpinGuard guard(_lock);
         if (_chunks == nullptr)
         {
             return nullptr;
@@ -90,7 +90,7 @@ public:
 
     void GiveChunk(Chunk* chunk)
     {
-        nxSpinLockGuard guard(_lock);
+        nxLogSpinGuard guard(_lock);
         if (chunk->count == 0)
         {
             chunk->next = _emptyChunks;
@@ -105,7 +105,7 @@ public:
     /// @return null when there is none.
     Chunk* TakeEmptyChunk()
     {
-        nxSpinLockGuard guard(_lock);
+        nxLogSpinGuard guard(_lock);
         Chunk* const chunk = _emptyChunks;
         if (chunk != nullptr)
         {
@@ -117,8 +117,9 @@ public:
     /// Called once a cycle: notes how many statements the cycle wrote and frees a part of what is too much.
     void Trim(std::size_t written)
     {
-        // A burst is forgotten by a sixteenth a cycle, and no cycle is held up by more than so many chunks.
-        constexpr std::size_t forgetting = 16;
+        // Half of a burst is forgotten in 18 seconds of usual cycles, and no cycle is held up by more than so many
+        // chunks.
+        constexpr std::size_t forgetting = 256;
         constexpr unsigned int mostFreed = 64;
 
         _recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);
@@ -159,7 +160,7 @@ private:
 
     Chunk* _TakeSurplus(std::size_t wanted)
     {
-        nxSpinLockGuard guard(_lock);
+        nxLogSpinGuard guard(_lock);
         if (_count <= wanted)
         {
             return nullptr;

@@ -93,9 +93,9 @@ std::optional<nxDateTime> ReadDateTime(std::string const& text)
 /// A moment without a calendar turns null under its reader.
 bool HasCalendar(nxDateTime const& moment)
 {
-    long long const seconds = moment.GetAsTimeValue();
-    (void)moment.GetYear();
-    return moment.GetAsTimeValue() == seconds;
+    nxDateTime const read(moment);
+    (void)read.GetYear();
+    return read == moment;
 }
 
 /// Nothing for a text that is none of the forms, and for a moment that can't be shown.
