@@ -35,7 +35,9 @@ protected:
     {
         std::string name = (files::temp_directory_path() / "nxlogXXXXXX").string();
         _directory = mkdtemp(name.data());
-        _environment = {{"KVT_LOG_DIRECTORY", (_directory / "log").string()}, {"KVT_LOG_TO_CONSOLE", "NO"}};
+        _environment = {{"KVT_LOG_DIRECTORY", (_directory / "log").string()},
+                        {"KVT_LOG_TO_CONSOLE", "NO"},
+                        {"TSAN_OPTIONS", "die_after_fork=0"}}; // threads of a forked child are meant here
     }
 
     ~nxLogProcess() override
@@ -215,6 +217,7 @@ TEST_F(nxLogProcess, EndsWithoutWaitingForALongCycle)
 
 TEST_F(nxLogProcess, AForkedChildWritesAFileOfItsOwn)
 {
+    _environment["ASAN_OPTIONS"] = "detect_leaks=0"; // what threads held that the child doesn't have
     ASSERT_EQ(Run("fork 30"), 0);
     unsigned int children = 0;
     for (files::path const& path : LogFiles())
@@ -234,11 +237,28 @@ TEST_F(nxLogProcess, AForkedChildWritesAFileOfItsOwn)
     EXPECT_EQ(children, 30u);
 }
 
-TEST_F(nxLogProcess, AForkedChildHasAWriter)
+TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
 {
+    _environment["KVT_LOG_TO_CONSOLE"] = "brief";
     ASSERT_EQ(Run("forked-writer"), 0);
     ASSERT_EQ(LogFiles().size(), 2u);
     EXPECT_EQ(Count(Log()), (Counts{{0, 5}, {10, 5}}));
+    EXPECT_EQ(Count(std::regex_replace(Output(), std::regex("\n"), "\r\n")), (Counts{{0, 5}, {10, 5}}));
+}
+
+TEST_F(nxLogProcess, TheUsualLineAllocatesNothing)
+{
+    EXPECT_EQ(Run("allocations"), 0);
+}
+
+TEST_F(nxLogProcess, ABatchIsOneWrite)
+{
+    EXPECT_EQ(Run("writes"), 1);
+}
+
+TEST_F(nxLogProcess, TheWriterHandlesNoSignals)
+{
+    EXPECT_EQ(Run("signals"), 0);
 }
 
 TEST_F(nxLogProcess, AFileThatCannotBeCreatedIsSaidOnce)

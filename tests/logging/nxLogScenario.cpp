@@ -5,11 +5,15 @@
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 
+#include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <map>
+#include <new>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -18,6 +22,29 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+// Blocks that the calling thread has fetched.
+static thread_local unsigned int allocations = 0;
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* const block = std::malloc(size))
+    {
+        return block;
+    }
+    throw std::bad_alloc();
+}
+
+void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept
+{
+    std::free(block);
+}
 
 namespace
 {
@@ -52,6 +79,12 @@ void LogFromThreads(unsigned int threads, unsigned int lines)
     {
         worker.join();
     }
+}
+
+void Drain()
+{
+    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
 }
 
 unsigned int Number(std::string const& text)
@@ -255,8 +288,7 @@ int ForkedWriter(std::vector<std::string> const&)
         []
         {
             LogLines(10, 5);
-            nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-            nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+            Drain();
             _exit(0);
         });
 }
@@ -296,8 +328,7 @@ int DiskFull(std::vector<std::string> const& arguments)
     }
     (void)setrlimit(RLIMIT_FSIZE, &limit);
     NX_LOG(NX_INF, "room again");
-    manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+    Drain();
     return 0;
 }
 
@@ -335,6 +366,66 @@ int Levels(std::vector<std::string> const&)
     return 0;
 }
 
+// @return how many blocks a thread fetches for the lines of a cycle, once the log has seen such cycles.
+int Allocations(std::vector<std::string> const&)
+{
+    constexpr unsigned int lines = 1000;
+    (void)RegisterFileDevice();
+    nxLogManager::GetInstance().SetRecommendedBufferCapacity(20000);
+    for (int i = 0; i < 4; ++i)
+    {
+        LogLines(0, lines);
+        Drain();
+    }
+    unsigned int const before = allocations;
+    LogLines(0, lines);
+    return static_cast<int>(std::min(allocations - before, 100u));
+}
+
+/// How many writing calls this process has made.
+unsigned long WriteCalls()
+{
+    std::ifstream stream("/proc/self/io");
+    std::string word;
+    while (stream >> word && word != "syscw:")
+    {
+    }
+    unsigned long calls = 0;
+    stream >> calls;
+    return calls;
+}
+
+// @return how many calls it took to write the lines of a cycle.
+int Writes(std::vector<std::string> const&)
+{
+    (void)RegisterFileDevice();
+    Drain();
+    unsigned long const before = WriteCalls();
+    LogLines(0, 1000);
+    Drain();
+    return static_cast<int>(WriteCalls() - before);
+}
+
+volatile std::sig_atomic_t signalsHandled = 0;
+
+// The host blocks a signal in all its threads. @return how often the signal was handled all the same.
+int Signals(std::vector<std::string> const&)
+{
+    (void)RegisterFileDevice();
+    (void)signal(SIGUSR1, [](int) { signalsHandled = signalsHandled + 1; });
+    sigset_t set;
+    (void)sigemptyset(&set);
+    (void)sigaddset(&set, SIGUSR1);
+    (void)pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    for (int i = 0; i < 20; ++i)
+    {
+        (void)kill(getpid(), SIGUSR1);
+        LogLines(0, 1);
+    }
+    Drain();
+    return signalsHandled;
+}
+
 // Logs a line and hangs about until it is killed.
 int Linger(std::vector<std::string> const&)
 {
@@ -365,6 +456,9 @@ int main(int argumentCount, char** argumentValues)
         {"cut-over", CutOver},
         {"reopen", Reopen},
         {"levels", Levels},
+        {"allocations", Allocations},
+        {"writes", Writes},
+        {"signals", Signals},
         {"linger", Linger},
     };
     std::vector<std::string> arguments(argumentValues + 1, argumentValues + argumentCount);
