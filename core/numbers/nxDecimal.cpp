@@ -382,10 +382,12 @@ void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
         else
         {
             nxDecimal const half = step / nxDecimal(2, static_cast<unsigned char>(step._decimalPlaces + 1));
-            stay = remainder < half || (method == NX_ROUNDING_METHOD_MODIFIED_NEAREST && remainder == half);
+            bool const isTie = method == NX_ROUNDING_METHOD_MODIFIED_NEAREST && remainder == half;
+            bool const isLess = remainder < half;
+            stay = isLess | isTie;
         }
         // Both have the step's places. Prices meet both cases by turns, so that a branch would often be guessed wrong.
-        rounded._value = nxArithmetic::Add(rounded._value, stay ? 0 : step._value);
+        rounded._value = nxArithmetic::Add(rounded._value, nxArithmetic::Multiply(step._value, stay ? 0 : 1));
     }
     if (negative)
     {

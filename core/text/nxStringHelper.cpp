@@ -64,16 +64,15 @@ Fixed RoundToFixed(double magnitude, unsigned int places)
     double const scaled = (magnitude - fixed.whole) * power;
     fixed.fraction = static_cast<unsigned int>(scaled);
     double const rest = scaled - fixed.fraction;
-    if (rest > 0.5)
+    // Prices lie a hair above or below their digits by chance, so that no branch may ask which.
+    bool const up = rest > 0.5;
+    fixed.fraction += up ? 1 : 0;
+    if (fixed.fraction >= power && up)
     {
-        ++fixed.fraction;
-        if (fixed.fraction >= power)
-        {
-            fixed.fraction = 0;
-            ++fixed.whole;
-        }
+        fixed.fraction = 0;
+        ++fixed.whole;
     }
-    else if (rest == 0.5 && (fixed.fraction == 0 || fixed.fraction % 2 != 0))
+    if (rest == 0.5 && (fixed.fraction == 0 || fixed.fraction % 2 != 0))
     {
         ++fixed.fraction; // not carried into the whole part, even if all places were nines
     }
@@ -134,20 +133,21 @@ void Append(std::string& out, double value, unsigned int precision)
     DropTrailingZeros(fixed);
     // The 1 of a whole power stands behind the point even though no digit is left to it.
     unsigned int const decimals = fixed.fraction == 0 ? 0 : std::max(fixed.decimals, 1u);
-    unsigned int const wholeLength = nxDigits::Count(fixed.whole) + (negative ? 1 : 0);
-    char* const end = Grow(out, wholeLength + (decimals == 0 ? 0 : decimals + 1));
-    char* wholeEnd = end;
+    char buffer[24]; // sign, ten digits, point, nine digits
+    char* const end = buffer + sizeof(buffer);
+    char* first = end;
     if (decimals != 0)
     {
-        wholeEnd -= decimals + 1;
         nxDigits::WriteLowestBackward(end, fixed.fraction, decimals);
-        *wholeEnd = '.';
+        first -= decimals + 1;
+        *first = '.';
     }
-    char* const first = nxDigits::WriteBackward(wholeEnd, fixed.whole);
+    first = nxDigits::WriteBackward(first, fixed.whole);
     if (negative)
     {
-        first[-1] = '-';
+        *--first = '-';
     }
+    out.append(first, static_cast<std::size_t>(end - first));
 }
 
 /// Digits up to a zero byte, wrapping in the width of the number.
