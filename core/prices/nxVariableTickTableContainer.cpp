@@ -139,13 +139,11 @@ void nxVariableTickTableContainer::_LogRegisteredEntries() const
         {
             if (top == nxVariableTickTable::_maxPositiveValue)
             {
-                NX_LOG(NX_INF,
-                       "Entry #" << entry << ". Upper bound: NONE, Delta: " << increment.GetAsLogString());
+                NX_LOG(NX_INF, "Entry #" << entry << ". Upper bound: NONE, Delta: " << increment);
             }
             else
             {
-                NX_LOG(NX_INF, "Entry #" << entry << ". Upper bound: " << top.GetAsLogString()
-                                         << ", Delta: " << increment.GetAsLogString());
+                NX_LOG(NX_INF, "Entry #" << entry << ". Upper bound: " << top << ", Delta: " << increment);
             }
             ++entry;
         }
