@@ -2,12 +2,92 @@
 
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxLogSite.h"
+#include "core/numbers/nxArithmetic.h"
 #include "core/prices/nxTickRangeRow.h"
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
+
+namespace
+{
+bool IsUnbounded(nxDecimal const& top)
+{
+    return top.GetValue() == std::numeric_limits<long long>::max() && top.GetDecimalPlaces() == 0;
+}
+
+long long PowerOfTen(int exponent)
+{
+    return static_cast<long long>(nxArithmetic::PowerOfTen(static_cast<unsigned char>(exponent)));
+}
+
+// Out of line, so that the comparison below stays small enough to be part of a lookup.
+[[gnu::noinline]] bool BringToScale(nxDecimal const& top, long long magnitude, unsigned char places,
+                                    long long& value)
+{
+    constexpr int exactDigits = 15;
+    int const added = places - top.GetDecimalPlaces();
+    value = top.GetValue();
+    if (added < 0 || places > exactDigits || value < 0 || value >= PowerOfTen(exactDigits - added) ||
+        magnitude >= PowerOfTen(exactDigits))
+    {
+        return false;
+    }
+    value *= PowerOfTen(added);
+    return true;
+}
+
+// Compares a top with a price's magnitude in whole numbers, where that gives what the comparison of the decimals gives:
+// at one scale always; at two, which compare as doubles, where both have fifteen digits at most and so differ by more
+// than the doubles' rounding and tolerance.
+// @return false for the other decimals, with nothing compared.
+inline bool Compare(nxDecimal const& top, long long magnitude, unsigned char places, bool& isBelow)
+{
+    long long value = top.GetValue();
+    if (top.GetDecimalPlaces() != places && !BringToScale(top, magnitude, places, value))
+    {
+        return false;
+    }
+    isBelow = value < magnitude;
+    return top.IsValid();
+}
+} // namespace
 
 // The class's constants are defined in nxVariableTickTableContainer.cpp, before the catalogue that needs them.
+
+// Whether the cached range holds the price, for the prices of which whole numbers tell. False says nothing.
+inline bool nxVariableTickTable::_IsPlainHit(_Ranges::const_iterator range, nxDecimal const& price) const
+{
+    if (range == _rangeData.cend() || !price.IsValid())
+    {
+        return false;
+    }
+    unsigned char const places = price.GetDecimalPlaces();
+    long long const magnitude =
+        price.IsNegative() ? nxArithmetic::Negate(price.GetValue()) : price.GetValue();
+    constexpr unsigned char exactPlaces = 19; // beyond, the power of ten wraps at 64 bits
+    bool isBelow = false;
+    if (IsUnbounded(range->first))
+    {
+        isBelow = places > exactPlaces;
+    }
+    else if (!Compare(range->first, magnitude, places, isBelow))
+    {
+        return false;
+    }
+    if (isBelow || range == _rangeData.cbegin())
+    {
+        return !isBelow;
+    }
+    return Compare(std::prev(range)->first, magnitude, places, isBelow) && isBelow;
+}
+
+nxVariableTickTable::_Ranges::const_iterator nxVariableTickTable::_FindRange(nxDecimal const& price) const
+{
+    // The list never changes once lookups may run, so the cached position is all that a hit has to agree on.
+    auto const cached = _cache.load(std::memory_order_acquire);
+    return _IsPlainHit(cached, price) ? cached : _FindRangeOfMagnitude(price);
+}
 
 nxVariableTickTable::nxVariableTickTable() : _cache(_rangeData.cbegin())
 {
@@ -142,21 +222,16 @@ bool nxVariableTickTable::_CheckConstraints() const
     }
     // A top or an increment that is null sorts below every number and is refused like one that is too small.
     nxDecimal const zero = nxDecimal::ConstructFromValueAndDecimalPlaces(0, 4);
-    nxDecimal previousTop = zero;
+    nxDecimal const* previousTop = &zero;
     for (auto const& [top, increment] : _rangeData)
     {
-        if (top == previousTop || top < previousTop || increment == zero || increment < zero)
+        if (top == *previousTop || top < *previousTop || increment == zero || increment < zero)
         {
             return false;
         }
-        previousTop = top;
+        previousTop = &top;
     }
     return true;
-}
-
-nxVariableTickTable::_Ranges::const_iterator nxVariableTickTable::_FindRange(nxDecimal const& price) const
-{
-    return price.IsNegative() ? _FindRangeOfMagnitude(nxDecimal::Abs(price)) : _FindRangeOfMagnitude(price);
 }
 
 nxDecimal const& nxVariableTickTable::_GetIncrementForPrice(nxDecimal const& price) const
@@ -190,9 +265,9 @@ bool nxVariableTickTable::_IsCached(_Ranges::const_iterator range, nxDecimal con
 }
 
 nxVariableTickTable::_Ranges::const_iterator
-nxVariableTickTable::_FindRangeOfMagnitude(nxDecimal const& magnitude) const
+nxVariableTickTable::_FindRangeOfMagnitude(nxDecimal const& price) const
 {
-    // The list never changes once lookups may run, so the cached position is all that a hit has to agree on.
+    nxDecimal const magnitude = price.IsNegative() ? nxDecimal::Abs(price) : price;
     auto const cached = _cache.load(std::memory_order_acquire);
     return _IsCached(cached, magnitude) ? cached : _SearchRange(magnitude);
 }
@@ -218,7 +293,7 @@ nxVariableTickTable::_SearchRange(nxDecimal const& magnitude) const
 
 nxDecimal const& nxVariableTickTable::_GetIncrementForMagnitude(nxDecimal const& magnitude) const
 {
-    auto const range = _FindRangeOfMagnitude(magnitude);
+    auto const range = _FindRange(magnitude);
     if (range == _rangeData.cend())
     {
         NX_LOG(NX_FTL, "Fatal error in variable tick table");

@@ -102,7 +102,8 @@ private:
     friend class nxVariableTickTableContainer;
 
     bool _IsCached(_Ranges::const_iterator range, nxDecimal const& magnitude) const;
-    _Ranges::const_iterator _FindRangeOfMagnitude(nxDecimal const& magnitude) const;
+    bool _IsPlainHit(_Ranges::const_iterator range, nxDecimal const& price) const;
+    _Ranges::const_iterator _FindRangeOfMagnitude(nxDecimal const& price) const;
     _Ranges::const_iterator _SearchRange(nxDecimal const& magnitude) const;
     nxDecimal const& _GetIncrementForMagnitude(nxDecimal const& magnitude) const;
     void _ScaleAfterStep(nxDecimal& price, _Ranges::const_iterator range, bool hasLeftRange) const;

@@ -1,6 +1,7 @@
 // The catalogue: its names, its digits, and that no ladder is left when it is walked over its boundaries.
 #include "core/prices/nxVariableTickTableContainer.h"
 
+#include "core/numbers/nxArithmetic.h"
 #include "core/prices/nxVariableTickTableCatalogue.h"
 #include "tests/prices/nxAllocationCount.h"
 
@@ -205,6 +206,60 @@ TEST(nxVariableTickTableContainerLookup, AllocatesNothingForAKnownLadder)
     table->Increment(price, -400);
     (void)table->GetTickIncrement(price);
     EXPECT_EQ(count.Get(), 0u);
+}
+
+namespace
+{
+// The rule of a lookup without its cache.
+nxDecimal const& ScannedIncrement(nxVariableTickTable const& table, nxDecimal const& price)
+{
+    nxDecimal const magnitude = nxDecimal::Abs(price);
+    auto const& ranges = table.GetRangeData();
+    return std::ranges::find_if(ranges,
+                                [&magnitude](auto const& range) { return !(range.first < magnitude); })
+        ->second;
+}
+
+// One unit to either side of a top, at another scale and where that loses digits or wraps too.
+std::vector<nxDecimal> PricesBeside(nxDecimal const& top)
+{
+    std::vector<nxDecimal> prices;
+    for (unsigned char places = 0; places <= 18; ++places)
+    {
+        for (long long const offset : {-1, 0, 1})
+        {
+            nxDecimal price = top;
+            price.SetDecimalPlaces(places, false);
+            price = nxDecimal::ConstructFromValueAndDecimalPlaces(nxArithmetic::Add(price.GetValue(), offset),
+                                                                  places);
+            prices.push_back(price);
+            price.InvertSign();
+            prices.push_back(price);
+        }
+    }
+    return prices;
+}
+} // namespace
+
+TEST(nxVariableTickTableContainerLookup, AgreesWithAScanWhateverTheCacheHolds)
+{
+    for (std::string const name :
+         {"CHIX_CPH1", "CXE_mifid_1", "EURONEXT_23", "CME_02_0_000001", "CXE_xetra_ne4"})
+    {
+        nxVariableTickTable const& table = Table(name);
+        for (auto const& [top, increment] : table.GetRangeData())
+        {
+            for (nxDecimal const& price : PricesBeside(top))
+            {
+                for (nxDecimal const& before : {top, top + increment, nxDecimal()})
+                {
+                    (void)table.GetTickIncrement(before);
+                    EXPECT_EQ(&table.GetTickIncrement(price), &ScannedIncrement(table, price))
+                        << name << " at " << price.GetAsString('.') << " after " << before.GetAsString('.');
+                }
+            }
+        }
+    }
 }
 
 namespace
