@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -162,17 +161,6 @@ TEST(nxStringHelperText, DoublesAgainstTheCLibrary)
         nxStringHelper::RightTrim(expected, ".");
         ASSERT_EQ(nxStringHelper::GetAsString(value), expected);
     }
-}
-
-TEST(nxStringHelperText, NoLocale)
-{
-    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr)
-    {
-        GTEST_SKIP() << "no locale with a decimal comma here";
-    }
-    EXPECT_EQ(nxStringHelper::GetAsString(1.5), "1.5");
-    EXPECT_EQ(nxStringHelper::GetAsString(3e9), "3.000000e+09");
-    std::setlocale(LC_NUMERIC, "C");
 }
 
 TEST(nxStringHelperParse, Unsigned)
