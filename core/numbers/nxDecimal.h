@@ -249,7 +249,7 @@ public:
     void Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separator = '.') const;
 
 private:
-    // Both out of line: a sum over different places, and a product or quotient.
+    // By value, for the inline operators: a reference would keep the sum out of a register.
     void _SetFromDouble(double value, unsigned char places);
     void _Clear(nxEnumValue status);
     void _Append(std::string& out, unsigned int maximumPlaces, char separator) const;

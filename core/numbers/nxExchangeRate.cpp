@@ -56,5 +56,5 @@ std::string nxExchangeRate::GetAsString() const
 
 void nxExchangeRate::Dump(nxLogLevelEnum level) const
 {
-    NX_LOG(level, _source << ":" << _target << "=" << _rate.GetAsLogString('.'));
+    NX_LOG(level, _source << ":" << _target << "=" << _rate);
 }
