@@ -1,5 +1,6 @@
 // Rates by ordered pair, who owns them, and the process's one converter.
 #include "core/numbers/nxExchangeRateConverter.h"
+#include "tests/logging/nxRecordingLogDevice.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,10 @@ std::string Listed(nxExchangeRateList const& list)
     }
     return text;
 }
+
+class nxExchangeRateLog : public nxRecordingTest
+{
+};
 
 class Keys : public nxExchangeRateList
 {
@@ -73,7 +78,6 @@ TEST(nxExchangeRateList, SetKeepsTheObjectOfAPair)
 
     list.RemoveExchangeRates(NX_USD);
     EXPECT_EQ(Listed(list), "EUR:USD=1.10 ");
-    list.Dump(NX_DBG);
 }
 
 TEST(nxExchangeRateList, AssignmentAddsAndReplaces)
@@ -91,6 +95,22 @@ TEST(nxExchangeRateList, AssignmentAddsAndReplaces)
     EXPECT_EQ(left.ConvertToTargetCurrency(Money("100.00USD"), NX_EUR).GetAsString(), "95.00EUR");
     EXPECT_EQ(left.ConvertToTargetCurrency(Money("100.00EUR"), NX_USD).GetAsString(), "110.00USD");
     EXPECT_EQ(Listed(copy), "USD:EUR=0.95 ");
+}
+
+TEST_F(nxExchangeRateLog, DumpListsTheRatesBetweenDashes)
+{
+    nxExchangeRateList list;
+    list.SetExchangeRate(Rate(NX_USD, NX_EUR, "0.90"));
+    list.SetExchangeRate(Rate(NX_EUR, NX_USD, ""));
+    list.Dump(NX_WRN);
+    std::string const dashes(40, '-');
+    std::vector<std::string> rates = {"USD:EUR=0.90", "EUR:USD=NULL"};
+    if (nxCurrencyEnum(NX_USD) < nxCurrencyEnum(NX_EUR))
+    {
+        std::swap(rates[0], rates[1]); // the target's number comes first in the order
+    }
+    EXPECT_EQ(Messages(), (std::vector<std::string>{dashes, rates[0], rates[1], dashes}));
+    EXPECT_EQ(Levels(), std::vector<unsigned int>(4, NX_WRN));
 }
 
 TEST(nxExchangeRateList, KeysAreOfOrderedPairs)
