@@ -119,3 +119,5 @@
 #include "core/prices/nxVolumeConverter_Abbreviated.h"
 #include "core/prices/nxVolumeConverter_Abbreviated_1DP.h"
 #include "core/prices/nxVolumeConverter_Raw.h"
+
+#include "core/network/nxSocket.h"
