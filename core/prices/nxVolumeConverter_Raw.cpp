@@ -37,7 +37,7 @@ bool nxVolumeConverter_Raw::SetVolumeFromString(std::string const& text, nxVolum
         return true;
     }
     unsigned int value = 0;
-    if (!nxStringHelper::SetFromString(text, value).IsOK())
+    if (!nxStringHelper::SetFromStringView(text, value).IsOK())
     {
         return false;
     }

@@ -143,6 +143,15 @@ TEST(nxVolumeConverterReading, TakesOrRefuses)
     }
 }
 
+TEST(nxVolumeConverterReading, AZeroByteIsNoDigitOfAPlainVolume)
+{
+    nxVolume volume(7);
+    bool tooPrecise = true;
+    EXPECT_FALSE(Converter(raw)->SetVolumeFromString(std::string("5\0", 2), volume, tooPrecise));
+    EXPECT_TRUE(volume.IsNull());
+    EXPECT_FALSE(tooPrecise);
+}
+
 TEST(nxVolumeConverterScreen, StepsBySizeAndFiltersCharacters)
 {
     constexpr std::pair<unsigned int, unsigned int> increments[] = {
