@@ -105,7 +105,6 @@
 #include "core/prices/nxFractionQuarterTickPriceConverter.h"
 #include "core/prices/nxFractionSixteenth32ndsTickPriceConverter.h"
 #include "core/prices/nxFractionTenth32ndsTickPriceConverter.h"
-#include "core/prices/nxFractionText.h"
 #include "core/prices/nxFractionWholeTickPriceConverter.h"
 #include "core/prices/nxModifiedFractionPriceConverter.h"
 #include "core/prices/nxPriceConverter.h"

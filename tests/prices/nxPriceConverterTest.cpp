@@ -15,6 +15,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <random>
 #include <set>
 #include <type_traits>
 
@@ -400,6 +401,40 @@ TEST(nxPriceConverterParse, DecimalsAndWholeTicksAreHeldAgainstTheTick)
         (void)converter->SetPrice(5.0, true);
         EXPECT_EQ(converter->SetPriceFromString(row.text), row.price != refused) << row.text;
         EXPECT_TRUE(converter->GetPrice() == row.price) << row.text;
+    }
+}
+
+// Whatever is taken prints as a text that gives the same price again; whatever is refused leaves null.
+TEST(nxPriceConverterParse, AnyTextIsRefusedOrComesBack)
+{
+    constexpr std::string_view characters("0123456789012345-+. \0x", 22);
+    std::mt19937 random(4501); // the same texts in every run
+    for (unsigned int format = NX_PRICE_FORMAT_DECIMALS;
+         format <= NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT; ++format)
+    {
+        auto const converter = Converter(format);
+        (void)converter->SetMinimumTickIncrement(Tick("0.01"));
+        int taken = 0;
+        for (int count = 0; count < 20000; ++count)
+        {
+            std::string text;
+            for (std::size_t length = 1 + random() % 8; text.size() < length;)
+            {
+                text += characters[random() % characters.size()];
+            }
+            if (!converter->SetPriceFromString(text))
+            {
+                ASSERT_TRUE(converter->GetPrice().IsNull()) << format << ' ' << text;
+                continue;
+            }
+            ++taken;
+            nxDoubleValueWrapper const price = converter->GetPrice();
+            std::string const shown = converter->GetPriceAsString();
+            ASSERT_TRUE(converter->SetPriceFromString(shown)) << format << ' ' << text << " as " << shown;
+            ASSERT_TRUE(converter->GetPrice() == double(price)) << format << ' ' << text << " as " << shown;
+            ASSERT_EQ(converter->GetPriceAsString(), shown) << format << ' ' << text;
+        }
+        EXPECT_GT(taken, 100) << format;
     }
 }
 
