@@ -193,6 +193,7 @@ TEST(nxPriceConverterText, NeverCarriesIntoTheNextPart)
 {
     constexpr TextRow rows[] = {
         {NX_PRICE_FORMAT_FRACTION_32NDS_TICK, 100.999, "100-32"},
+        {NX_PRICE_FORMAT_FRACTION_32NDS_TICK, 100.015625, "100-00"}, // half a part is not rounded up
         {NX_PRICE_FORMAT_FRACTION_10THS_TICK, 1.99, "1-10"},
         {NX_PRICE_FORMAT_FRACTION_20THS_TICK, 1.99, "1-100"},
         {NX_PRICE_FORMAT_FRACTION_FIVE_1000THS_TICK, 1.999, "1-1000"},
@@ -336,6 +337,23 @@ TEST(nxPriceConverterParse, TakesOneTextForEachDigit)
     }
 }
 
+TEST(nxPriceConverterParse, ForgetsTheLastTextsThirdPosition)
+{
+    for (nxEnumValue const format : {NX_PRICE_FORMAT_FRACTION_MODIFIED_HALF_32NDS_TICK,
+                                     NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_32NDS_TICK,
+                                     NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT})
+    {
+        auto const converter = Converter(format);
+        EXPECT_TRUE(converter->SetPriceFromString("101-16+"));
+        EXPECT_TRUE(converter->SetPriceFromString("101-16"));
+        EXPECT_TRUE(converter->GetPrice() == 101.5) << format;
+    }
+    auto const hundredths = Converter(NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_100THS_TICK);
+    EXPECT_TRUE(hundredths->SetPriceFromString("5.25+"));
+    EXPECT_TRUE(hundredths->SetPriceFromString("5.25"));
+    EXPECT_TRUE(hundredths->GetPrice() == 7.5);
+}
+
 TEST(nxPriceConverterParse, ReadsSignsAndSeparatorsWhereTheyStand)
 {
     using namespace std::string_view_literals;
@@ -357,6 +375,8 @@ TEST(nxPriceConverterParse, ReadsSignsAndSeparatorsWhereTheyStand)
         {NX_PRICE_FORMAT_FRACTION_32NDS_TICK, "1\0"sv, refused},
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_HALF_32NDS_TICK, "1+ -16+", 150.515625}, // '+' is 5, ' ' is 0
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_HALF_32NDS_TICK, "+", 5.0},
+        {NX_PRICE_FORMAT_FRACTION_MODIFIED_HALF_32NDS_TICK, "1--16", refused},
+        {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_100THS_TICK, "1..16", refused},
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT, "+", 4.0},
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT, "1 - 8+", 10.265625},
         {NX_PRICE_FORMAT_FRACTION_FULL_TICK, "5", refused}, // no tick yet
@@ -592,6 +612,26 @@ TEST(nxPriceConverterDecimals, PlacesAreThoseOfTickTableAndRatio)
     EXPECT_EQ(TextOf(*hundredths, 9850), "99"); // the ratio's places count from the next tick on
     (void)hundredths->SetMinimumTickIncrement(Tick("0.5"));
     EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.505");
+    (void)hundredths->SetPriceManipulator(
+        nxPriceManipulator(nxVariableTickTableContainer::GetVariableTickTable("VTT_CHIX_EUZ1")));
+    EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.50500"); // three of the table, two of the ratio
+}
+
+TEST(nxPriceConverterDecimals, ARatioIsAboveZero)
+{
+    class Shown : public nxDecimalPriceConverter
+    {
+    public:
+        using nxDecimalPriceConverter::_SetPriceRatio;
+    };
+    Shown converter;
+    EXPECT_TRUE(converter._SetPriceRatio(Tick("0.1")));
+    for (char const* const ratio : {"0.00", "-0.01", "x"})
+    {
+        EXPECT_FALSE(converter._SetPriceRatio(Tick(ratio))) << ratio;
+    }
+    (void)converter.SetMinimumTickIncrement(Tick("1"));
+    EXPECT_EQ(TextOf(converter, 985), "98.5"); // the old ratio and its places
 }
 
 TEST(nxPriceConverterDecimals, ATableIsLookedUpAtFourPlaces)

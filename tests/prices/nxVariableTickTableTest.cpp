@@ -116,6 +116,18 @@ TEST(nxVariableTickTableStep, TakesThePlacesOfTheRangeWhereItLands)
     EXPECT_EQ(leap.Increment("0", -1), "-1.00");
 }
 
+TEST(nxVariableTickTableStep, TakesTheLowerTickOnceItsOwnReachesTheLowerTop)
+{
+    Ladder const fives{{"10", "1"}, {"", "5.0"}};
+    EXPECT_EQ(fives.Increment("20.0", -1), "15.0");
+    EXPECT_EQ(fives.Increment("15.0", -1), "14"); // five less is the top itself
+    EXPECT_EQ(fives.Increment("-15.0", 1), "-14");
+    EXPECT_EQ(fives.Increment("-15.1", 1), "-10.1");
+    Ladder const open{{"1", "0.1"}}; // has no range to step into
+    EXPECT_EQ(open.Increment("1.0", 1), "1.1");
+    EXPECT_EQ(open.Increment("-1.0", -1), "-1.1");
+}
+
 TEST(nxVariableTickTableStep, CutsDigitsThatTheTickHasNot)
 {
     EXPECT_EQ(Euz1().Increment("1.23456", 1), "1.235");
