@@ -1,7 +1,7 @@
 #include "core/logging/nxLogEntriesQueue.h"
 
-#include "core/logging/nxLogSpinGuard.h"
 #include "core/logging/nxLog.h"
+#include "core/logging/nxLogSpinGuard.h"
 
 #include <algorithm>
 #include <memory>

@@ -15,7 +15,10 @@ class nxLog;
 ///
 /// All operations may come from any thread. The lock is held for a push or a swap and never while memory is fetched,
 /// so nobody waits here for the disk or the allocator.
-class NX_CORE_API nxLogEntriesQueue
+///
+/// Fills cache lines of its own: what threads change here all the time lies together, and beside nothing that others
+/// only read.
+class alignas(64) NX_CORE_API nxLogEntriesQueue
 {
 public:
     /// The most that a reservation gives.

@@ -96,7 +96,7 @@ nxLogManager::nxLogManager() : _devicesMutex(true), _cycles(*new nxLogCycles)
                 nxConfigurationKeyText::KVT_LOG_BUFF_RESERVE_ENTRIES);
         if (entries.IsValid())
         {
-            _entriesQueue.Reserve(entries.GetValue());
+            _Reserve(entries.GetValue());
         }
     }
     _forceFlush = forceFlush;
@@ -281,9 +281,15 @@ void nxLogManager::_StopWriter()
     _cycles.End();
 }
 
-void nxLogManager::SetRecommendedBufferCapacity(unsigned long long entries)
+void nxLogManager::_Reserve(unsigned long long entries)
 {
     _entriesQueue.Reserve(entries);
+    nxLogSlots::Prepare(std::min(entries, nxLogEntriesQueue::mostReserved));
+}
+
+void nxLogManager::SetRecommendedBufferCapacity(unsigned long long entries)
+{
+    _Reserve(entries);
     nxMutexGuard guard(_threadMutex);
     if (_writeThread != nullptr)
     {

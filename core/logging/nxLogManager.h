@@ -87,7 +87,8 @@ public:
     /// @return OK.
     nxErrorEnum Destroy();
 
-    /// Makes room for so many statements, at most 20000, in the queue and in the writer's batch.
+    /// Makes room for so many statements, at most 20000, in the queue and in the writer's batch, and has their memory
+    /// ready. Not for devices.
     void SetRecommendedBufferCapacity(unsigned long long entries);
 
     /// Waits for the end of the writer's next cycle, at once when there is no writer. A statement that was logged just
@@ -118,6 +119,7 @@ private:
     nxLogManager();
     ~nxLogManager() = delete;
 
+    void _Reserve(unsigned long long entries);
     void _ReadLevel();
     void _RegisterConsole();
     void _StartWriter();

@@ -114,6 +114,22 @@ public:
         return chunk;
     }
 
+    /// Makes chunks until there are so many, and keeps as many from then on.
+    void Prepare(std::size_t chunks)
+    {
+        _KeepAtLeast(chunks);
+        while (_GetCount() < chunks)
+        {
+            auto chunk = std::make_unique<Chunk>();
+            for (nxLogSlot*& slot : chunk->slots)
+            {
+                slot = new nxLogSlot;
+                ++chunk->count;
+            }
+            GiveChunk(chunk.release());
+        }
+    }
+
     /// Called once a cycle: notes how many statements the cycle wrote and frees a part of what is too much.
     void Trim(std::size_t written)
     {
@@ -123,10 +139,9 @@ public:
         constexpr unsigned int mostFreed = 64;
 
         _recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);
-        std::size_t const wanted = std::max(_leastKept, _recentlyWritten / Chunk::capacity);
         for (unsigned int i = 0; i < mostFreed; ++i)
         {
-            Chunk* const chunk = _TakeSurplus(wanted);
+            Chunk* const chunk = _TakeSurplus(_recentlyWritten / Chunk::capacity);
             if (chunk == nullptr)
             {
                 return;
@@ -155,13 +170,10 @@ public:
     }
 
 private:
-    /// A few thousand slots, about a megabyte.
-    static constexpr std::size_t _leastKept = 32;
-
     Chunk* _TakeSurplus(std::size_t wanted)
     {
         nxLogSpinGuard guard(_lock);
-        if (_count <= wanted)
+        if (_count <= std::max(_leastKept, wanted))
         {
             return nullptr;
         }
@@ -171,7 +183,20 @@ private:
         return chunk;
     }
 
+    void _KeepAtLeast(std::size_t chunks)
+    {
+        nxLogSpinGuard guard(_lock);
+        _leastKept = std::max(_leastKept, chunks);
+    }
+
+    std::size_t _GetCount()
+    {
+        nxLogSpinGuard guard(_lock);
+        return _count;
+    }
+
     nxSpinLock _lock;
+    std::size_t _leastKept = 32; // some two thousand slots, about a megabyte
     Chunk* _chunks = nullptr;
     Chunk* _emptyChunks = nullptr;
     std::size_t _count = 0;
@@ -359,6 +384,18 @@ void nxLogSlots::Recycle(std::vector<nxLog*>& statements)
     }
     _GetDepot().Trim(statements.size());
     statements.clear();
+}
+
+void nxLogSlots::Prepare(unsigned long long statements)
+{
+    try
+    {
+        _GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);
+    }
+    catch (std::bad_alloc const&)
+    {
+        // What could be made is there; the rest is made when it is needed.
+    }
 }
 
 void nxLogSlots::LockBeforeFork()

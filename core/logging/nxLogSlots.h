@@ -85,6 +85,10 @@ public:
     /// its storage. For the writer, once a cycle: it also lets go of memory that has not been needed for some time.
     static void Recycle(std::vector<nxLog*>& statements);
 
+    /// Has memory for so many statements ready before they come, and keeps as much from then on. Without memory for
+    /// all, for fewer.
+    static void Prepare(unsigned long long statements);
+
     /// Holds back every other thread's use of what threads share, across a fork.
     static void LockBeforeFork();
     static void UnlockAfterFork();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/concurrency/nxSpinLock.h"
+#include "core/platform/nxPause.h"
 
 #include <thread>
 
@@ -15,11 +16,15 @@ class nxLogSpinGuard
 public:
     explicit nxLogSpinGuard(nxSpinLock& lock) : _lock(lock)
     {
-        constexpr unsigned int patience = 500; // attempts: some microseconds, more than any section takes
+        constexpr unsigned int patience = 100; // attempts: some microseconds, more than any section takes
 
         for (unsigned int attempts = 0; !_lock.TryLock().IsOK(); ++attempts)
         {
-            if (attempts >= patience)
+            if (attempts < patience)
+            {
+                nxPlatform::Pause();
+            }
+            else
             {
                 std::this_thread::yield();
             }
