@@ -7,19 +7,9 @@ namespace nxTool
 std::span<Command const* const> AllCommands()
 {
     static constexpr Command const* commands[] = {
-        &boardCommand,
-        &priceCommand,
-        &ladderCommand,
-        &convertCommand,
-        &describeCommand,
-        &listCommand,
-        &maskCommand,
-        &keysCommand,
-        &csvCommand,
-        &identityCommand,
-        &versionCommand,
-        &whenCommand,
-        &manualCommand,
+        &boardCommand,   &priceCommand, &ladderCommand,  &convertCommand, &describeCommand,
+        &listCommand,    &maskCommand,  &keysCommand,    &csvCommand,     &identityCommand,
+        &versionCommand, &whenCommand,  &logLoadCommand, &manualCommand,
     };
     return commands;
 }
@@ -36,6 +26,8 @@ std::span<Option const> CommonOptions()
 {
     static constexpr Option options[] = {
         {"json", "", "print one JSON document in place of text"},
+        {"log", "DIRECTORY", "write the program's own log to a file in a directory of the day there",
+         Completes::Directory},
         {"help", "", "say what the command does"},
     };
     return options;

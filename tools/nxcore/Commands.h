@@ -15,6 +15,7 @@ extern Command const identityCommand;
 extern Command const keysCommand;
 extern Command const ladderCommand;
 extern Command const listCommand;
+extern Command const logLoadCommand;
 extern Command const manualCommand;
 extern Command const maskCommand;
 extern Command const priceCommand;

@@ -2,9 +2,11 @@
 
 #include "Arguments.h"
 #include "Help.h"
+#include "OwnLog.h"
 #include "Result.h"
 #include "Terminal.h"
 
+#include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeyText.h"
@@ -36,6 +38,18 @@ int ComplainAboutCommand(std::string_view name)
     return ComplainAndExit(complaint + " (nxcore -help lists all)");
 }
 
+void Print(nxTool::Result const& result, bool asJson)
+{
+    if (asJson)
+        result.PrintJson(std::cout);
+    else
+        result.PrintText(std::cout, nxTool::UsesColour(nxTool::Stream::Output));
+    std::cout.flush();
+    result.PrintProblems(std::cerr, nxTool::UsesColour(nxTool::Stream::Error));
+    for (nxTool::Problem const& problem : result.GetProblems())
+        NX_LOG(NX_DBG, "Problem: " << nxTool::Printable(problem.column + " " + problem.reason));
+}
+
 int Run(nxTool::Command const& command, std::span<char const* const> words)
 {
     nxTool::Arguments const arguments(command, words);
@@ -48,17 +62,20 @@ int Run(nxTool::Command const& command, std::span<char const* const> words)
         return ExitCode(Status::Good);
     }
 
+    if (auto const directory = arguments.GetOption("log"))
+    {
+        std::string const fault = nxTool::OpenOwnLog(*directory);
+        if (!fault.empty())
+            return ComplainAndExit(fault);
+    }
+    NX_LOG(NX_INF, "Command started: " << std::string(command.name) << " " << nxTool::JoinedWords(words));
     nxTool::Result result;
     Status const status = command.run(arguments, result);
-    if (arguments.Has("json"))
-        result.PrintJson(std::cout);
-    else
-        result.PrintText(std::cout, nxTool::UsesColour(nxTool::Stream::Output));
-    std::cout.flush();
-    result.PrintProblems(std::cerr, nxTool::UsesColour(nxTool::Stream::Error));
-    if (status == Status::Good && !result.GetProblems().empty())
-        return ExitCode(Status::Faulty);
-    return ExitCode(status);
+    Print(result, arguments.Has("json"));
+    bool const isFaulty = status == Status::Good && !result.GetProblems().empty();
+    int const code = ExitCode(isFaulty ? Status::Faulty : status);
+    NX_LOG(NX_INF, "Command ended, exit status: " << code);
+    return code;
 }
 
 /// As every program of the platform begins. The log's lines would stand among those of the command, so they go to the

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+/// @file
+/// The program's own log.
+
+namespace nxTool
+{
+/// Has the program's log written to a file in the directory, which is made if its parent is there.
+/// @return what is wrong; empty when the file is open.
+std::string OpenOwnLog(std::string const& directory);
+
+/// Words of a command line as one text, control characters as \xNN.
+std::string JoinedWords(std::span<char const* const> words);
+} // namespace nxTool
