@@ -137,7 +137,7 @@ nxErrorEnum nxLogDeferredWriteThread::Stop()
 
 nxErrorEnum nxLogDeferredWriteThread::Run()
 {
-    _batch.reserve(_reserveEntries.load(std::memory_order_relaxed));
+    _ReserveBatch();
     while (_running.load(std::memory_order_acquire))
     {
         if (_sleep.GetError() != 0)
@@ -155,10 +155,22 @@ nxErrorEnum nxLogDeferredWriteThread::Run()
     return nxErrorEnum();
 }
 
+// Without memory the queue's vector comes as it is, and the next cycle tries again.
+void nxLogDeferredWriteThread::_ReserveBatch()
+{
+    try
+    {
+        _batch.reserve(_reserveEntries.load(std::memory_order_relaxed));
+    }
+    catch (std::bad_alloc const&)
+    {
+    }
+}
+
 void nxLogDeferredWriteThread::_Cycle()
 {
     nxLogSlots::Recycle(_batch);
-    _batch.reserve(_reserveEntries.load(std::memory_order_relaxed));
+    _ReserveBatch();
     _cycles.TakingQueue();
     _manager.GetLogEntriesQueue().Swap(_batch);
     if (!_batch.empty())

@@ -72,6 +72,7 @@ public:
     nxErrorEnum Stop();
 
 private:
+    void _ReserveBatch();
     void _Cycle();
 
     nxLogManager& _manager;

@@ -120,7 +120,7 @@ public:
         _KeepAtLeast(chunks);
         while (_GetCount() < chunks)
         {
-            auto chunk = std::make_unique<Chunk>();
+            std::unique_ptr<Chunk, void (*)(Chunk*)> chunk(new Chunk, FreeChunk);
             for (nxLogSlot*& slot : chunk->slots)
             {
                 slot = new nxLogSlot;
