@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -26,6 +27,13 @@
 // Blocks that the calling thread has fetched.
 static thread_local unsigned int allocations = 0;
 
+// The sanitizers have operators of their own.
+#if defined(__has_feature)
+#define NX_HAS_FEATURE(feature) __has_feature(feature)
+#else
+#define NX_HAS_FEATURE(feature) 0
+#endif
+#if !NX_HAS_FEATURE(address_sanitizer) && !NX_HAS_FEATURE(thread_sanitizer)
 void* operator new(std::size_t size)
 {
     ++allocations;
@@ -34,6 +42,12 @@ void* operator new(std::size_t size)
         return block;
     }
     throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, std::nothrow_t const&) noexcept
+{
+    ++allocations;
+    return std::malloc(size);
 }
 
 void operator delete(void* block) noexcept
@@ -45,6 +59,7 @@ void operator delete(void* block, std::size_t) noexcept
 {
     std::free(block);
 }
+#endif
 
 namespace
 {
@@ -354,6 +369,63 @@ int Reopen(std::vector<std::string> const&)
     return isOpen ? 0 : 1;
 }
 
+// The directory goes while its file is open, and comes back with the next file.
+int VanishedDirectory(std::vector<std::string> const&)
+{
+    (void)RegisterFileDevice();
+    LogLines(0, 10);
+    Drain();
+    std::filesystem::remove_all(std::getenv("KVT_LOG_DIRECTORY"));
+    LogLines(0, 10);
+    Drain();
+    bool const isOpen = nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+    LogLines(1, 10);
+    return isOpen ? 0 : 1;
+}
+
+/// Logs while it writes.
+class TalkingDevice : public nxLogDevice
+{
+public:
+    explicit TalkingDevice(char const* name) : _name(name)
+    {
+    }
+
+    nxErrorEnum Destroy() override
+    {
+        return nxErrorEnum();
+    }
+
+    void Write(nxLog const& log) override
+    {
+        std::printf("%s %s\n", log.GetLogEntry()->c_str(), _name);
+        if (*_name == 'a' && *log.GetLogEntry() == "outer")
+        {
+            NX_LOG(NX_INF, "inner");
+        }
+    }
+
+    void Flush() override
+    {
+        std::puts("flush");
+    }
+
+private:
+    char const* _name;
+};
+
+// Two devices, the first of which logs from inside; all at once.
+int Nested(std::vector<std::string> const&)
+{
+    TalkingDevice a("a");
+    TalkingDevice b("b");
+    nxLogManager::GetInstance().RegisterLogDevice(&a);
+    nxLogManager::GetInstance().RegisterLogDevice(&b);
+    NX_LOG(NX_INF, "outer");
+    nxLogManager::GetInstance().UnregisterAllLogDevices();
+    return 0;
+}
+
 int Levels(std::vector<std::string> const&)
 {
     nxLogManager::GetInstance();
@@ -455,6 +527,8 @@ int main(int argumentCount, char** argumentValues)
         {"disk-full", DiskFull},
         {"cut-over", CutOver},
         {"reopen", Reopen},
+        {"vanished-directory", VanishedDirectory},
+        {"nested", Nested},
         {"levels", Levels},
         {"allocations", Allocations},
         {"writes", Writes},

@@ -91,6 +91,7 @@ protected:
     nxRecordingTest()
     {
         nxLogManager::GetInstance().UnregisterLogDevice(&nxConsoleLogDevice::GetInstance());
+        Drain(); // what earlier tests have logged may still be on its way
         nxLogManager::GetInstance().RegisterLogDevice(&_device);
     }
 
