@@ -25,6 +25,7 @@ enum class Completes
     PriceFormat,
     RoundingMethod,
     Command,
+    Shell,
 };
 
 /// A switch: `-name` or `-name VALUE`.
@@ -56,6 +57,7 @@ struct Command
     std::size_t mostArguments;
     Completes completes;
     Status (*run)(Arguments const& arguments, Result& result);
+    std::size_t completedArgument = 0; ///< the position of the argument that `completes` means
 };
 
 /// All commands in the order of the help.

@@ -8,6 +8,7 @@
 namespace nxTool
 {
 extern Command const boardCommand;
+extern Command const completionCommand;
 extern Command const convertCommand;
 extern Command const csvCommand;
 extern Command const describeCommand;

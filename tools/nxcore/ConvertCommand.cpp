@@ -185,5 +185,6 @@ Command const convertCommand = {
     .mostArguments = 2,
     .completes = Completes::Currency,
     .run = Run,
+    .completedArgument = 1,
 };
 } // namespace nxTool

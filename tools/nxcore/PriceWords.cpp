@@ -3,8 +3,6 @@
 #include "NearMiss.h"
 #include "core/prices/nxVariableTickTableContainer.h"
 
-#include <vector>
-
 namespace nxTool
 {
 namespace
@@ -64,6 +62,19 @@ nxVariableTickTable const* FindLadder(std::string const& word)
 std::optional<nxPriceFormatEnum> FindPriceFormat(std::string const& word)
 {
     return Find<nxPriceFormatEnum>(word, formatPrefix);
+}
+
+std::vector<std::string> PriceFormatNames()
+{
+    std::vector<nxEnumValue> formats;
+    nxPriceFormatEnum().GetRegisteredEnumValuesForInstance(formats);
+    std::vector<std::string> names;
+    for (nxEnumValue const format : formats)
+    {
+        std::string const& token = nxPriceFormatEnum(format).GetAsString();
+        names.push_back(token.starts_with(formatPrefix) ? token.substr(formatPrefix.size()) : token);
+    }
+    return names;
 }
 
 std::optional<nxRoundingMethodEnum> FindRoundingMethod(std::string const& word)

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// @file
 /// The words of a command line or a file that name something of the library, and the hints for those that don't.
@@ -23,6 +24,9 @@ nxVariableTickTable const* FindLadder(std::string const& word);
 
 /// @param word  the token with or without its NX_PRICE_FORMAT_
 std::optional<nxPriceFormatEnum> FindPriceFormat(std::string const& word);
+
+/// Every price format's token without its NX_PRICE_FORMAT_.
+std::vector<std::string> PriceFormatNames();
 
 /// @param word  the token with or without its NX_ROUNDING_METHOD_
 std::optional<nxRoundingMethodEnum> FindRoundingMethod(std::string const& word);
