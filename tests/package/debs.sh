@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# debs.sh BUILD FOLDER: makes the Debian packages of a build, looks at what they say, and unpacks them below FOLDER/root.
+#
+# Ends with 77, which CTest counts as skipped, where the tools that make packages are missing.
+set -euo pipefail
+build=$1 folder=$2
+
+for program in dpkg-deb dpkg-shlibdeps cpack; do
+  command -v $program >/dev/null || { echo "Skipped: $program is not installed."; exit 77; }
+done
+
+rm -rf "$folder"
+mkdir -p "$folder/root"
+cpack --config "$build/CPackConfig.cmake" -B "$folder" >"$folder/log" 2>&1 || { cat "$folder/log"; exit 1; }
+
+fail() {
+  echo "$*"
+  exit 1
+}
+field() { dpkg-deb -f "$folder/$1"_*.deb "$2"; }
+
+for package in libnxcore1.37 libnxcore-dev nxcore-tools; do
+  dpkg-deb -x "$folder/$package"_*.deb "$folder/root"
+done
+version=$(field libnxcore1.37 Version)
+library=$(find "$folder/root" -name "libnxcore.so.$version")
+
+# Computed, not written by hand: a library of C++ stands on these.
+for package in libnxcore1.37 nxcore-tools; do
+  for needed in libc6 libstdc++6; do
+    [[ $(field $package Depends) == *"$needed (>="* ]] || fail "$package does not depend on $needed"
+  done
+done
+for package in libnxcore-dev nxcore-tools; do
+  [[ $(field $package Depends) == *"libnxcore1.37 (= $version)"* ]] || fail "$package does not bring the library"
+done
+[ "$(dpkg-deb -I "$folder/libnxcore1.37"_*.deb shlibs)" = "libnxcore 1.37 libnxcore1.37 (>= $version)" ] ||
+  fail "the shlibs file does not lead from the soname to the package"
+
+readelf -d "$library" >"$folder/dynamic"
+for property in 'SONAME.*\[libnxcore\.so\.1\.37\]' BIND_NOW NODELETE; do
+  grep -q "$property" "$folder/dynamic" || fail "the library has no $property"
+done
+readelf -lW "$library" | grep -q GNU_RELRO || fail "the library's tables stay writable"
+! readelf -S "$library" | grep -q '\.debug_info' || fail "the library was not stripped"
+! readelf -d "$folder/root/usr/bin/nxcore" | grep -q 'R.*PATH' || fail "the companion looks for the library by itself"
+
+if command -v lintian >/dev/null; then
+  lintian --fail-on error "$folder"/*.deb || fail "lintian found errors"
+else
+  echo "lintian is not installed; the packages were not given to it."
+fi
