@@ -1,9 +1,12 @@
 #include "tests/tools/RunTool.h"
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -43,6 +46,16 @@ std::string Contents(std::filesystem::path const& path)
     std::ifstream file(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
+
+std::string AwaitContents(std::filesystem::path const& path, std::string_view text)
+{
+    auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    std::string contents;
+    while ((contents = Contents(path)).find(text) == std::string::npos &&
+           std::chrono::steady_clock::now() < end)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return contents;
+}
 } // namespace
 
 ToolRun RunTool(std::string const& arguments, std::string_view environment)
@@ -60,4 +73,48 @@ std::string MakeFile(std::string_view name, std::string_view content)
     auto const path = GetScratch() / name;
     std::ofstream(path, std::ios::binary) << content;
     return path.string();
+}
+
+BackgroundTool::BackgroundTool(std::string const& arguments)
+{
+    static int count = 0;
+    _name = "background" + std::to_string(++count);
+    auto const path = GetScratch() / _name;
+    std::string const command = "exec '" NX_TOOL_PATH "' " + arguments + " >'" + path.string() +
+                                ".output' 2>'" + path.string() + ".error' </dev/null";
+    _process = fork();
+    if (_process == 0)
+    {
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+        _exit(127);
+    }
+}
+
+BackgroundTool::~BackgroundTool()
+{
+    if (_process != -1)
+    {
+        kill(_process, SIGKILL);
+        waitpid(_process, nullptr, 0);
+    }
+}
+
+std::string BackgroundTool::AwaitOutput(std::string_view text) const
+{
+    return AwaitContents(GetScratch() / (_name + ".output"), text);
+}
+
+std::string BackgroundTool::AwaitError(std::string_view text) const
+{
+    return AwaitContents(GetScratch() / (_name + ".error"), text);
+}
+
+ToolRun BackgroundTool::Interrupt()
+{
+    int status = 0;
+    kill(_process, SIGINT);
+    waitpid(_process, &status, 0);
+    _process = -1;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(GetScratch() / (_name + ".output")),
+            Contents(GetScratch() / (_name + ".error"))};
 }

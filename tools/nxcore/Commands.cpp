@@ -7,9 +7,9 @@ namespace nxTool
 std::span<Command const* const> AllCommands()
 {
     static constexpr Command const* commands[] = {
-        &boardCommand,   &priceCommand, &ladderCommand,  &convertCommand,    &describeCommand,
-        &listCommand,    &maskCommand,  &keysCommand,    &csvCommand,        &identityCommand,
-        &versionCommand, &whenCommand,  &logLoadCommand, &completionCommand, &manualCommand,
+        &boardCommand,   &priceCommand,  &ladderCommand, &convertCommand,  &describeCommand,   &listCommand,
+        &maskCommand,    &keysCommand,   &csvCommand,    &identityCommand, &versionCommand,    &whenCommand,
+        &addressCommand, &listenCommand, &sendCommand,   &logLoadCommand,  &completionCommand, &manualCommand,
     };
     return commands;
 }

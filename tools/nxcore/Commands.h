@@ -7,6 +7,7 @@
 
 namespace nxTool
 {
+extern Command const addressCommand;
 extern Command const boardCommand;
 extern Command const completionCommand;
 extern Command const convertCommand;
@@ -16,10 +17,12 @@ extern Command const identityCommand;
 extern Command const keysCommand;
 extern Command const ladderCommand;
 extern Command const listCommand;
+extern Command const listenCommand;
 extern Command const logLoadCommand;
 extern Command const manualCommand;
 extern Command const maskCommand;
 extern Command const priceCommand;
+extern Command const sendCommand;
 extern Command const versionCommand;
 extern Command const whenCommand;
 } // namespace nxTool
