@@ -6,11 +6,29 @@ namespace nxTool
 {
 std::span<Command const* const> AllCommands()
 {
+    // clang-format off
     static constexpr Command const* commands[] = {
-        &boardCommand,   &priceCommand,  &ladderCommand, &convertCommand,  &describeCommand,   &listCommand,
-        &maskCommand,    &keysCommand,   &csvCommand,    &identityCommand, &versionCommand,    &whenCommand,
-        &addressCommand, &listenCommand, &sendCommand,   &logLoadCommand,  &completionCommand, &manualCommand,
+        &boardCommand,
+        &priceCommand,
+        &ladderCommand,
+        &convertCommand,
+        &describeCommand,
+        &listCommand,
+        &maskCommand,
+        &keysCommand,
+        &csvCommand,
+        &identityCommand,
+        &versionCommand,
+        &whenCommand,
+        &addressCommand,
+        &listenCommand,
+        &sendCommand,
+        &logLoadCommand,
+        &checkCommand,
+        &completionCommand,
+        &manualCommand,
     };
+    // clang-format on
     return commands;
 }
 

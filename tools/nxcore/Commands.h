@@ -9,6 +9,7 @@ namespace nxTool
 {
 extern Command const addressCommand;
 extern Command const boardCommand;
+extern Command const checkCommand;
 extern Command const completionCommand;
 extern Command const convertCommand;
 extern Command const csvCommand;

@@ -181,5 +181,6 @@ Command const sendCommand = {
     .mostArguments = 3,
     .completes = Completes::File,
     .run = Run,
+    .completedArgument = 2,
 };
 } // namespace nxTool

@@ -3,6 +3,7 @@
 #include "Arguments.h"
 #include "Commands.h"
 #include "Result.h"
+#include "Zone.h"
 
 #include "core/platform/nxClock.h"
 #include "core/platform/nxEnvironmentLock.h"
@@ -14,26 +15,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
-#include <regex>
 
 namespace nxTool
 {
 namespace
 {
-/// The C library takes an unknown name for Greenwich without a word, so names are looked up here first.
-bool IsZoneKnown(std::string const& zone)
-{
-    static std::regex const rule(":?([A-Za-z]{3,}|<[A-Za-z0-9+-]{3,}>)[+-]?[0-9].*"); // such as EST5EDT
-    if (std::regex_match(zone, rule))
-        return true;
-    char const* const directory = std::getenv("TZDIR");
-    std::filesystem::path const zones = directory != nullptr ? directory : "/usr/share/zoneinfo";
-    std::error_code failure;
-    return !zone.empty() && std::filesystem::is_regular_file(zones / zone, failure);
-}
-
 bool UseZone(std::string const& zone)
 {
     if (!IsZoneKnown(zone))
