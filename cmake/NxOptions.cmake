@@ -18,6 +18,9 @@ else()
     target_compile_options(nx_options INTERFACE -fsanitize=float-cast-overflow -fno-sanitize-recover=all)
     target_link_options(nx_options INTERFACE -fsanitize=float-cast-overflow)
   endif()
+  if(NX_FUZZ)
+    target_compile_options(nx_options INTERFACE -fsanitize=fuzzer-no-link) # tells the fuzzer which branches were taken
+  endif()
 endif()
 
 add_library(nx_warnings INTERFACE)
