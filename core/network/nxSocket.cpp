@@ -3,7 +3,7 @@
 #include "core/logging/nxLogSite.h"
 #include "core/platform/nxSockets.h"
 #include "core/process/nxCmdLineArgs.h"
-#include "core/process/nxConfigurationKeys.h"
+#include "core/process/nxConfigurationKeyText.h"
 #include "core/text/nxDigits.h"
 #include "core/text/nxStringParser.h"
 
@@ -170,8 +170,8 @@ nxErrorEnum nxSocket::CreateAndSetBufferSize(NX_SOCKET_DOMAIN domain, NX_SOCKET_
     {
         return created;
     }
-    unsigned long long const inbound = BufferSize(KVT_INBOUND_BUFFER_SIZE);
-    unsigned long long const outbound = BufferSize(KVT_OUTBOUND_BUFFER_SIZE);
+    unsigned long long const inbound = BufferSize(nxConfigurationKeyText::KVT_INBOUND_BUFFER_SIZE);
+    unsigned long long const outbound = BufferSize(nxConfigurationKeyText::KVT_OUTBOUND_BUFFER_SIZE);
     nxErrorEnum const inboundResult = SetInboundBufferSize(static_cast<unsigned int>(inbound));
     nxErrorEnum const outboundResult = SetOutboundBufferSize(static_cast<unsigned int>(outbound));
     LogBufferSize("inbound", inboundResult, inbound);

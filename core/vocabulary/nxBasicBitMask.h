@@ -190,7 +190,7 @@ public:                                                                         
 private:                                                                                                     \
     friend class nxRegistration;                                                                             \
     bool _RegisterValues();                                                                                  \
-    static bool _registered;                                                                                 \
+    NX_CORE_LOCAL static bool _registered;                                                                   \
                                                                                                              \
 public:
 

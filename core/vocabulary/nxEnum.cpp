@@ -1,16 +1,13 @@
 #include "core/vocabulary/nxEnum.h"
 
 #include "core/vocabulary/nxEnumIndex.h"
-#include "core/vocabulary/nxEnumRow.h"
+#include "core/vocabulary/nxEnumWords.h"
+
+#include <tuple>
 
 namespace
 {
 constexpr std::size_t maxTokenLength = 64;
-
-// The tokens of the three rows that are common to all classes.
-constexpr char const* undefinedToken = "UNDEFINED";
-constexpr char const* notRegisteredToken = "NOT_REGISTERED";
-constexpr char const* noChangeToken = "NO_CHANGE";
 
 constexpr unsigned int firstSecurityError = 1001000;
 constexpr unsigned int lastSecurityError = 1001048;
@@ -27,7 +24,7 @@ void ForEachRegistered(Map const& map, unsigned int minValue, unsigned int maxVa
 
 nxEnum::Descriptions const* nxEnum::_Find(unsigned int value)
 {
-    if (value < nxEnumIndex::numberLimit)
+    if (value < nxEnumWords::numberLimit)
         return _Index().Find(value);
     auto const& map = _Map();
     auto const row = map.find(value);
@@ -136,16 +133,9 @@ bool nxEnum::_Set(nxEnum const& other)
 
 bool nxEnum::_Register(unsigned int value, std::string const& token, std::string const& text)
 {
-    return _Enter(value, Descriptions(token, text));
-}
-
-bool nxEnum::_Enter(unsigned int value, Descriptions&& descriptions)
-{
-    std::string const& token = descriptions.first;
     auto& map = _Map();
     auto& reverseMap = _ReverseMap();
-    // Rows come in ascending order for the most part, so the end is where a new one belongs.
-    auto const place = map.empty() || map.rbegin()->first < value ? map.end() : map.lower_bound(value);
+    auto const place = map.lower_bound(value);
     if (place != map.end() && place->first == value)
         return false;
     auto const reversePlace = reverseMap.lower_bound(token);
@@ -154,25 +144,36 @@ bool nxEnum::_Enter(unsigned int value, Descriptions&& descriptions)
     if (token.size() > maxTokenLength)
         return false;
     reverseMap.emplace_hint(reversePlace, token, value);
-    auto const row = map.emplace_hint(place, value, std::move(descriptions));
+    auto const row = map.emplace_hint(place, value, Descriptions(token, text));
     _Index().Add(value, row->second);
     return true;
 }
 
-bool nxEnum::_RegisterRows(nxEnumRow const* rows)
+bool nxEnum::_RegisterRows(std::span<nxEnumWords const> rows)
 {
-    for (nxEnumRow const* row = rows; row->token != nullptr; ++row)
-        (void)_Enter(row->number, Descriptions(row->token, row->text));
+    auto& map = _Map();
+    auto& index = _Index();
+    // The rows of a class stand in ascending order, but for a few: each belongs behind the one before.
+    auto place = map.end();
+    for (nxEnumWords const& row : rows)
+    {
+        auto const entered =
+            map.emplace_hint(place, std::piecewise_construct, std::forward_as_tuple(row.number),
+                             std::forward_as_tuple(row.GetToken(), row.GetText()));
+        index.Add(row, entered->second);
+        place = std::next(entered);
+    }
     return true;
+}
+
+void nxEnum::_RegisterTokens()
+{
+    auto& reverseMap = _ReverseMap();
+    for (unsigned int const number : nxEnumWords::NumbersByToken())
+        reverseMap.emplace_hint(reverseMap.end(), _Find(number)->first, number);
 }
 
 bool nxEnum::_RegisterValues()
 {
-    static constexpr nxEnumRow rows[] = {
-        {NX_UNDEFINED, "NX_UNDEFINED", undefinedToken, "undefined"},
-        {NX_NOT_REGISTERED, "NX_NOT_REGISTERED", notRegisteredToken, "not registered"},
-        {NX_NO_CHANGE, "NX_NO_CHANGE", noChangeToken, "no change"},
-        {},
-    };
-    return _RegisterRows(rows);
+    return _RegisterRows(nxEnumWords::OfAllClasses());
 }

@@ -6,6 +6,7 @@
 #include <concepts>
 #include <map>
 #include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,7 +15,7 @@
 /// The base of all enumerations, their registry, and the recipe of a concrete class.
 
 class nxEnumIndex;
-struct nxEnumRow;
+struct nxEnumWords;
 class nxRegistration;
 
 /// One number out of a closed set: an order's state, a product's type, an error.
@@ -185,8 +186,9 @@ protected:
     ///         64 characters.
     static bool _Register(unsigned int value, std::string const& token, std::string const& text);
 
-    /// Enters rows up to the one without a token. A row that is refused is left out, and the result is true.
-    static bool _RegisterRows(nxEnumRow const* rows);
+    /// Enters rows of the library's own tables, of which none is ever refused: the compiler has checked them. The
+    /// result is true.
+    static bool _RegisterRows(std::span<nxEnumWords const> rows);
 
     /// The rule of checked assignment with the bounds as constants, for constructors.
     static constexpr unsigned int _Checked(unsigned int value, unsigned int minValue, unsigned int maxValue)
@@ -213,10 +215,12 @@ private:
 
     static Descriptions const* _Find(unsigned int value);
     static Descriptions const& _Describe(unsigned int value);
-    static bool _Enter(unsigned int value, Descriptions&& descriptions);
+
+    /// Makes the tokens of the library's own rows known, all at once and in their order, when the rows are in.
+    static void _RegisterTokens();
 
     static bool _RegisterValues();
-    static bool _registered;
+    NX_CORE_LOCAL static bool _registered;
 };
 
 /// What every concrete class has. The bounds are exclusive. What is only declared here is defined from the
@@ -243,7 +247,7 @@ private:                                                                        
     static constexpr unsigned int _lowerBound = Lower;                                                       \
     static constexpr unsigned int _upperBound = Upper;                                                       \
     static bool _RegisterValues();                                                                           \
-    static bool _registered;                                                                                 \
+    NX_CORE_LOCAL static bool _registered;                                                                   \
                                                                                                              \
 public:
 

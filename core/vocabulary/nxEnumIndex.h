@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/vocabulary/nxEnumWords.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -9,8 +11,11 @@
 /// @file
 /// The index beside the maps of the enumerations' registry; part of the library's inside.
 
-/// Answers what the registry's maps hold faster than a search of a map: a number in two loads, a token by one hash and
-/// one comparison. Fed by registration; it points into the maps, whose rows never move or go.
+/// Answers what the registry's maps hold faster than a search of a map: a number in three loads, a token by one hash
+/// and one comparison. Fed by registration; it points into the maps, whose rows never move or go.
+///
+/// The library's own rows are found through tables that the compiler made; a host's rows, which come later and are
+/// few, through tables made as they come.
 ///
 /// Filled by one thread before others read it, like the maps. It owns memory that it never gives back, so that a
 /// static instance can be used until the process ends.
@@ -21,41 +26,58 @@ public:
 
     constexpr nxEnumIndex() = default;
 
-    /// @return null when the number has no row here; numbers from numberLimit on are never here.
+    /// @return null when the number has no row here; numbers from nxEnumWords::numberLimit on are never here.
     Descriptions const* Find(unsigned int number) const
     {
-        if (number >= numberLimit)
+        if (number >= nxEnumWords::numberLimit)
             return nullptr;
-        Page const* const page = _pages[number / pageSize];
-        return page == nullptr ? nullptr : (*page)[number % pageSize];
+        auto const& [pageOfBlock, pages] = nxEnumWords::numberTable;
+        unsigned int const row =
+            pages[pageOfBlock[number / nxEnumWords::blockSize]][number % nxEnumWords::blockSize];
+        return row != 0 ? _ownRows[row - 1] : _FindOfHost(number);
     }
 
     /// @param number  receives the number of the row
     /// @return false, with the number as it was, when no row has the token
     bool Find(std::string_view token, unsigned int& number) const;
 
+    /// Notes a row of the library.
+    /// @param descriptions  outlive the index
+    void Add(nxEnumWords const& row, Descriptions const& descriptions)
+    {
+        _ownRows[row.GetIndex()] = &descriptions;
+    }
+
+    /// Notes a row of a host.
     /// @param descriptions  outlive the index; their first text is the token
     void Add(unsigned int number, Descriptions const& descriptions);
 
-    /// All of the platform's own numbers lie below; a host's own rows may not.
-    static constexpr unsigned int numberLimit = 1u << 21;
-
 private:
-    static constexpr unsigned int pageSize =
-        32; // small: numbers come in short blocks, and untouched memory costs nothing
+    static constexpr unsigned int pageSize = nxEnumWords::blockSize;
     using Page = std::array<Descriptions const*, pageSize>;
+    using Pages = std::array<Page*, nxEnumWords::numberLimit / pageSize>;
 
     struct Slot
     {
-        std::uint32_t hash;
-        unsigned int number;
+        std::uint64_t hash;
         Descriptions const* descriptions;
+        unsigned int number;
     };
 
+    Descriptions const* _FindOfHost(unsigned int number) const
+    {
+        if (_pages == nullptr)
+            return nullptr;
+        Page const* const page = (*_pages)[number / pageSize];
+        return page == nullptr ? nullptr : (*page)[number % pageSize];
+    }
+    bool _FindOfHost(std::string_view token, unsigned int& number) const;
+    void _AddNumber(unsigned int number, Descriptions const& descriptions);
     void _AddToken(Slot const& slot);
     void _Grow();
 
-    std::array<Page*, numberLimit / pageSize> _pages{};
+    std::array<Descriptions const*, nxEnumWords::count> _ownRows{};
+    Pages* _pages = nullptr;
     Slot* _slots = nullptr;    ///< open addressing, at most half full
     std::size_t _capacity = 0; ///< a power of two, once there are slots
     std::size_t _used = 0;

@@ -25,7 +25,7 @@ class NX_CORE_API nxMonthEnum : public nxEnum
 
 private:
     /// Hides the registration of nxEnum: notes the three-letter names in the same pass over the rows.
-    static bool _RegisterRows(nxEnumRow const* rows);
+    static bool _RegisterRows(std::span<nxEnumWords const> rows);
 
     static std::map<std::string, unsigned int>& _GetThreeDigitNameMap();
 };

@@ -1,6 +1,6 @@
 #include "core/vocabulary/nxCallPutEnum.h"
 #include "core/vocabulary/nxDayOfWeekEnum.h"
-#include "core/vocabulary/nxEnumRow.h"
+#include "core/vocabulary/nxEnumWords.h"
 #include "core/vocabulary/nxMonthEnum.h"
 #include "core/vocabulary/nxPrefixedToken.h"
 #include "core/vocabulary/nxProductIDFieldEnum.h"
@@ -231,14 +231,11 @@ std::map<std::string, unsigned int>& nxMonthEnum::_GetThreeDigitNameMap()
     return names;
 }
 
-bool nxMonthEnum::_RegisterRows(nxEnumRow const* rows)
+bool nxMonthEnum::_RegisterRows(std::span<nxEnumWords const> rows)
 {
-    for (nxEnumRow const* row = rows; row->token != nullptr; ++row)
-    {
-        (void)_Register(row->number, row->token, row->text);
-        _GetThreeDigitNameMap().emplace(std::string(row->token, monthNameLength), row->number - _lowerBound);
-    }
-    return true;
+    for (nxEnumWords const& row : rows)
+        _GetThreeDigitNameMap().emplace(row.GetToken().substr(0, monthNameLength), row.number - _lowerBound);
+    return nxEnum::_RegisterRows(rows);
 }
 
 void nxDayOfWeekEnum::SetFromDayOfWeekNumber(int number)

@@ -2,9 +2,11 @@
 #include "core/vocabulary/nxBitMaskRow.h"
 #include "core/vocabulary/nxEnumIndex.h"
 #include "core/vocabulary/nxEnumRow.h"
+#include "core/vocabulary/nxEnumWords.h"
 #include "core/vocabulary/nxVocabulary.h"
 #include "core/vocabulary/nxVocabularyCatalogue.h"
 
+#include <array>
 #include <iterator>
 #include <type_traits>
 
@@ -45,15 +47,27 @@ nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>::_Get
 
 // clang-format off
 
-// The rows of a class as one array, which the compiler takes far faster than a call a row; the registry and the
-// catalogue are both made from it.
-#define NX_ENUM_BEGIN(Class) static constexpr nxEnumRow Class##Rows[] = {
-#define NX_ROW(number, token, text) {number, #token, #token, text},
-#define NX_WORD(number, token, text) {number, "NX_" #token, #token, text},
-#define NX_TEXT(number, enumerator, token, text) {number, #enumerator, token, text},
-#define NX_ENUM_END(Class) {}};
+// The places of the classes in the order of registration.
+namespace
+{
+enum class Place
+{
+#define NX_ENUM_BEGIN(Class) Class,
+#define NX_ROW(number, token, text)
+#define NX_WORD(number, token, text)
+#define NX_TEXT(number, enumerator, token, text)
+#define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
+};
 
+std::span<nxEnumWords const> WordsOf(Place place)
+{
+    return nxEnumWords::OfClass(static_cast<std::size_t>(place));
+}
+} // namespace
+
+// The rows of a mask as one array, which the compiler takes far faster than a call a row; the registry and the
+// catalogue are both made from it.
 #define NX_MASK_BEGIN(Class) static constexpr nxBitMaskRow Class##Rows[] = {
 #define NX_BIT(bits, token, text) {bits, token, text},
 #define NX_MASK_END(Class) {}};
@@ -76,7 +90,7 @@ nxBasicBitMask<nxBitMask64, unsigned long long, unsigned long long const&>::_Get
     }                                                                                                        \
     bool Class::_RegisterValues()                                                                            \
     {                                                                                                        \
-        return _RegisterRows(Class##Rows);                                                                   \
+        return _RegisterRows(WordsOf(Place::Class));                                                         \
     }
 #define NX_ROW(number, token, text)
 #define NX_WORD(number, token, text)
@@ -122,19 +136,22 @@ public:
 #define NX_TEXT(number, enumerator, token, text)
 #define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
+
+        nxEnum::_RegisterTokens();
     }
 
     static std::span<nxVocabularyCatalogue::Enumeration const> Enumerations()
     {
-        static constexpr nxVocabularyCatalogue::Enumeration enumerations[] = {
-#define NX_ENUM_BEGIN(Class)                                                                                 \
-    {#Class, Class::_lowerBound, Class::_upperBound, {Class##Rows, std::size(Class##Rows) - 1}},
+        // Made when it is first asked for: as a constant it would be thousands of pointers that every start of
+        // every program relocates.
+        static auto const enumerations = std::to_array<nxVocabularyCatalogue::Enumeration>({
+#define NX_ENUM_BEGIN(Class) {#Class, Class::_lowerBound, Class::_upperBound, _Unpack(WordsOf(Place::Class))},
 #define NX_ROW(number, token, text)
 #define NX_WORD(number, token, text)
 #define NX_TEXT(number, enumerator, token, text)
 #define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
-        };
+        });
         return enumerations;
     }
 
@@ -149,7 +166,21 @@ public:
         };
         return bitMasks;
     }
+
+private:
+    /// The rows of the next class as readers of the catalogue know them.
+    static std::span<nxEnumRow const> _Unpack(std::span<nxEnumWords const> words);
 };
+
+std::span<nxEnumRow const> nxRegistration::_Unpack(std::span<nxEnumWords const> words)
+{
+    static std::array<nxEnumRow, nxEnumWords::count> rows;
+    static std::size_t used = 0;
+    nxEnumRow* const first = rows.data() + used;
+    for (nxEnumWords const& row : words)
+        rows[used++] = {row.number, row.GetEnumerator(), row.GetToken().data(), row.GetText().data()};
+    return {first, words.size()};
+}
 
 std::span<nxVocabularyCatalogue::Enumeration const> nxVocabularyCatalogue::GetEnumerations()
 {

@@ -1,0 +1,240 @@
+#include "core/vocabulary/nxEnumWords.h"
+
+#include "core/vocabulary/nxEnumRow.h"
+#include "core/vocabulary/nxEnumValue.h"
+#include "core/vocabulary/nxTokenHash.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace
+{
+constexpr std::size_t maxTokenLength = 64;
+
+// The tokens of the three rows that are common to all classes.
+constexpr char undefinedToken[] = "UNDEFINED";
+constexpr char notRegisteredToken[] = "NOT_REGISTERED";
+constexpr char noChangeToken[] = "NO_CHANGE";
+
+// clang-format off
+
+// The rows as they are written. Only the compiler sees them: what stays of them is packed below.
+constexpr nxEnumRow rows[] = {
+    {NX_UNDEFINED, "NX_UNDEFINED", undefinedToken, "undefined"},
+    {NX_NOT_REGISTERED, "NX_NOT_REGISTERED", notRegisteredToken, "not registered"},
+    {NX_NO_CHANGE, "NX_NO_CHANGE", noChangeToken, "no change"},
+#define NX_ENUM_BEGIN(Class)
+#define NX_ROW(number, token, text) {number, #token, #token, text},
+#define NX_WORD(number, token, text) {number, "NX_" #token, #token, text},
+#define NX_TEXT(number, enumerator, token, text) {number, #enumerator, token, text},
+#define NX_ENUM_END(Class)
+#include "core/vocabulary/tables/enumerations.def"
+};
+
+constexpr std::size_t numberOfCommonRows = 3;
+
+// How many rows each class has.
+constexpr std::uint16_t rowsOfClasses[] = {
+#define NX_ENUM_BEGIN(Class) 0
+#define NX_ROW(number, token, text) + 1
+#define NX_WORD(number, token, text) + 1
+#define NX_TEXT(number, enumerator, token, text) + 1
+#define NX_ENUM_END(Class) ,
+#include "core/vocabulary/tables/enumerations.def"
+};
+
+// clang-format on
+
+constexpr std::size_t numberOfRows = std::size(rows);
+static_assert(numberOfRows == nxEnumWords::count);
+constexpr std::size_t numberOfClasses = std::size(rowsOfClasses);
+
+/// Where the token begins in the enumerator that ends with it, or else behind the enumerator and its zero byte.
+constexpr std::size_t TokenOffset(nxEnumRow const& row)
+{
+    std::string_view const enumerator = row.enumerator;
+    std::string_view const token = row.token;
+    return enumerator.ends_with(token) ? enumerator.size() - token.size() : enumerator.size() + 1;
+}
+
+constexpr std::size_t SizeOfWords(nxEnumRow const& row)
+{
+    return TokenOffset(row) + std::string_view(row.token).size() + 1 + std::string_view(row.text).size() + 1;
+}
+
+consteval std::size_t SizeOfAllWords()
+{
+    std::size_t size = 0;
+    for (nxEnumRow const& row : rows)
+        size += SizeOfWords(row);
+    return size;
+}
+
+struct PackedRows
+{
+    std::array<char, SizeOfAllWords()> words;
+    std::array<nxEnumWords, numberOfRows> rows;
+};
+
+consteval PackedRows Pack()
+{
+    PackedRows packed{};
+    std::size_t begin = 0;
+    for (std::size_t index = 0; index < numberOfRows; ++index)
+    {
+        nxEnumRow const& row = rows[index];
+        std::string_view const enumerator = row.enumerator;
+        std::string_view const token = row.token;
+        std::string_view const text = row.text;
+        if (token.size() > maxTokenLength)
+            throw "a token is too long for registration";
+        std::size_t const offset = TokenOffset(row);
+        char* const words = packed.words.data() + begin;
+        std::copy(enumerator.begin(), enumerator.end(), words);
+        std::copy(token.begin(), token.end(), words + offset);
+        std::copy(text.begin(), text.end(), words + offset + token.size() + 1);
+        packed.rows[index] = {row.number, static_cast<std::uint32_t>(begin),
+                              static_cast<std::uint8_t>(offset), static_cast<std::uint8_t>(token.size()),
+                              static_cast<std::uint16_t>(text.size())};
+        begin += SizeOfWords(row);
+    }
+    return packed;
+}
+
+consteval auto SortByToken()
+{
+    struct Entry
+    {
+        std::string_view token;
+        std::uint32_t number;
+    };
+    std::array<Entry, numberOfRows> entries;
+    std::transform(std::begin(rows), std::end(rows), entries.begin(),
+                   [](nxEnumRow const& row) {
+                       return Entry{row.token, row.number};
+                   });
+    std::sort(entries.begin(), entries.end(),
+              [](Entry const& left, Entry const& right) { return left.token < right.token; });
+    if (std::ranges::adjacent_find(entries, {}, &Entry::token) != entries.end())
+        throw "a token occurs twice";
+
+    std::array<std::uint32_t, numberOfRows> numbers;
+    std::ranges::transform(entries, numbers.begin(), &Entry::number);
+    return numbers;
+}
+
+consteval bool NumbersDiffer()
+{
+    std::array<std::uint32_t, numberOfRows> numbers;
+    std::transform(std::begin(rows), std::end(rows), numbers.begin(),
+                   [](nxEnumRow const& row) { return row.number; });
+    std::sort(numbers.begin(), numbers.end());
+    return std::adjacent_find(numbers.begin(), numbers.end()) == numbers.end();
+}
+static_assert(NumbersDiffer());
+
+/// For each class, and once more behind the last, the index of its first row.
+consteval auto FirstRows()
+{
+    std::array<std::uint16_t, numberOfClasses + 1> first{};
+    first[0] = numberOfCommonRows;
+    for (std::size_t place = 0; place < numberOfClasses; ++place)
+        first[place + 1] = static_cast<std::uint16_t>(first[place] + rowsOfClasses[place]);
+    return first;
+}
+
+consteval nxEnumWords::NumberTable MakeNumberTable()
+{
+    nxEnumWords::NumberTable table{};
+    std::uint16_t usedPages = 1; // the first one stays empty
+    for (std::size_t index = 0; index < numberOfRows; ++index)
+    {
+        std::uint32_t const number = rows[index].number;
+        std::uint16_t& page = table.pageOfBlock[number / nxEnumWords::blockSize];
+        if (page == 0)
+            page = usedPages++;
+        table.pages[page][number % nxEnumWords::blockSize] = static_cast<std::uint16_t>(index + 1);
+    }
+    return table;
+}
+
+// Finds a row by its token: open addressing, half full. A slot holds a part of the token's hash, which spares nearly
+// all comparisons of words that differ.
+struct TokenSlot
+{
+    std::uint16_t hash;
+    std::uint16_t row; ///< one more than the index, 0 for a slot that is free
+};
+constexpr std::size_t numberOfSlots = 4096;
+
+consteval auto MakeTokenSlots()
+{
+    std::array<TokenSlot, numberOfSlots> slots{};
+    for (std::size_t index = 0; index < numberOfRows; ++index)
+    {
+        std::uint64_t const hash = nxTokenHash(rows[index].token);
+        std::size_t at = hash % numberOfSlots;
+        while (slots[at].row != 0)
+            at = (at + 1) % numberOfSlots;
+        slots[at] = {static_cast<std::uint16_t>(hash >> 48), static_cast<std::uint16_t>(index + 1)};
+    }
+    return slots;
+}
+
+constexpr PackedRows packed = Pack();
+constexpr std::array numbersByToken = SortByToken();
+constexpr std::array firstRows = FirstRows();
+constexpr std::array tokenSlots = MakeTokenSlots();
+} // namespace
+
+constinit nxEnumWords::NumberTable const nxEnumWords::numberTable = MakeNumberTable();
+
+nxEnumWords const* nxEnumWords::Find(std::string_view token)
+{
+    std::uint64_t const hash = nxTokenHash(token);
+    for (std::size_t at = hash % numberOfSlots; tokenSlots[at].row != 0; at = (at + 1) % numberOfSlots)
+    {
+        if (tokenSlots[at].hash != hash >> 48)
+            continue;
+        nxEnumWords const& row = packed.rows[tokenSlots[at].row - 1u];
+        if (row.GetToken() == token)
+            return &row;
+    }
+    return nullptr;
+}
+
+std::size_t nxEnumWords::GetIndex() const
+{
+    return static_cast<std::size_t>(this - packed.rows.data());
+}
+
+char const* nxEnumWords::GetEnumerator() const
+{
+    return packed.words.data() + enumerator;
+}
+
+std::string_view nxEnumWords::GetToken() const
+{
+    return {packed.words.data() + enumerator + tokenOffset, tokenLength};
+}
+
+std::string_view nxEnumWords::GetText() const
+{
+    return {packed.words.data() + enumerator + tokenOffset + tokenLength + 1, textLength};
+}
+
+std::span<nxEnumWords const> nxEnumWords::OfAllClasses()
+{
+    return std::span(packed.rows).first<numberOfCommonRows>();
+}
+
+std::span<nxEnumWords const> nxEnumWords::OfClass(std::size_t place)
+{
+    return {packed.rows.data() + firstRows[place], packed.rows.data() + firstRows[place + 1]};
+}
+
+std::span<std::uint32_t const> nxEnumWords::NumbersByToken()
+{
+    return numbersByToken;
+}

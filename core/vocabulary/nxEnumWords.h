@@ -1,0 +1,66 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+/// @file
+/// The rows of the enumerations as the registry takes them; part of the library's inside.
+
+/// One row, and all of them.
+///
+/// A row has no pointer in it, so that loading the library relocates nothing for it: its words lie in one text of all
+/// rows, and it says where. All of it, and the tables by which a row is found, is made by the compiler, which sees to
+/// it that no number and no token occurs twice and that no token is too long.
+struct nxEnumWords
+{
+    std::uint32_t number;
+    std::uint32_t enumerator; ///< where it begins; token and text follow
+    std::uint8_t tokenOffset; ///< from the enumerator, of which the token may be the end
+    std::uint8_t tokenLength;
+    std::uint16_t textLength;
+
+    /// Its end is marked by a zero byte, as those of the other two are.
+    char const* GetEnumerator() const;
+    std::string_view GetToken() const;
+    std::string_view GetText() const;
+
+    /// The place of this row among all of them.
+    std::size_t GetIndex() const;
+
+    /// The rows that all classes have in common.
+    static std::span<nxEnumWords const> OfAllClasses();
+
+    /// The rows of the class that comes at this place in the order of registration.
+    static std::span<nxEnumWords const> OfClass(std::size_t place);
+
+    /// The numbers of all rows in the ascending order of their tokens.
+    static std::span<std::uint32_t const> NumbersByToken();
+
+    /// @return null when no row has the token
+    static nxEnumWords const* Find(std::string_view token);
+
+    /// How many rows there are, and one number that none of them reaches.
+    static constexpr std::size_t count = 3
+#define NX_ENUM_BEGIN(Class)
+#define NX_ROW(number, token, text) +1
+#define NX_WORD(number, token, text) +1
+#define NX_TEXT(number, enumerator, token, text) +1
+#define NX_ENUM_END(Class)
+#include "core/vocabulary/tables/enumerations.def"
+        ;
+    static constexpr std::uint32_t numberLimit = 1u << 21;
+
+    /// Where the row of a number is found: in the page of the number's block, one more than the row's index, 0 for a
+    /// number without a row. Most blocks have no row and share the first page.
+    static constexpr std::uint32_t blockSize = 32;
+    static constexpr std::size_t numberOfPages = 300;
+    struct NumberTable
+    {
+        std::array<std::uint16_t, numberLimit / blockSize> pageOfBlock;
+        std::array<std::array<std::uint16_t, blockSize>, numberOfPages> pages;
+    };
+    static NumberTable const numberTable;
+};
