@@ -32,7 +32,7 @@ std::string QuotedForFish(std::string_view text)
     return result + "'";
 }
 
-/// Text inside of a specification of zsh's _arguments or _describe.
+/// Text inside of an entry of zsh's _arguments or _describe.
 std::string Escaped(std::string_view text)
 {
     std::string result;
@@ -89,20 +89,20 @@ std::string ZshCase(Command const& command)
     std::string text = "        " + std::string(command.name) + ")\n            _arguments";
     for (Option const& option : SwitchesOf(command))
     {
-        std::string specification = "-" + std::string(option.name) + "[" + Escaped(option.help) + "]";
+        std::string entry = "-" + std::string(option.name) + "[" + Escaped(option.help) + "]";
         if (!option.value.empty())
-            specification.append(":")
+            entry.append(":")
                 .append(Escaped(option.value))
                 .append(":")
                 .append(ZshAction(option.completes));
-        text.append(" \\\n                ").append(Quoted(specification));
+        text.append(" \\\n                ").append(Quoted(entry));
     }
     for (std::size_t index = 0; index < command.mostArguments && index <= command.completedArgument; ++index)
     {
         Completes const kind = index == command.completedArgument ? command.completes : Completes::Nothing;
-        std::string const specification =
+        std::string const entry =
             std::to_string(index + 1) + ":" + std::string(NameOf(kind)) + ":" + ZshAction(kind);
-        text.append(" \\\n                ").append(Quoted(specification));
+        text.append(" \\\n                ").append(Quoted(entry));
     }
     return text + "\n            ;;\n";
 }
