@@ -62,10 +62,10 @@ int ioctlsocket(SOCKET socket, unsigned long command, int* argument);
 /// One system call, unless a blocking socket stops short: then the rest follows.
 /// @param length  a negative one fails with EINVAL.
 /// @return the bytes sent, fewer than `length` when a non-blocking socket has no room.
-int send(SOCKET socket, char const* data, int length);
+inline int send(SOCKET socket, char const* data, int length);
 
 /// @param address  may be null: then it is send().
-int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* address);
+inline int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* address);
 
 /// Sends the buffers in their order, as one datagram or one run of a stream, in one system call for up to 1024 of
 /// them. More than that fail with EMSGSIZE for datagrams.
@@ -73,10 +73,10 @@ int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* addre
 int WSASend(SOCKET socket, _WSABUF const* buffers, unsigned int count, unsigned int& bytesSent);
 
 /// @param size  a negative one fails with EINVAL.
-int recv(SOCKET socket, char* buffer, int size);
+inline int recv(SOCKET socket, char* buffer, int size);
 
 /// @param sender  receives the sender's address, unless it is null or the socket is a stream.
-int recvfrom(SOCKET socket, char* buffer, int size, sockaddr_in* sender);
+inline int recvfrom(SOCKET socket, char* buffer, int size, sockaddr_in* sender);
 
 /// What WSARecvMsg() fills.
 struct WSAMSG
@@ -127,3 +127,6 @@ private:
 /// @return how many are ready, 0 after the timeout, -1 with EBADF when a handle in the set is not a live one.
 int select(SocketSet& sockets, timeval const* timeout);
 } // namespace nxPlatform
+
+// The bodies of what is inline.
+#include "core/platform/linux/nxSocketTransfers.h"

@@ -1,6 +1,6 @@
 #include "core/platform/nxSockets.h"
 
-#include "core/platform/linux/nxSocketHandles.h"
+#include "core/platform/linux/nxSocketTransfers.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -18,34 +18,8 @@ namespace
 {
 using Clock = std::chrono::steady_clock;
 
-constinit SocketHandles handles;
-
-int Fail(int error)
-{
-    errno = error;
-    return -1;
-}
-
-template <typename Call>
-auto Restarted(Call call)
-{
-    auto result = call();
-    while (result == -1 && errno == EINTR)
-    {
-        result = call();
-    }
-    return result;
-}
-
-sockaddr const* AsSockaddr(sockaddr_in const* address)
-{
-    return reinterpret_cast<sockaddr const*>(address);
-}
-
-sockaddr* AsSockaddr(sockaddr_in* address)
-{
-    return reinterpret_cast<sockaddr*>(address);
-}
+// Buffers of a usual gather send, which need no large array.
+constexpr unsigned int few = 16;
 
 void CloseKeepingError(int descriptor)
 {
@@ -73,13 +47,13 @@ SOCKET GiveOut(int opened)
     {
         return INVALID_SOCKET;
     }
-    if (!handles.Reserve(descriptor))
+    if (!socketHandles.Reserve(descriptor))
     {
         errno = ENOMEM;
         CloseKeepingError(descriptor);
         return INVALID_SOCKET;
     }
-    return handles.Open(descriptor);
+    return socketHandles.Open(descriptor);
 }
 
 // Linux hands a datagram of any group that somebody on this host joined to every socket bound to its port. Where the
@@ -136,61 +110,77 @@ void Skip(msghdr& message, std::size_t sent)
     }
 }
 
+// Goes on with a send of which `sent` bytes are gone, or that failed with -1, maybe by a signal.
+//
 // A blocking socket stops short only when a signal arrives, its time is over or the connection fails. Going on is right
-// in each case: the last two fail at once or wait once more, and then what was sent is told.
-ssize_t SendMessage(int descriptor, msghdr& message)
+// in each case: the last two fail at once or wait once more, and then what was sent is told. All this stays out of the
+// way of a send that simply succeeds.
+[[gnu::noinline, gnu::cold]] ssize_t FinishMessage(int descriptor, msghdr& message, ssize_t sent)
 {
     ssize_t sum = 0;
     for (;;)
     {
-        ssize_t const sent = Restarted([&] { return ::sendmsg(descriptor, &message, MSG_NOSIGNAL); });
-        if (sent == -1)
+        if (sent == -1 && errno != EINTR)
         {
             return sum > 0 ? sum : -1;
         }
-        sum += sent;
-        Skip(message, static_cast<std::size_t>(sent));
-        if (message.msg_iovlen == 0 || !IsBlocking(descriptor))
+        if (sent != -1)
         {
-            return sum;
+            sum += sent;
+            Skip(message, static_cast<std::size_t>(sent));
+            if (message.msg_iovlen == 0 || !IsBlocking(descriptor))
+            {
+                return sum;
+            }
         }
+        sent = ::sendmsg(descriptor, &message, MSG_NOSIGNAL);
     }
 }
 
-// What is left after `sent` bytes of a send() that stopped short.
-int SendRest(int descriptor, char const* data, int length, int sent)
+// At most so many buffers as the template says.
+// @param length  receives how many bytes they hold.
+template <unsigned int most>
+inline ssize_t SendBuffers(int descriptor, _WSABUF const* buffers, unsigned int count, ssize_t& length)
 {
-    if (!IsBlocking(descriptor))
+    iovec vector[most];
+    length = 0;
+    for (unsigned int index = 0; index < count; ++index)
     {
-        return sent;
+        vector[index] = {buffers[index].buf, buffers[index].len};
+        length += buffers[index].len;
     }
-    iovec rest = {const_cast<char*>(data) + sent, static_cast<std::size_t>(length - sent)};
-    msghdr message = {};
-    message.msg_iov = &rest;
-    message.msg_iovlen = 1;
-    ssize_t const more = SendMessage(descriptor, message);
-    return more == -1 ? sent : sent + static_cast<int>(more);
-}
-
-// At most IOV_MAX buffers.
-ssize_t SendBuffers(int descriptor, _WSABUF const* buffers, unsigned int count)
-{
-    iovec vector[IOV_MAX];
-    std::transform(buffers, buffers + count, vector,
-                   [](_WSABUF const& buffer) {
-                       return iovec{buffer.buf, buffer.len};
-                   });
     msghdr message = {};
     message.msg_iov = vector;
     message.msg_iovlen = count;
-    return SendMessage(descriptor, message);
+    ssize_t const sent = ::sendmsg(descriptor, &message, MSG_NOSIGNAL);
+    return sent == length ? sent : FinishMessage(descriptor, message, sent);
 }
 
-unsigned long long LengthOf(_WSABUF const* buffers, unsigned int count)
+int SendMany(int descriptor, _WSABUF const* buffers, unsigned int count, unsigned int& bytesSent)
 {
-    unsigned long long length = 0;
-    std::for_each(buffers, buffers + count, [&](_WSABUF const& buffer) { length += buffer.len; });
-    return length;
+    if (count > IOV_MAX && IsDatagram(descriptor))
+    {
+        return Fail(EMSGSIZE);
+    }
+    do
+    {
+        unsigned int const taken = std::min<unsigned int>(count, IOV_MAX);
+        ssize_t length = 0;
+        ssize_t const sent = SendBuffers<IOV_MAX>(descriptor, buffers, taken, length);
+        if (sent == -1)
+        {
+            // What went out before stands; the next send meets the failure again.
+            return bytesSent > 0 ? 0 : -1;
+        }
+        bytesSent += static_cast<unsigned int>(sent);
+        if (sent < length)
+        {
+            return 0;
+        }
+        buffers += taken;
+        count -= taken;
+    } while (count > 0 && bytesSent <= INT_MAX); // beyond that the sum might not hold another round
+    return 0;
 }
 
 int ReceiveMessage(SOCKET socket, WSAMSG& message, unsigned int& received)
@@ -201,7 +191,7 @@ int ReceiveMessage(SOCKET socket, WSAMSG& message, unsigned int& received)
     }
     iovec data = {message.data.buf, message.data.len};
     msghdr header = {};
-    int const descriptor = handles.GetDescriptor(socket);
+    int const descriptor = socketHandles.GetDescriptor(socket);
     ssize_t const count = Restarted(
         [&]
         {
@@ -252,6 +242,19 @@ int Poll(pollfd* polled, unsigned int count, timeval const* timeout)
 }
 } // namespace
 
+constinit SocketHandles socketHandles;
+
+int FinishSend(int descriptor, char const* data, int length, sockaddr_in const* address, long sent)
+{
+    iovec vector = {const_cast<char*>(data), static_cast<std::size_t>(length)};
+    msghdr message = {};
+    message.msg_name = const_cast<sockaddr_in*>(address);
+    message.msg_namelen = address ? sizeof *address : 0;
+    message.msg_iov = &vector;
+    message.msg_iovlen = 1;
+    return static_cast<int>(FinishMessage(descriptor, message, sent));
+}
+
 int WSAGetLastError()
 {
     return errno;
@@ -269,7 +272,7 @@ SOCKET socket(int family, int type, int protocol)
 
 int closesocket(SOCKET socket)
 {
-    int const descriptor = handles.Close(socket);
+    int const descriptor = socketHandles.Close(socket);
     if (descriptor == -1)
     {
         return Fail(EBADF);
@@ -281,24 +284,24 @@ int closesocket(SOCKET socket)
 
 int bind(SOCKET socket, sockaddr_in const& address)
 {
-    return ::bind(handles.GetDescriptor(socket), AsSockaddr(&address), sizeof address);
+    return ::bind(socketHandles.GetDescriptor(socket), AsSockaddr(&address), sizeof address);
 }
 
 int listen(SOCKET socket, int backlog)
 {
-    return ::listen(handles.GetDescriptor(socket), backlog);
+    return ::listen(socketHandles.GetDescriptor(socket), backlog);
 }
 
 int connect(SOCKET socket, sockaddr_in const& address)
 {
-    int const descriptor = handles.GetDescriptor(socket);
+    int const descriptor = socketHandles.GetDescriptor(socket);
     int const result = ::connect(descriptor, AsSockaddr(&address), sizeof address);
     return result == -1 && errno == EINTR ? AwaitConnection(descriptor) : result;
 }
 
 SOCKET accept(SOCKET socket, sockaddr_in* peer)
 {
-    int const descriptor = handles.GetDescriptor(socket);
+    int const descriptor = socketHandles.GetDescriptor(socket);
     return GiveOut(Restarted(
         [&]
         {
@@ -310,98 +313,40 @@ SOCKET accept(SOCKET socket, sockaddr_in* peer)
 int setsockopt(SOCKET socket, int level, int name, void const* value, int length)
 {
     // A negative length is refused by the system.
-    return ::setsockopt(handles.GetDescriptor(socket), level, name, value, static_cast<socklen_t>(length));
+    return ::setsockopt(socketHandles.GetDescriptor(socket), level, name, value,
+                        static_cast<socklen_t>(length));
 }
 
 int ioctlsocket(SOCKET socket, unsigned long command, int* argument)
 {
-    return ::ioctl(handles.GetDescriptor(socket), command, argument);
-}
-
-int send(SOCKET socket, char const* data, int length)
-{
-    return sendto(socket, data, length, nullptr);
-}
-
-int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* address)
-{
-    if (length < 0)
-    {
-        return Fail(EINVAL);
-    }
-    int const descriptor = handles.GetDescriptor(socket);
-    ssize_t const sent = Restarted(
-        [&]
-        {
-            return ::sendto(descriptor, data, static_cast<std::size_t>(length), MSG_NOSIGNAL,
-                            AsSockaddr(address), address ? sizeof *address : 0);
-        });
-    bool const isShort = sent > 0 && sent < length;
-    return isShort ? SendRest(descriptor, data, length, static_cast<int>(sent)) : static_cast<int>(sent);
+    return ::ioctl(socketHandles.GetDescriptor(socket), command, argument);
 }
 
 int WSASend(SOCKET socket, _WSABUF const* buffers, unsigned int count, unsigned int& bytesSent)
 {
     bytesSent = 0;
-    int const descriptor = handles.GetDescriptor(socket);
+    int const descriptor = socketHandles.GetDescriptor(socket);
     if (!buffers && count > 0)
     {
         return Fail(EFAULT);
     }
-    if (count > IOV_MAX && IsDatagram(descriptor))
+    if (count > few)
     {
-        return Fail(EMSGSIZE);
+        return SendMany(descriptor, buffers, count, bytesSent);
     }
-    do
+    ssize_t length = 0;
+    ssize_t const sent = SendBuffers<few>(descriptor, buffers, count, length);
+    if (sent == -1)
     {
-        unsigned int const taken = std::min<unsigned int>(count, IOV_MAX);
-        ssize_t const sent = SendBuffers(descriptor, buffers, taken);
-        if (sent == -1)
-        {
-            // What went out before stands; the next send meets the failure again.
-            return bytesSent > 0 ? 0 : -1;
-        }
-        bytesSent += static_cast<unsigned int>(sent);
-        if (static_cast<unsigned long long>(sent) < LengthOf(buffers, taken))
-        {
-            return 0;
-        }
-        buffers += taken;
-        count -= taken;
-    } while (count > 0 && bytesSent <= INT_MAX); // beyond that the sum might not hold another round
+        return -1;
+    }
+    bytesSent = static_cast<unsigned int>(sent);
     return 0;
-}
-
-int recv(SOCKET socket, char* buffer, int size)
-{
-    if (size < 0)
-    {
-        return Fail(EINVAL);
-    }
-    int const descriptor = handles.GetDescriptor(socket);
-    return static_cast<int>(
-        Restarted([&] { return ::recv(descriptor, buffer, static_cast<std::size_t>(size), 0); }));
-}
-
-int recvfrom(SOCKET socket, char* buffer, int size, sockaddr_in* sender)
-{
-    if (size < 0)
-    {
-        return Fail(EINVAL);
-    }
-    int const descriptor = handles.GetDescriptor(socket);
-    return static_cast<int>(Restarted(
-        [&]
-        {
-            socklen_t length = sizeof *sender;
-            return ::recvfrom(descriptor, buffer, static_cast<std::size_t>(size), 0, AsSockaddr(sender),
-                              sender ? &length : nullptr);
-        }));
 }
 
 WSARecvMsg GetWSARecvMsg(SOCKET socket)
 {
-    return handles.GetDescriptor(socket) == -1 ? nullptr : ReceiveMessage;
+    return socketHandles.GetDescriptor(socket) == -1 ? nullptr : ReceiveMessage;
 }
 
 std::optional<in_addr> GetDestination(WSAMSG const& message)
@@ -444,7 +389,7 @@ int select(SocketSet& sockets, timeval const* timeout)
     pollfd polled[SocketSet::capacity];
     for (unsigned int index = 0; index < sockets._count; ++index)
     {
-        polled[index] = {handles.GetDescriptor(sockets._sockets[index]), POLLIN, 0};
+        polled[index] = {socketHandles.GetDescriptor(sockets._sockets[index]), POLLIN, 0};
         if (polled[index].fd == -1) // poll() would pass over it
         {
             return Fail(EBADF);
