@@ -303,7 +303,8 @@ nxErrorEnum nxSocket::Accept(nxSocket& accepted) const
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
     }
     accepted._socket = nxPlatform::accept(_socket, _address);
-    // Against 0, not INVALID_SOCKET: a failed accept() is a success with an invalid handle. Callers look at that.
+    // Against 0, not INVALID_SOCKET: a failed accept() is a success with an invalid handle. Callers look at
+    // that.
     if (accepted._socket == 0)
     {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
@@ -628,7 +629,8 @@ nxErrorEnum nxSocket::_GetDomainSetting(NX_SOCKET_DOMAIN domain)
 
 nxErrorEnum nxSocket::_InitialiseAddressBuffer()
 {
-    // A buffer of an earlier Create() is not freed: an object that this one was assigned to may live on with it.
+    // A buffer of an earlier Create() is not freed: an object that this one was assigned to may live on with
+    // it.
     _address = static_cast<sockaddr_in*>(std::calloc(1, _GetAddressBufferSize().GetValue()));
     return _address ? nxErrorEnum() : nxErrorEnum(NX_ERR_SOCKET_CREATE_FAILED);
 }

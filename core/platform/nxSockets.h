@@ -14,16 +14,17 @@
 /// @file
 /// The socket layer under its Windows names, with the system's own numbers for families, levels and options.
 ///
-/// Calls give 0 or a count, or -1 and an error number that WSAGetLastError() tells. Signals are not seen here: no
-/// call raises SIGPIPE, and one that a signal interrupts goes on where it was, a wait for the time that is left.
-/// Any number of descriptors may be open, and none passes to a program that this process starts by exec().
+/// Calls give 0 or a count, or -1 and an error number that WSAGetLastError() tells. Signals are not seen
+/// here: no call raises SIGPIPE, and one that a signal interrupts goes on where it was, a wait for the time
+/// that is left. Any number of descriptors may be open, and none passes to a program that this process starts
+/// by exec().
 
 namespace nxPlatform
 {
-/// A socket that this layer gave out: the descriptor in the low 32 bits, above it how often the layer had given out
-/// that number before. A handle that was closed stays dead when its descriptor's number comes back: every call with
-/// it fails with EBADF and does nothing to the new owner. Descriptors 0 to 2 are never given out, so that no peer
-/// gets to read what is printed to a standard stream that was closed.
+/// A socket that this layer gave out: the descriptor in the low 32 bits, above it how often the layer had
+/// given out that number before. A handle that was closed stays dead when its descriptor's number comes back:
+/// every call with it fails with EBADF and does nothing to the new owner. Descriptors 0 to 2 are never given
+/// out, so that no peer gets to read what is printed to a standard stream that was closed.
 using SOCKET = unsigned long long;
 
 constexpr SOCKET INVALID_SOCKET = ~SOCKET{0};
@@ -67,8 +68,8 @@ inline int send(SOCKET socket, char const* data, int length);
 /// @param address  may be null: then it is send().
 inline int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* address);
 
-/// Sends the buffers in their order, as one datagram or one run of a stream, in one system call for up to 1024 of
-/// them. More than that fail with EMSGSIZE for datagrams.
+/// Sends the buffers in their order, as one datagram or one run of a stream, in one system call for up to
+/// 1024 of them. More than that fail with EMSGSIZE for datagrams.
 /// @param bytesSent  0 on failure; fewer than all bytes as with send().
 int WSASend(SOCKET socket, _WSABUF const* buffers, unsigned int count, unsigned int& bytesSent);
 
@@ -121,7 +122,8 @@ private:
     SOCKET _sockets[capacity];
 };
 
-/// Waits until a socket can be read, has a connection to accept, has ended or has failed. An empty set is a pause.
+/// Waits until a socket can be read, has a connection to accept, has ended or has failed. An empty set is a
+/// pause.
 /// @param sockets  keeps those that are ready; as it was on failure.
 /// @param timeout  null waits without limit. Its microseconds may be a second or more.
 /// @return how many are ready, 0 after the timeout, -1 with EBADF when a handle in the set is not a live one.

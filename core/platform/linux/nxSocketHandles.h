@@ -15,10 +15,10 @@ namespace nxPlatform
 {
 /// Tells a live handle from one whose descriptor's number has gone to somebody else since.
 ///
-/// For each descriptor there is a count of how often it was given out and closed: odd while it is open. A handle
-/// carries the count's half, so the first one of each number is the descriptor itself. Counts lie in groups that
-/// double in size and are made when first needed; they are never moved nor freed. No operation has a lock, and a
-/// child of fork() goes on with its copy.
+/// For each descriptor there is a count of how often it was given out and closed: odd while it is open. A
+/// handle carries the count's half, so the first one of each number is the descriptor itself. Counts lie in
+/// groups that double in size and are made when first needed; they are never moved nor freed. No operation
+/// has a lock, and a child of fork() goes on with its copy.
 class SocketHandles
 {
 public:
@@ -64,8 +64,8 @@ public:
         return isLive ? static_cast<int>(descriptor) : -1;
     }
 
-    /// Takes the handle's life. Of several threads that close one handle, one gets the descriptor; it still has to be
-    /// closed, so nobody else can be given its number before.
+    /// Takes the handle's life. Of several threads that close one handle, one gets the descriptor; it still
+    /// has to be closed, so nobody else can be given its number before.
     /// @return -1 for a handle that is not a live one.
     int Close(SOCKET socket)
     {

@@ -6,8 +6,9 @@
 #include <cerrno>
 
 /// @file
-/// The sends and receives of the socket layer, for inlining: behind a system call every return from a function costs
-/// the processor a misprediction, which the two calls of an exchange can feel (`bench/nxSocketBench`).
+/// The sends and receives of the socket layer, for inlining: behind a system call every return from a
+/// function costs the processor a misprediction, which the two calls of an exchange can feel
+/// (`bench/nxSocketBench`).
 
 namespace nxPlatform
 {

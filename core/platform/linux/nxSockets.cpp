@@ -56,8 +56,8 @@ SOCKET GiveOut(int opened)
     return socketHandles.Open(descriptor);
 }
 
-// Linux hands a datagram of any group that somebody on this host joined to every socket bound to its port. Where the
-// system can't be told otherwise, that stays so.
+// Linux hands a datagram of any group that somebody on this host joined to every socket bound to its port.
+// Where the system can't be told otherwise, that stays so.
 void KeepOtherSocketsGroupsAway(int descriptor)
 {
     int const off = 0;
@@ -112,9 +112,9 @@ void Skip(msghdr& message, std::size_t sent)
 
 // Goes on with a send of which `sent` bytes are gone, or that failed with -1, maybe by a signal.
 //
-// A blocking socket stops short only when a signal arrives, its time is over or the connection fails. Going on is right
-// in each case: the last two fail at once or wait once more, and then what was sent is told. All this stays out of the
-// way of a send that simply succeeds.
+// A blocking socket stops short only when a signal arrives, its time is over or the connection fails. Going
+// on is right in each case: the last two fail at once or wait once more, and then what was sent is told. All
+// this stays out of the way of a send that simply succeeds.
 [[gnu::noinline, gnu::cold]] ssize_t FinishMessage(int descriptor, msghdr& message, ssize_t sent)
 {
     ssize_t sum = 0;
