@@ -19,7 +19,7 @@ fs::path const root = NX_SOURCE_PATH;
 
 // From below.
 std::vector<std::string> const layers = {"platform", "vocabulary", "text",    "concurrency", "numbers",
-                                         "time",     "process",    "logging", "prices",      "network"};
+                                         "time",     "process",    "logging", "prices",      "network", "integration"};
 
 std::size_t LayerOf(std::string const& folder)
 {
