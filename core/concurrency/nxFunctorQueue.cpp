@@ -1,6 +1,6 @@
 #include "core/concurrency/nxFunctorQueue.h"
 
-#include "core/concurrency/nxMutexGuard.h"
+#include "core/concurrency/nxSpinningMutexGuard.h"
 
 nxFunctorQueue::nxFunctorQueue() = default;
 nxFunctorQueue::~nxFunctorQueue() = default;
@@ -8,7 +8,7 @@ nxFunctorQueue::~nxFunctorQueue() = default;
 nxErrorEnum nxFunctorQueue::Push(nxFunctor* functor)
 {
     {
-        nxMutexGuard guard(_mutex);
+        nxSpinningMutexGuard guard(_mutex);
         _functors.push_back(functor);
     }
     (void)_Signal();
@@ -17,13 +17,13 @@ nxErrorEnum nxFunctorQueue::Push(nxFunctor* functor)
 
 unsigned int nxFunctorQueue::Size() const
 {
-    nxMutexGuard guard(_mutex);
+    nxSpinningMutexGuard guard(_mutex);
     return static_cast<unsigned int>(_functors.size());
 }
 
 nxErrorEnum nxFunctorQueue::_Pop(nxFunctor** functor)
 {
-    nxMutexGuard guard(_mutex);
+    nxSpinningMutexGuard guard(_mutex);
     if (_functors.empty())
     {
         return nxErrorEnum(NX_ERR_NOT_FOUND); // the argument stays as it is

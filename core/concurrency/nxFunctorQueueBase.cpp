@@ -1,6 +1,7 @@
 #include "core/concurrency/nxFunctorQueueBase.h"
 
 #include "core/concurrency/nxFunctorProcessor.h"
+#include "core/platform/nxThreads.h"
 
 nxFunctorQueueBase::nxFunctorQueueBase() : _semaphore(0)
 {
@@ -34,6 +35,17 @@ nxErrorEnum nxFunctorQueueBase::Stop()
 
 nxErrorEnum nxFunctorQueueBase::_Wait()
 {
+    // Work often comes while a sleeper would still be falling asleep, and a sleeper costs the one who pushes
+    // a call of the system.
+    constexpr int looks = 10;
+    for (int look = 0; look < looks; ++look)
+    {
+        if (_semaphore.TryWait().IsOK())
+        {
+            return nxErrorEnum();
+        }
+        nxPlatform::Relax();
+    }
     return _semaphore.Wait();
 }
 

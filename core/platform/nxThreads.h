@@ -12,6 +12,10 @@ namespace nxPlatform
 /// The operating system's number of the calling thread.
 unsigned int GetCurrentThreadId();
 
+/// A rest of about a microsecond, without a call of the system, between two looks at what another thread
+/// changes.
+void Relax();
+
 /// Joins the thread if it has ended, and never waits. The thread's result is dropped.
 /// @return what `pthread_join` would, or EBUSY while the thread runs.
 int TryJoin(pthread_t thread);

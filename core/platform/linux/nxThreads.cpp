@@ -1,5 +1,6 @@
 #include "core/platform/nxThreads.h"
 
+#include <atomic>
 #include <initializer_list>
 
 #include <unistd.h>
@@ -9,6 +10,21 @@ namespace nxPlatform
 unsigned int GetCurrentThreadId()
 {
     return static_cast<unsigned int>(gettid());
+}
+
+void Relax()
+{
+    constexpr int moments = 50;
+    for (int moment = 0; moment < moments; ++moment)
+    {
+#if defined(__x86_64__)
+        __builtin_ia32_pause();
+#elif defined(__aarch64__)
+        asm volatile("isb");
+#else
+        std::atomic_signal_fence(std::memory_order_seq_cst);
+#endif
+    }
 }
 
 int TryJoin(pthread_t thread)
