@@ -173,8 +173,8 @@ bool Reserve(int file)
     return result == 0;
 }
 
-// What is left over must not look alive to somebody who waits for the lock for reading. The file keeps its length: a
-// process that closed its descriptor, and so lost the lock, may still have it mapped.
+// What is left over must not look alive to somebody who waits for the lock for reading. The file keeps its
+// length: a process that closed its descriptor, and so lost the lock, may still have it mapped.
 bool MarkNotReady(int file)
 {
     static_assert(offsetof(NamedObjectState, ready) == 0);
@@ -204,21 +204,32 @@ NamedObjectState* CreateInFile(int file, Initialise const& initialise)
     return LockForReading(file) ? state : nullptr;
 }
 
-// Called with the lock for reading. @return null for an object that was never finished or is gone.
-NamedObjectState* OpenInFile(int file)
+enum class Attempt
+{
+    done,
+    again
+};
+
+// Called with the lock for reading.
+Attempt OpenInFile(int file, NamedObjectState** state)
 {
     struct stat status = {};
-    if (fstat(file, &status) != 0 || status.st_size < static_cast<off_t>(sizeof(NamedObjectState)))
+    if (fstat(file, &status) != 0)
     {
-        return nullptr;
+        return Attempt::done;
     }
-    NamedObjectState* const state = Map(file);
-    if (state && state->ready.load(std::memory_order_acquire) == 0)
+    if (status.st_size < static_cast<off_t>(sizeof(NamedObjectState)))
     {
-        Unmap(state);
-        return nullptr;
+        return Attempt::again; // the one who was making it gave up or died
     }
-    return state;
+    NamedObjectState* const opened = Map(file);
+    if (opened && opened->ready.load(std::memory_order_acquire) == 0)
+    {
+        Unmap(opened);
+        return Attempt::again;
+    }
+    *state = opened;
+    return Attempt::done;
 }
 
 // A file of another user under this user's name is a trap.
@@ -227,12 +238,6 @@ bool IsOwn(int file)
     struct stat status = {};
     return fstat(file, &status) == 0 && status.st_uid == geteuid();
 }
-
-enum class Attempt
-{
-    done,
-    again
-};
 
 // On success the file stays open until the process ends, and the lock with it.
 Attempt TryAttach(std::string const& fileName, Initialise const* initialise, NamedObjectState** state)
@@ -243,11 +248,7 @@ Attempt TryAttach(std::string const& fileName, Initialise const* initialise, Nam
         return Attempt::done;
     }
     Attempt attempt = Attempt::done;
-    if (!IsOwn(file))
-    {
-        *state = nullptr;
-    }
-    else if (TryLockForWriting(file))
+    if (IsOwn(file) && TryLockForWriting(file))
     {
         *state = initialise ? CreateInFile(file, *initialise) : nullptr;
         if (!*state)
@@ -255,10 +256,9 @@ Attempt TryAttach(std::string const& fileName, Initialise const* initialise, Nam
             (void)MarkNotReady(file);
         }
     }
-    else if (LockForReading(file))
+    else if (IsOwn(file) && LockForReading(file))
     {
-        *state = OpenInFile(file);
-        attempt = *state ? Attempt::done : Attempt::again; // the one who was making it gave up or died
+        attempt = OpenInFile(file, state);
     }
     if (!*state)
     {
