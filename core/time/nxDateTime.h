@@ -35,7 +35,8 @@
 /// What finds a moment from fields (constructor, setters, arithmetic) throws an nxException with
 /// NX_ERR_INVALID_PARAMETER for a moment before the epoch or in a year beyond an `int`; the object then has the time
 /// value and microseconds that it had. Nothing logs. Sums of numbers that overflow wrap around. An instance that threads
-/// share is guarded by its owner, even if all of them only read. The zone is the one the process started with.
+/// share is guarded by its owner, even if all of them only read. The zone is the one that TZ
+/// named when the calendar was first used, or since it was last set through the library.
 ///
 /// @code
 /// nxDateTime expiry(2024, 2, 30, 17, 15, 0, 0);

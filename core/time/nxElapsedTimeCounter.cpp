@@ -2,7 +2,7 @@
 
 #include "core/platform/nxClock.h"
 
-long long const nxElapsedTimeCounter::_countsPerSecond = nxPlatform::QueryPerformanceFrequency();
+constinit long long const nxElapsedTimeCounter::_countsPerSecond = nxPlatform::QueryPerformanceFrequency();
 constinit std::atomic<long long> nxElapsedTimeCounter::_globalStartTime = 0;
 
 nxElapsedTimeCounter::nxElapsedTimeCounter() : _startCount(nxPlatform::QueryPerformanceCounter())

@@ -15,7 +15,7 @@ constexpr std::size_t monthNameLength = 3;
 constexpr char monthNames[] = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
 // Each writes into fixed places at `out`.
-void WriteTwoDigits(char* out, unsigned int value)
+void WriteTwoDigits(char* out, std::size_t value)
 {
     std::memcpy(out, nxDigits::pairs + value * 2, 2);
 }

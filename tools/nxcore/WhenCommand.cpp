@@ -80,9 +80,9 @@ std::optional<nxDateTime> ReadDateTime(std::string const& text)
 /// A moment without a calendar turns null under its reader.
 bool HasCalendar(nxDateTime const& moment)
 {
-    nxDateTime const read(moment);
-    (void)read.GetYear();
-    return read == moment;
+    long long const seconds = moment.GetAsTimeValue();
+    (void)moment.GetYear();
+    return moment.GetAsTimeValue() == seconds;
 }
 
 /// Nothing for a text that is none of the forms, and for a moment that can't be shown.

@@ -224,8 +224,8 @@ LogTime GetLogTime(long long seconds)
 
 std::size_t strftime(char* buffer, std::size_t size, char const* format, std::tm const& fields)
 {
+    EnvironmentLock lock; // the C library looks at the zone's name here, and no fork() comes between
     static locale_t const classic = newlocale(LC_ALL_MASK, "C", nullptr);
-    EnvironmentLock lock; // the C library looks at the zone's name here
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
     return ::strftime_l(buffer, size, format, &fields, classic);
