@@ -19,6 +19,15 @@ install(
           NAMELINK_COMPONENT development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 
+# Packages bring no debug information; CPack takes it out of the shared library.
+install(
+  CODE "if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+  execute_process(
+    COMMAND \"${CMAKE_STRIP}\" --strip-debug \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libnxcore.a\"
+    COMMAND_ERROR_IS_FATAL ANY)
+endif()"
+  COMPONENT development)
+
 install(
   EXPORT nxcoreTargets
   NAMESPACE nx::

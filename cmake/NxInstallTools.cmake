@@ -19,15 +19,30 @@ foreach(shell bash fish zsh)
     VERBATIM)
   list(APPEND made_files ${made}/completion.${shell})
 endforeach()
+
+# GDB looks for the script of a library under the library's real name, beside it.
+set(debugger_script libnxcore.so.${PROJECT_VERSION}-gdb.py)
+add_custom_command(
+  OUTPUT ${PROJECT_BINARY_DIR}/core/${debugger_script}
+  COMMAND nxcore-tool list -search "" -json > ${made}/words.json
+  COMMAND
+    ${CMAKE_COMMAND} -DWORDS=${made}/words.json -DTEMPLATE=${PROJECT_SOURCE_DIR}/tools/gdb/nxcore-gdb.py.in
+    -DOUTPUT=${PROJECT_BINARY_DIR}/core/${debugger_script} -P ${PROJECT_SOURCE_DIR}/tools/gdb/WriteScript.cmake
+  DEPENDS nxcore-tool ${PROJECT_SOURCE_DIR}/tools/gdb/nxcore-gdb.py.in ${PROJECT_SOURCE_DIR}/tools/gdb/WriteScript.cmake
+  COMMENT "Writing the debugger's script"
+  VERBATIM)
+list(APPEND made_files ${PROJECT_BINARY_DIR}/core/${debugger_script})
 add_custom_target(nxcore-tool-texts ALL DEPENDS ${made_files})
 
 # An installed companion finds the library beside it, wherever the prefix is moved to.
 set_target_properties(nxcore-tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 install(TARGETS nxcore-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
-# Below /usr the system's loader finds it, and packages have no run path.
+# Below /usr the system's loader finds it, and packages have neither run paths nor symbols.
 install(
   CODE "if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
-  file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/nxcore\")
+  set(program \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/nxcore\")
+  file(RPATH_REMOVE FILE \"\${program}\")
+  execute_process(COMMAND \"${CMAKE_STRIP}\" \"\${program}\" COMMAND_ERROR_IS_FATAL ANY)
 endif()"
   COMPONENT tools)
 
@@ -54,3 +69,12 @@ endif()
 file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${functions}\"
      TYPE FILE RENAME _nxcore FILES \"${made}/completion.zsh\")"
   COMPONENT tools)
+
+# Below /usr GDB trusts what lies in a folder of its own; elsewhere it has to be told to trust the library's folder.
+install(
+  CODE "set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\")
+if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+  set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR}\")
+endif()
+file(INSTALL DESTINATION \"\${folder}\" TYPE FILE FILES \"${PROJECT_BINARY_DIR}/core/${debugger_script}\")"
+  COMPONENT runtime)
