@@ -43,6 +43,11 @@ for property in 'SONAME.*\[libnxcore\.so\.1\.37\]' BIND_NOW NODELETE; do
 done
 readelf -lW "$library" | grep -q GNU_RELRO || fail "the library's tables stay writable"
 ! readelf -S "$library" | grep -q '\.debug_info' || fail "the library was not stripped"
+[ -n "$(find "$folder" -maxdepth 1 -name 'libnxcore1.37-dbgsym_*')" ] || fail "what debuggers need is in no package"
+[ -e "$folder/root/usr/share/gdb/auto-load${library#"$folder/root"}-gdb.py" ] ||
+  fail "GDB would not find the library's script"
+# Public names are the library's own.
+! nm -D --defined-only "$library" | grep -q ' _ZNK\?St' || fail "templates of the standard library are exported"
 ! readelf -d "$folder/root/usr/bin/nxcore" | grep -q 'R.*PATH' || fail "the companion looks for the library by itself"
 
 if command -v lintian >/dev/null; then

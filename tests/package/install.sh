@@ -10,7 +10,7 @@ failures=0
 for pattern in bin/nxcore include/core/core.h 'lib*/libnxcore.a' 'lib*/libnxcore.so' 'lib*/libnxcore.so.1.37' \
   'lib*/libnxcore.so.1.37.2032' 'lib*/pkgconfig/nxcore.pc' 'lib*/cmake/nxcore/nxcoreConfig.cmake' \
   'share/man/man1/nxcore.1*' share/bash-completion/completions/nxcore share/zsh/site-functions/_nxcore \
-  share/fish/vendor_completions.d/nxcore.fish; do
+  share/fish/vendor_completions.d/nxcore.fish 'lib*/libnxcore.so.1.37.2032-gdb.py'; do
   [ -n "$(find "$prefix" -path "$prefix/$pattern")" ] || { echo "$pattern is missing"; failures=1; }
 done
 
