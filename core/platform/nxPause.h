@@ -12,7 +12,7 @@ inline void Pause()
 #if defined(__x86_64__) || defined(__i386__)
     __builtin_ia32_pause();
 #elif defined(__aarch64__)
-    asm volatile("yield");
+    asm volatile("isb"); // "yield" does nothing on most
 #endif
 }
 

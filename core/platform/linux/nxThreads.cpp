@@ -1,6 +1,7 @@
 #include "core/platform/nxThreads.h"
 
-#include <atomic>
+#include "core/platform/nxPause.h"
+
 #include <initializer_list>
 
 #include <unistd.h>
@@ -17,13 +18,7 @@ void Relax()
     constexpr int moments = 50;
     for (int moment = 0; moment < moments; ++moment)
     {
-#if defined(__x86_64__)
-        __builtin_ia32_pause();
-#elif defined(__aarch64__)
-        asm volatile("isb");
-#else
-        std::atomic_signal_fence(std::memory_order_seq_cst);
-#endif
+        Pause();
     }
 }
 
