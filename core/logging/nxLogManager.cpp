@@ -12,10 +12,10 @@
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeyText.h"
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -31,34 +31,6 @@ constinit thread_local bool isDestroying = false;
 std::string GetKey(char const* key)
 {
     return nxCmdLineArgs::GetInstance().GetEnvValue(key);
-}
-
-bool IsDecimalDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
-/// As atoi(), but a number that doesn't fit is the nearest that does.
-int ParseInteger(std::string const& text)
-{
-    std::size_t place = text.find_first_not_of(" \t\n\v\f\r");
-    if (place == std::string::npos)
-    {
-        return 0;
-    }
-    bool const isNegative = text[place] == '-';
-    if (isNegative || text[place] == '+')
-    {
-        ++place;
-    }
-    constexpr long long limit = static_cast<long long>(INT_MAX) + 1;
-    long long value = 0;
-    for (; place < text.size() && IsDecimalDigit(text[place]); ++place)
-    {
-        constexpr int base = 10;
-        value = std::min(limit, value * base + (text[place] - '0'));
-    }
-    return static_cast<int>(isNegative ? -value : std::min<long long>(value, INT_MAX));
 }
 
 } // namespace
@@ -113,7 +85,7 @@ nxLogManager::nxLogManager() : _devicesMutex(true), _cycles(*new nxLogCycles)
 void nxLogManager::_ReadLevel()
 {
     std::string const text = GetKey(nxConfigurationKeyText::KVT_LOG_LEVEL);
-    int const number = text.empty() ? 1 : ParseInteger(text);
+    int const number = text.empty() ? 1 : nxDigits::ReadLeading(text);
     nxLogLevelEnum level;
     level.SetFromNumericLogLevel(static_cast<unsigned int>(number));
     _minimumLogLevel.store(level.GetValue(), std::memory_order_relaxed);

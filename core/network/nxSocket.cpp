@@ -83,23 +83,6 @@ timeval Microseconds(unsigned int microseconds)
     return timeout;
 }
 
-// Digits and nothing else, at least one; the number wraps at 32 bits.
-bool ReadNumber(std::string const& text, unsigned int& number)
-{
-    unsigned int value = 0;
-    for (char const character : text)
-    {
-        unsigned int const digit = nxDigits::ValueOf(character);
-        if (digit > 9)
-        {
-            return false;
-        }
-        value = value * 10 + digit;
-    }
-    number = value;
-    return !text.empty();
-}
-
 unsigned int MaskOf(unsigned int bits)
 {
     return bits == 0 ? 0 : allBits << (addressBits - bits);
@@ -576,7 +559,7 @@ nxErrorEnum nxSocket::ParseAddress(std::string const& text, unsigned int& addres
     for (std::string const& part : parts)
     {
         unsigned int number = 0;
-        if (!ReadNumber(part, number) || number > highestPart)
+        if (!nxDigits::ReadAll(part, number) || number > highestPart)
         {
             return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
         }
@@ -599,7 +582,7 @@ nxErrorEnum nxSocket::ParseAddressAndMask(std::string const& text, std::string& 
     std::size_t const slash = text.find('/');
     std::string const bitText = slash == std::string::npos ? std::string() : text.substr(slash + 1);
     unsigned int bits = 0;
-    if (!bitText.empty() && (!ReadNumber(bitText, bits) || bits >= addressBits))
+    if (!bitText.empty() && (!nxDigits::ReadAll(bitText, bits) || bits >= addressBits))
     {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
     }

@@ -5,22 +5,18 @@
 #include "core/platform/nxEnvironment.h"
 #include "core/platform/nxEnvironmentLock.h"
 #include "core/platform/nxPThread.h"
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxCaseSensitivityEnum.h"
 #include "core/vocabulary/nxException.h"
 #include "core/vocabulary/nxLogLevelEnum.h"
 
-#include <algorithm>
 #include <memory>
 #include <new>
+#include <string_view>
 
 namespace
 {
-
-bool IsDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
 
 bool BeginsWithDash(std::string const& argument)
 {
@@ -35,7 +31,7 @@ bool IsNumber(std::string const& argument)
     bool pointSeen = false;
     for (std::size_t i = isSigned ? 1 : 0; i < argument.size(); ++i)
     {
-        if (IsDigit(argument[i]))
+        if (nxDigits::ValueOf(argument[i]) <= 9)
         {
             digitSeen = true;
         }
@@ -55,16 +51,8 @@ bool IsNumber(std::string const& argument)
 template <typename T>
 nxValueWrapper<T, -1, -2> ReadUnsigned(std::string const& text)
 {
-    if (text.empty() || !std::all_of(text.begin(), text.end(), IsDigit))
-    {
-        return nxValueWrapper<T, -1, -2>();
-    }
     T value = 0;
-    for (char const digit : text)
-    {
-        value = value * 10 + static_cast<T>(digit - '0');
-    }
-    return nxValueWrapper<T, -1, -2>(value);
+    return nxDigits::ReadAll(text, value) ? nxValueWrapper<T, -1, -2>(value) : nxValueWrapper<T, -1, -2>();
 }
 
 nxDecimal ReadDecimal(std::string const& text)
@@ -89,14 +77,11 @@ bool IsOneOf(std::string const& text, std::string const& word, std::string const
 }
 
 // Two digits at `position`, below `limit`; -1 for anything else.
-int ReadTwoDigits(std::string const& text, std::size_t position, int limit)
+int ReadTwoDigits(std::string const& text, std::size_t position, unsigned int limit)
 {
-    if (!IsDigit(text[position]) || !IsDigit(text[position + 1]))
-    {
-        return -1;
-    }
-    int const number = (text[position] - '0') * 10 + (text[position + 1] - '0');
-    return number < limit ? number : -1;
+    unsigned int number = 0;
+    bool const isRead = nxDigits::ReadAll(std::string_view(text).substr(position, 2), number);
+    return isRead && number < limit ? static_cast<int>(number) : -1;
 }
 
 std::string ReadFromSystem(std::string const& name)

@@ -1,50 +1,16 @@
 #include "core/process/nxVersionNumber.h"
 
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringParser.h"
-
-#include <limits>
 
 namespace
 {
 
 constexpr char libraryVersion[] = "1.37.2032";
 
-bool IsBlank(char character)
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
-// As atoi() does in the C locale, with a defined result for a number that doesn't fit.
-int ReadLeadingNumber(std::string const& text)
-{
-    std::size_t i = 0;
-    while (i < text.size() && IsBlank(text[i]))
-    {
-        ++i;
-    }
-    bool const isNegative = i < text.size() && text[i] == '-';
-    if (isNegative || (i < text.size() && text[i] == '+'))
-    {
-        ++i;
-    }
-    constexpr long long largest = std::numeric_limits<int>::max();
-    constexpr long long smallest = std::numeric_limits<int>::min();
-    long long magnitude = 0;
-    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i)
-    {
-        // Stops growing once it is beyond both limits.
-        magnitude = magnitude > largest ? magnitude : magnitude * 10 + (text[i] - '0');
-    }
-    if (isNegative)
-    {
-        return static_cast<int>(-magnitude < smallest ? smallest : -magnitude);
-    }
-    return static_cast<int>(magnitude > largest ? largest : magnitude);
-}
-
 unsigned int TakePart(nxStringParser& parser)
 {
-    return static_cast<unsigned int>(ReadLeadingNumber(parser.GetSubString('.')));
+    return static_cast<unsigned int>(nxDigits::ReadLeading(parser.GetSubString('.')));
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstring>
+#include <limits>
+#include <string_view>
 
 /// @file
 /// Decimal digits of unsigned numbers, written backward two at a time and read. For the library's own sources.
@@ -135,6 +138,48 @@ inline bool Read(char const* text, char separator, Number& number)
     number.count = static_cast<std::size_t>(at - text) - (point == nullptr ? 0 : 1);
     number.decimals = static_cast<std::size_t>(point == nullptr ? 0 : at - point - 1);
     return number.count != 0;
+}
+
+/// Reads a text that is digits and nothing else, at least one. Too many of them wrap around in the width of `value`.
+/// @return false, with `value` left alone, for any other text.
+template <std::unsigned_integral UnsignedT>
+constexpr bool ReadAll(std::string_view text, UnsignedT& value)
+{
+    UnsignedT gathered = 0;
+    for (char const c : text)
+    {
+        unsigned int const digit = ValueOf(c);
+        if (digit > 9)
+        {
+            return false;
+        }
+        gathered = gathered * 10 + digit;
+    }
+    if (text.empty())
+    {
+        return false;
+    }
+    value = gathered;
+    return true;
+}
+
+/// Reads what atoi() does in the C locale: blanks, a sign, and digits up to the first other byte; 0 without digits.
+/// A number that doesn't fit is the nearest that does.
+constexpr int ReadLeading(std::string_view text)
+{
+    std::size_t at = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
+    bool const isNegative = at < text.size() && text[at] == '-';
+    if (isNegative || (at < text.size() && text[at] == '+'))
+    {
+        ++at;
+    }
+    constexpr long long limit = std::numeric_limits<int>::max();
+    long long magnitude = 0;
+    for (; at < text.size() && ValueOf(text[at]) <= 9; ++at)
+    {
+        magnitude = std::min(limit + 1, magnitude * 10 + ValueOf(text[at]));
+    }
+    return static_cast<int>(isNegative ? -magnitude : std::min(limit, magnitude));
 }
 
 } // namespace nxDigits

@@ -472,22 +472,7 @@ nxErrorEnum nxStringHelper::SetFromString(std::string const& text, nxEnum& value
 
 nxErrorEnum nxStringHelper::SetFromStringView(std::string_view const& text, unsigned int& value)
 {
-    if (text.empty())
-    {
-        return Refused();
-    }
-    unsigned int read = 0;
-    for (char const c : text)
-    {
-        unsigned int const digit = nxDigits::ValueOf(c);
-        if (digit > 9)
-        {
-            return Refused();
-        }
-        read = read * 10 + digit;
-    }
-    value = read;
-    return nxErrorEnum();
+    return nxDigits::ReadAll(text, value) ? nxErrorEnum() : Refused();
 }
 
 void nxStringHelper::LeftTrim(std::string& text)
