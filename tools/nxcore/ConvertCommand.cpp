@@ -3,6 +3,7 @@
 #include "Arguments.h"
 #include "Commands.h"
 #include "Result.h"
+#include "RowLines.h"
 #include "Words.h"
 
 #include "core/numbers/nxExchangeRateList.h"
@@ -16,34 +17,6 @@ namespace
 {
 constexpr Option options[] = {
     {"rates", "FILE", "the rates, a line each, such as USD:EUR=0.92", Completes::File},
-};
-
-/// Keeps the line of each row that a reader hands out.
-class RowLines : public nxCSVFileReaderCallback
-{
-public:
-    bool IsCommentRow(std::string const& row) override
-    {
-        ++_lineCount;
-        if (nxCSVFileReaderCallback::IsCommentRow(row))
-            return true;
-        _lines.push_back(_lineCount);
-        return false;
-    }
-
-    long long Get(unsigned int row) const
-    {
-        return _lines[row];
-    }
-
-    long long GetLineCount() const
-    {
-        return _lineCount;
-    }
-
-private:
-    std::vector<long long> _lines;
-    long long _lineCount = 0;
 };
 
 std::optional<nxCurrencyEnum> ReadCurrency(std::string const& token)
@@ -110,7 +83,7 @@ bool ReadRates(std::string const& path, nxExchangeRateList& rates, Result& resul
             {path, lines.GetLineCount() == 0 ? 0 : lines.GetLineCount() + 1, "", "can't be read"});
     for (unsigned int row = 0; row < reader.GetRowCount(); ++row)
     {
-        Problem problem{path, lines.Get(row), "", ""};
+        Problem problem{path, lines.GetLine(row), "", ""};
         if (auto const rate = ReadRate(*reader.GetRow(row), problem))
             rates.SetExchangeRate(*rate);
         else
@@ -173,12 +146,11 @@ Command const convertCommand = {
     .arguments = "AMOUNT TO",
     .summary = "convert an amount of money by a file of rates",
     .details =
-        "Converts AMOUNT, such as 100.50USD, to the currency TO. Each line of the file of rates says how "
-        "many\n"
-        "of the second currency one unit of the first is worth; of two lines for a pair the last one holds.\n"
-        "Empty lines, and those that begin with ; or #, are left out. The result has as many decimals as "
-        "the\n"
-        "more precise of amount and rate. Without a rate for that very pair the exit status is 1.",
+        "Converts AMOUNT, such as 100.50USD, to the currency TO. Each line of the file of rates says how\n"
+        "many of the second currency one unit of the first is worth; of two lines for a pair the last one\n"
+        "holds. Empty lines, and those that begin with ; or #, are left out. The result has as many\n"
+        "decimals as the more precise of amount and rate. Without a rate for that very pair the exit\n"
+        "status is 1.",
     .example = "nxcore convert 100.50USD EUR -rates examples/rates.txt",
     .options = options,
     .fewestArguments = 2,

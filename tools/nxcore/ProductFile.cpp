@@ -1,9 +1,9 @@
 #include "ProductFile.h"
 
 #include "PriceWords.h"
+#include "RowLines.h"
 #include "core/prices/nxVolumeConverter_Raw.h"
 #include "core/text/nxCSVFileReader.h"
-#include "core/text/nxCSVFileReaderCallback.h"
 
 #include <algorithm>
 #include <array>
@@ -16,34 +16,6 @@ namespace
 constexpr std::array<std::string_view, 10> columnNames = {
     "symbol",       "exchange", "description", "type", "currency",
     "price_format", "tick",     "tick_table",  "last", "volume"};
-
-/// Notes the line of each row, which the reader does not keep.
-class LineCounter : public nxCSVFileReaderCallback
-{
-public:
-    bool IsCommentRow(std::string const& row) override
-    {
-        ++_line;
-        bool const isComment = nxCSVFileReaderCallback::IsCommentRow(row);
-        if (!isComment)
-            _lines.push_back(_line);
-        return isComment;
-    }
-
-    long long GetLine(unsigned int row) const
-    {
-        return _lines[row];
-    }
-
-    long long GetLastLine() const
-    {
-        return _line;
-    }
-
-private:
-    long long _line = 0;
-    std::vector<long long> _lines;
-};
 
 std::string Quoted(std::string const& text)
 {
@@ -222,7 +194,7 @@ std::optional<std::vector<unsigned int>> FindColumns(nxCSVFileRow const& header,
 
 std::optional<std::vector<Product>> ReadProducts(std::string const& path, Result& result)
 {
-    LineCounter lines;
+    RowLines lines;
     nxCSVFileReader reader(',', true, &lines);
     bool const isComplete = reader.ReadFile(path).IsOK();
     if (reader.GetRowCount() == 0)
@@ -242,7 +214,7 @@ std::optional<std::vector<Product>> ReadProducts(std::string const& path, Result
     }
     if (!isComplete)
         result.AddProblem(
-            {path, lines.GetLastLine() + 1, "", "can't be read from here on; is the line too long?"});
+            {path, lines.GetLineCount() + 1, "", "can't be read from here on; is the line too long?"});
     return products;
 }
 } // namespace nxTool
