@@ -75,21 +75,15 @@ TEST_F(nxLogManagerDeferred, ThreadsKeepTheirOrderAndLoseNothing)
 {
     constexpr int threads = 4;
     constexpr int lines = 5000;
-    std::vector<std::thread> workers;
-    for (int thread = 0; thread < threads; ++thread)
     {
-        workers.emplace_back(
-            [thread]
-            {
-                for (int line = 0; line < lines; ++line)
+        std::vector<std::jthread> workers;
+        for (int thread = 0; thread < threads; ++thread)
+            workers.emplace_back(
+                [thread]
                 {
-                    NX_LOG(NX_INF, thread << " " << line);
-                }
-            });
-    }
-    for (std::thread& worker : workers)
-    {
-        worker.join();
+                    for (int line = 0; line < lines; ++line)
+                        NX_LOG(NX_INF, thread << " " << line);
+                });
     }
     std::vector<int> next(threads, 0);
     for (std::string const& message : Messages())
@@ -125,18 +119,14 @@ TEST_F(nxLogManagerDeferred, AWaitIsBoundedByItsTime)
 {
     using Clock = std::chrono::steady_clock;
     nxLogManager& manager = nxLogManager::GetInstance();
-    for (double const seconds : {0.0, -1.0, 1e-9})
-    {
-        auto const start = Clock::now();
-        manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(seconds));
-        EXPECT_LT(Clock::now() - start, std::chrono::milliseconds(90)) << seconds;
-    }
     // Null and no change wait for the cycle, and so does a time that no deadline could hold.
-    for (double const seconds : {nxDoubleValueWrapper::nullValue, nxDoubleValueWrapper::noChangeValue, 1e300})
+    for (double const seconds :
+         {0.0, -1.0, 1e-9, nxDoubleValueWrapper::nullValue, nxDoubleValueWrapper::noChangeValue, 1e300})
     {
         auto const start = Clock::now();
         manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(seconds));
-        EXPECT_LT(Clock::now() - start, std::chrono::seconds(5)) << seconds;
+        auto const longest = std::chrono::milliseconds(seconds < 1.0 ? 90 : 5000);
+        EXPECT_LT(Clock::now() - start, longest) << seconds;
     }
 }
 

@@ -1,6 +1,5 @@
 // A host program in a process of its own: each scenario logs in a way that only a whole life of a process shows.
 
-#include "core/concurrency/nxThread.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
@@ -16,7 +15,6 @@
 #include <map>
 #include <new>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -38,16 +36,8 @@ void* operator new(std::size_t size)
 {
     ++allocations;
     if (void* const block = std::malloc(size))
-    {
         return block;
-    }
     throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept
-{
-    ++allocations;
-    return std::malloc(size);
 }
 
 void operator delete(void* block) noexcept
@@ -65,6 +55,7 @@ namespace
 {
 
 using Size = nxValueWrapper<unsigned long long, -1, -2>;
+using Numbers = std::vector<unsigned int>;
 
 bool RegisterFileDevice(Size maximumSize = Size())
 {
@@ -74,56 +65,60 @@ bool RegisterFileDevice(Size maximumSize = Size())
     return isCreated;
 }
 
-/// Logs "thread n" lines, n rising from 0.
-void LogLines(unsigned int thread, unsigned int lines)
+/// Logs lines numbered from 0.
+void LogLines(unsigned int thread, unsigned int lines, std::string const& padding = "")
 {
     for (unsigned int i = 0; i < lines; ++i)
-    {
-        NX_LOG(NX_INF, "thread " << thread << " line " << i << " end");
-    }
-}
-
-void LogFromThreads(unsigned int threads, unsigned int lines)
-{
-    std::vector<std::thread> workers;
-    for (unsigned int i = 0; i < threads; ++i)
-    {
-        workers.emplace_back(LogLines, i, lines);
-    }
-    for (std::thread& worker : workers)
-    {
-        worker.join();
-    }
+        NX_LOG(NX_INF, "thread " << thread << " line " << i << " end" << padding);
 }
 
 void Drain()
 {
-    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+    for (int cycle = 0; cycle < 2; ++cycle)
+        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
 }
 
-unsigned int Number(std::string const& text)
+/// Hands each statement to a function, and says when it is flushed.
+class CallingDevice : public nxLogDevice
 {
-    return static_cast<unsigned int>(std::strtoul(text.c_str(), nullptr, 10));
-}
+public:
+    explicit CallingDevice(
+        std::function<void(nxLog const&)> write, std::function<void()> flush = [] {})
+        : _write(std::move(write)), _flush(std::move(flush))
+    {
+    }
+
+    nxErrorEnum Destroy() override
+    {
+        return nxErrorEnum();
+    }
+
+    void Write(nxLog const& log) override
+    {
+        _write(log);
+    }
+
+    void Flush() override
+    {
+        _flush();
+    }
+
+private:
+    std::function<void(nxLog const&)> _write;
+    std::function<void()> _flush;
+};
 
 /// A static of the host, there before `main` and after it.
 struct EarlyAndLate
 {
     EarlyAndLate()
     {
-        if (std::getenv("SCENARIO_STATICS") != nullptr)
-        {
-            LogLines(90, 1);
-        }
+        LogLines(90, std::getenv("SCENARIO_STATICS") != nullptr ? 1 : 0);
     }
 
     ~EarlyAndLate()
     {
-        if (std::getenv("SCENARIO_STATICS") != nullptr)
-        {
-            LogLines(91, 1000);
-        }
+        LogLines(91, std::getenv("SCENARIO_STATICS") != nullptr ? 1000 : 0);
     }
 };
 
@@ -152,17 +147,19 @@ int RunForked(std::function<void()> const& work)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-// The host ends without a word to the log.
-int PlainExit(std::vector<std::string> const& arguments)
+// So many threads with so many lines each; the host ends without a word to the log.
+int PlainExit(Numbers const& numbers)
 {
     (void)RegisterFileDevice();
-    LogFromThreads(Number(arguments.at(0)), Number(arguments.at(1)));
+    std::vector<std::jthread> workers;
+    for (unsigned int i = 0; i < numbers.at(0); ++i)
+        workers.emplace_back([i, lines = numbers.at(1)] { LogLines(i, lines); });
     return 0;
 }
 
-int ExplicitDestroy(std::vector<std::string> const& arguments)
+int ExplicitDestroy(Numbers const& numbers)
 {
-    (void)PlainExit(arguments);
+    (void)PlainExit(numbers);
     (void)nxLogManager::GetInstance().Destroy();
     LogLines(93, 10); // queued and never written
     (void)nxLogManager::GetInstance().Destroy();
@@ -170,48 +167,51 @@ int ExplicitDestroy(std::vector<std::string> const& arguments)
 }
 
 // The manager is older than the device here: statics destroyed in reverse order would end the device first.
-int ManagerBeforeDevice(std::vector<std::string> const& arguments)
+int ManagerBeforeDevice(Numbers const& numbers)
 {
-    LogLines(0, 1);
-    (void)PlainExit(arguments);
-    return 0;
+    NX_LOG(NX_INF, "first");
+    return PlainExit(numbers);
 }
 
-int ExitHandlers(std::vector<std::string> const&)
+// Nothing runs at the end.
+int Killed(Numbers const& numbers)
+{
+    (void)PlainExit(numbers);
+    return raise(SIGKILL);
+}
+
+int ExitHandlers(Numbers const&)
 {
     (void)std::atexit([] { LogLines(94, 10); }); // before the log's own: runs after it
     (void)RegisterFileDevice();
     (void)std::atexit([] { LogLines(0, 200); });
-    std::thread(
+    std::jthread(
         []
         {
             thread_local LateInThread late;
             (void)late;
-        })
-        .join();
+        });
     return 0;
 }
 
-int ExitOnOtherThread(std::vector<std::string> const& arguments)
+int ExitOnOtherThread(Numbers const&)
 {
     (void)RegisterFileDevice();
-    std::thread thread(
-        [&arguments]
+    std::jthread(
+        []
         {
-            LogLines(0, Number(arguments.at(0)));
+            LogLines(0, 200);
             std::exit(0);
         });
-    thread.join();
     return 1;
 }
 
 // Others log while the process ends.
-int ExitWhileLogging(std::vector<std::string> const&)
+int ExitWhileLogging(Numbers const&)
 {
     (void)RegisterFileDevice();
     std::atomic<unsigned int> running = 0;
     for (unsigned int i = 1; i <= 3; ++i)
-    {
         std::thread(
             [i, &running]
             {
@@ -219,41 +219,21 @@ int ExitWhileLogging(std::vector<std::string> const&)
                 LogLines(i, 100000000);
             })
             .detach();
-    }
     while (running < 3)
-    {
         std::this_thread::yield();
-    }
-    LogLines(0, 1000);
+    LogLines(0, 200);
     std::exit(0);
 }
 
-/// Ends the process from inside a device.
-class ExitingDevice : public nxLogDevice
-{
-public:
-    nxErrorEnum Destroy() override
-    {
-        return nxErrorEnum();
-    }
-
-    void Write(nxLog const& log) override
-    {
-        if (log.GetLogLevel() == NX_FTL)
-        {
-            std::exit(0);
-        }
-    }
-
-    void Flush() override
-    {
-    }
-};
-
-int ExitInDevice(std::vector<std::string> const&)
+int ExitInDevice(Numbers const&)
 {
     (void)RegisterFileDevice();
-    static ExitingDevice* const device = new ExitingDevice;
+    static auto* const device = new CallingDevice(
+        [](nxLog const& log)
+        {
+            if (log.GetLogLevel() == NX_FTL)
+                std::exit(0);
+        });
     nxLogManager::GetInstance().RegisterLogDevice(device);
     LogLines(0, 200);
     NX_LOG(NX_FTL, "the end");
@@ -261,41 +241,32 @@ int ExitInDevice(std::vector<std::string> const&)
     return 1;
 }
 
-// Parent and child log around the fork, while other threads of the parent log.
-int Fork(std::vector<std::string> const& arguments)
+// Parent and child log around each of so many forks, while other threads of the parent log.
+int Fork(Numbers const& numbers)
 {
     (void)RegisterFileDevice();
-    std::atomic<bool> stop = false;
-    std::vector<std::thread> workers;
+    std::vector<std::jthread> workers;
     for (unsigned int i = 1; i <= 4; ++i)
-    {
         workers.emplace_back(
-            [i, &stop]
+            [i](std::stop_token stop)
             {
-                for (unsigned int line = 0; !stop; ++line)
+                for (unsigned int line = 0; !stop.stop_requested(); ++line)
                 {
                     NX_LOG(NX_INF, "thread " << i << " line " << line << " end");
                     std::this_thread::sleep_for(std::chrono::microseconds(50));
                 }
             });
-    }
     int failures = 0;
-    unsigned int parentLine = 0;
-    for (unsigned int i = 0; i < Number(arguments.at(0)); ++i)
+    for (unsigned int i = 0; i < numbers.at(0); ++i)
     {
-        NX_LOG(NX_INF, "thread 0 line " << parentLine++ << " end");
+        NX_LOG(NX_INF, "thread 0 line " << i << " end");
         failures += RunForked([] { LogLines(10, 20); }) != 0 ? 1 : 0;
-    }
-    stop = true;
-    for (std::thread& worker : workers)
-    {
-        worker.join();
     }
     return failures;
 }
 
 // Lines that the child's own writer brings to the file, without an end of the process.
-int ForkedWriter(std::vector<std::string> const&)
+int ForkedWriter(Numbers const&)
 {
     (void)RegisterFileDevice();
     LogLines(0, 5);
@@ -308,37 +279,26 @@ int ForkedWriter(std::vector<std::string> const&)
         });
 }
 
-int CannotCreate(std::vector<std::string> const&)
+int CannotCreate(Numbers const&)
 {
     bool const isCreated = RegisterFileDevice();
     LogLines(0, 5);
-    (void)nxLogManager::GetInstance().Destroy();
     return isCreated ? 1 : 0;
 }
 
 // Files may grow to 64 KiB and no further, for a while: what a full disk looks like.
-int DiskFull(std::vector<std::string> const& arguments)
+int DiskFull(Numbers const& numbers)
 {
-    constexpr rlim_t room = 65536;
-    nxLogManager& manager = nxLogManager::GetInstance();
     (void)signal(SIGXFSZ, SIG_IGN);
     (void)RegisterFileDevice();
-
     rlimit limit{};
     (void)getrlimit(RLIMIT_FSIZE, &limit);
-    rlimit full = limit;
-    full.rlim_cur = room;
+    rlimit const full = {65536, limit.rlim_max};
     (void)setrlimit(RLIMIT_FSIZE, &full);
-
-    unsigned int const lines = Number(arguments.at(0));
-    std::string const padding(Number(arguments.at(1)), 'x');
-    for (unsigned int i = 0; i < lines; ++i)
-    {
-        NX_LOG(NX_INF, "thread 0 line " << i << " end " << padding);
-    }
+    LogLines(0, numbers.at(0), std::string(100, 'x'));
     for (int i = 0; i < 5; ++i)
     {
-        manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+        Drain();
         NX_LOG(NX_INF, "still running");
     }
     (void)setrlimit(RLIMIT_FSIZE, &limit);
@@ -348,77 +308,46 @@ int DiskFull(std::vector<std::string> const& arguments)
 }
 
 // Lines of some 400 bytes and a limit of 1000.
-int CutOver(std::vector<std::string> const&)
+int CutOver(Numbers const&)
 {
     (void)RegisterFileDevice(Size(1000));
-    std::string const padding(330, 'x');
-    for (int i = 0; i < 7; ++i)
-    {
-        NX_LOG(NX_INF, "thread 0 line " << i << " end " << padding);
-    }
+    LogLines(0, 7, std::string(330, 'x'));
     return 0;
 }
 
-int Reopen(std::vector<std::string> const&)
+// The directory may have gone while its file was open.
+int Reopen(Numbers const& numbers)
 {
+    bool const directoryGoes = numbers.at(0) != 0;
     (void)RegisterFileDevice();
     LogLines(0, 100);
+    if (directoryGoes)
+    {
+        Drain();
+        std::filesystem::remove_all(std::getenv("KVT_LOG_DIRECTORY"));
+        LogLines(0, 100);
+    }
     sleep(1); // a name has a grain of a second
     bool const isOpen = nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
     LogLines(1, 100);
     return isOpen ? 0 : 1;
 }
 
-// The directory goes while its file is open, and comes back with the next file.
-int VanishedDirectory(std::vector<std::string> const&)
-{
-    (void)RegisterFileDevice();
-    LogLines(0, 10);
-    Drain();
-    std::filesystem::remove_all(std::getenv("KVT_LOG_DIRECTORY"));
-    LogLines(0, 10);
-    Drain();
-    bool const isOpen = nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
-    LogLines(1, 10);
-    return isOpen ? 0 : 1;
-}
-
-/// Logs while it writes.
-class TalkingDevice : public nxLogDevice
-{
-public:
-    explicit TalkingDevice(char const* name) : _name(name)
-    {
-    }
-
-    nxErrorEnum Destroy() override
-    {
-        return nxErrorEnum();
-    }
-
-    void Write(nxLog const& log) override
-    {
-        std::printf("%s %s\n", log.GetLogEntry()->c_str(), _name);
-        if (*_name == 'a' && *log.GetLogEntry() == "outer")
-        {
-            NX_LOG(NX_INF, "inner");
-        }
-    }
-
-    void Flush() override
-    {
-        std::puts("flush");
-    }
-
-private:
-    char const* _name;
-};
-
 // Two devices, the first of which logs from inside; all at once.
-int Nested(std::vector<std::string> const&)
+int Nested(Numbers const&)
 {
-    TalkingDevice a("a");
-    TalkingDevice b("b");
+    auto const print = [](nxLog const& log, char const* device)
+    { std::printf("%s %s\n", log.GetLogEntry()->c_str(), device); };
+    auto const flush = [] { std::puts("flush"); };
+    CallingDevice a(
+        [&](nxLog const& log)
+        {
+            print(log, "a");
+            if (*log.GetLogEntry() == "outer")
+                NX_LOG(NX_INF, "inner");
+        },
+        flush);
+    CallingDevice b([&](nxLog const& log) { print(log, "b"); }, flush);
     nxLogManager::GetInstance().RegisterLogDevice(&a);
     nxLogManager::GetInstance().RegisterLogDevice(&b);
     NX_LOG(NX_INF, "outer");
@@ -426,20 +355,16 @@ int Nested(std::vector<std::string> const&)
     return 0;
 }
 
-int Levels(std::vector<std::string> const&)
+int Levels(Numbers const&)
 {
     nxLogManager::GetInstance();
-    unsigned int const first = NX_DBG;
-    unsigned int const last = NX_FTL;
-    for (unsigned int level = first; level <= last; ++level)
-    {
+    for (unsigned int level = NX_DBG; level <= NX_FTL; ++level)
         NX_LOG(nxLogLevelEnum(static_cast<nxEnumValue>(level)), "level");
-    }
     return 0;
 }
 
 // @return how many blocks a thread fetches for the lines of a cycle, once the log has seen such cycles.
-int Allocations(std::vector<std::string> const&)
+int Allocations(Numbers const&)
 {
     constexpr unsigned int lines = 1000;
     (void)RegisterFileDevice();
@@ -468,7 +393,7 @@ unsigned long WriteCalls()
 }
 
 // @return how many calls it took to write the lines of a cycle.
-int Writes(std::vector<std::string> const&)
+int Writes(Numbers const&)
 {
     (void)RegisterFileDevice();
     Drain();
@@ -481,7 +406,7 @@ int Writes(std::vector<std::string> const&)
 volatile std::sig_atomic_t signalsHandled = 0;
 
 // The host blocks a signal in all its threads. @return how often the signal was handled all the same.
-int Signals(std::vector<std::string> const&)
+int Signals(Numbers const&)
 {
     (void)RegisterFileDevice();
     (void)signal(SIGUSR1, [](int) { signalsHandled = signalsHandled + 1; });
@@ -498,25 +423,16 @@ int Signals(std::vector<std::string> const&)
     return signalsHandled;
 }
 
-// Logs a line and hangs about until it is killed.
-int Linger(std::vector<std::string> const&)
-{
-    (void)RegisterFileDevice();
-    LogLines(0, 100);
-    std::puts("logged");
-    (void)std::fflush(stdout);
-    pause();
-    return 0;
-}
-
 } // namespace
 
-int main(int argumentCount, char** argumentValues)
+// Called with a scenario and its numbers.
+int main(int argumentCount, char** arguments)
 {
-    std::map<std::string, int (*)(std::vector<std::string> const&)> const scenarios = {
+    std::map<std::string, int (*)(Numbers const&)> const scenarios = {
         {"plain-exit", PlainExit},
         {"destroy", ExplicitDestroy},
         {"manager-first", ManagerBeforeDevice},
+        {"killed", Killed},
         {"exit-handlers", ExitHandlers},
         {"exit-on-other-thread", ExitOnOtherThread},
         {"exit-while-logging", ExitWhileLogging},
@@ -527,22 +443,16 @@ int main(int argumentCount, char** argumentValues)
         {"disk-full", DiskFull},
         {"cut-over", CutOver},
         {"reopen", Reopen},
-        {"vanished-directory", VanishedDirectory},
         {"nested", Nested},
         {"levels", Levels},
         {"allocations", Allocations},
         {"writes", Writes},
         {"signals", Signals},
-        {"linger", Linger},
     };
-    std::vector<std::string> arguments(argumentValues + 1, argumentValues + argumentCount);
-    if (arguments.empty() || scenarios.count(arguments.front()) == 0)
-    {
-        return 2;
-    }
-    auto const scenario = scenarios.at(arguments.front());
-    arguments.erase(arguments.begin());
+    Numbers numbers;
+    for (int i = 2; i < argumentCount; ++i)
+        numbers.push_back(static_cast<unsigned int>(std::strtoul(arguments[i], nullptr, 10)));
     char const* const name = std::getenv("SCENARIO_NAME");
     nxApplicationData::SetApplicationName(name != nullptr ? name : "scenario");
-    return scenario(arguments);
+    return scenarios.at(arguments[1])(numbers);
 }

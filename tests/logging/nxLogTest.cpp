@@ -45,12 +45,19 @@ std::string Text(Values const&... values)
     return *log.GetLogEntry();
 }
 
-TEST(nxLogText, OfNumbers)
+TEST(nxLogText, OfEachKindOfValue)
 {
+    std::string const withZero("ab\0cd", 5);
+    nxExchangePriceFilterBitMask noChange;
+    noChange.SetNoChange();
+    nxExchangePriceFilterBitMask twoBits;
+    twoBits.SetBits(0x2 | 0x8);
+    nxDateTime const time(2026, 11, 15, 9, 30, 5, 123456);
+    nxErrorEnum const error(NX_ERR_INVALID_PARAMETER);
     struct
     {
         std::string text;
-        char const* expected;
+        std::string expected;
     } const rows[] = {
         {Text('A'), "65"}, // a number, not a character
         {Text(static_cast<char>(-1)), "-1"},
@@ -73,41 +80,16 @@ TEST(nxLogText, OfNumbers)
         {Text(2147483647.0), "2147483647"},
         {Text(-1e-12), "-0"},
         {Text(5e-10), "0.000000001"},
-    };
-    for (auto const& row : rows)
-    {
-        EXPECT_EQ(row.text, row.expected);
-    }
-}
-
-TEST(nxLogText, OfTexts)
-{
-    std::string const withZero("ab\0cd", 5);
-    EXPECT_EQ(Text(withZero), "ab");
-    EXPECT_EQ(Text(nxLogCharLenPair(withZero.data(), withZero.size())), withZero);
-    EXPECT_EQ(Text("x", static_cast<char const*>(nullptr), "y"), "xy");
-}
-
-TEST(nxLogText, OfValues)
-{
-    nxExchangePriceFilterBitMask noChange;
-    noChange.SetNoChange();
-    nxExchangePriceFilterBitMask twoBits;
-    twoBits.SetBits(0x2 | 0x8);
-    nxDateTime const time(2026, 11, 15, 9, 30, 5, 123456);
-    nxCurrencyEnum dollar(NX_USD);
-    struct
-    {
-        std::string text;
-        char const* expected;
-    } const rows[] = {
+        {Text(withZero), "ab"},
+        {Text(nxLogCharLenPair(withZero.data(), withZero.size())), withZero},
+        {Text("x", static_cast<char const*>(nullptr), "y"), "xy"},
         {Text(UserID()), "NULL"},
         {Text(UserID(UserID::noChangeValue)), "NO_CHANGE"},
         {Text(UserID(17)), "17"},
         {Text(nxDecimal("-12.50", '.')), "-12.50"},
         {Text(nxDecimal(nxNullInitalizer())), "NULL"},
         {Text(nxDecimal(nxNoChangeInitalizer())), "NO_CHANGE"},
-        {Text(nxMoney(nxDecimal("100.50", '.'), dollar)), "100.50USD"},
+        {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum(NX_USD))), "100.50USD"},
         {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum())), "100.50???"},
         {Text(nxMoney::GetNullMoney()), "NULL"},
         {Text(time), "15 Nov 2026 09:30:05.123456"},
@@ -115,14 +97,10 @@ TEST(nxLogText, OfValues)
         {Text(nxBuySellEnum(NX_BUY)), "BUY"},
         {Text(noChange), "No Change"},
         {Text(twoBits), "IMPLIEDS SETTLEMENTS"},
+        {Text(error), "(1000002) NX_ERR_INVALID_PARAMETER - '" + error.GetLongDescription() + "'"},
     };
     for (auto const& row : rows)
-    {
         EXPECT_EQ(row.text, row.expected);
-    }
-    nxErrorEnum const error(NX_ERR_INVALID_PARAMETER);
-    EXPECT_EQ(Text(error), "(" + std::to_string(error.GetValue()) + ") NX_ERR_INVALID_PARAMETER - '" +
-                               error.GetLongDescription() + "'");
 }
 
 TEST(nxLogStatement, CarriesItsSite)
