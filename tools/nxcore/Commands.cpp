@@ -16,6 +16,7 @@ std::span<Command const* const> AllCommands()
         &listCommand,
         &maskCommand,
         &keysCommand,
+        &referenceCommand,
         &csvCommand,
         &identityCommand,
         &versionCommand,

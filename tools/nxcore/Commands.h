@@ -23,6 +23,7 @@ extern Command const logLoadCommand;
 extern Command const manualCommand;
 extern Command const maskCommand;
 extern Command const priceCommand;
+extern Command const referenceCommand;
 extern Command const sendCommand;
 extern Command const versionCommand;
 extern Command const whenCommand;

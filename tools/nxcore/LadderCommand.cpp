@@ -2,6 +2,8 @@
 
 #include "Arguments.h"
 #include "Commands.h"
+#include "LadderPicture.h"
+#include "OutputFile.h"
 #include "PriceRule.h"
 #include "PriceWords.h"
 #include "Result.h"
@@ -15,6 +17,10 @@ namespace nxTool
 namespace
 {
 constexpr int stepsShown = 5; // to either side
+
+constexpr Option options[] = {
+    {"svg", "FILE", "draw the ladder into an SVG file in place of showing it", Completes::File},
+};
 
 Status ListLadders(Result& result)
 {
@@ -98,13 +104,29 @@ Status Refuse(Result& result, std::string argument, std::string reason)
     return Status::Unusable;
 }
 
+Status DrawLadder(nxVariableTickTable const& ladder, std::string const& name, std::string const& path,
+                  Result& result)
+{
+    std::string const reason = WriteFile(path, LadderPicture(name, ladder, PictureUse::File) + "\n");
+    if (!reason.empty())
+        return Refuse(result, "-svg", reason);
+    result.AddField("ladder", "Ladder", name);
+    result.AddField("file", "Picture", path);
+    return Status::Good;
+}
+
 Status Run(Arguments const& arguments, Result& result)
 {
+    auto const svg = arguments.GetOption("svg");
+    if (svg && arguments.GetAll().size() != 1)
+        return Refuse(result, "-svg", "a picture is of one ladder: give its NAME and no PRICE");
     if (arguments.GetAll().empty())
         return ListLadders(result);
     nxVariableTickTable const* const ladder = FindLadder(arguments.Get(0));
     if (ladder == nullptr)
         return Refuse(result, "NAME", UnknownLadder(arguments.Get(0)));
+    if (svg)
+        return DrawLadder(*ladder, arguments.Get(0), *svg, result);
     bool const hasPrice = arguments.GetAll().size() > 1;
     nxDecimal const price(arguments.Get(1), '.');
     if (hasPrice && !price.IsValid())
@@ -129,9 +151,10 @@ Command const ladderCommand = {
         "Without NAME, lists the ladders of the catalogue. With NAME, which may also be an identifier such\n"
         "as VTT_CHIX_EUZ1, shows the ladder's ranges: the tick of a range is in force up to and including\n"
         "its last price. With PRICE, a decimal, shows the increment there, the price rounded by each of\n"
-        "the four methods, and five steps to either side.",
+        "the four methods, and five steps to either side. With -svg, draws the ladder:\n"
+        "tick over price, both axes logarithmic, each range's last price at its dot.",
     .example = "nxcore ladder CHIX_EUZ1 9.999",
-    .options = {},
+    .options = options,
     .fewestArguments = 0,
     .mostArguments = 2,
     .completes = Completes::Ladder,
