@@ -47,9 +47,7 @@ pid_t StartChild(Body body)
 {
     pid_t const child = fork();
     if (child == 0)
-    {
         _exit(static_cast<int>(body()));
-    }
     return child;
 }
 

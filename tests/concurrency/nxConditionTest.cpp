@@ -31,9 +31,7 @@ nxErrorEnum TryLockElsewhere(nxMutex& mutex)
         {
             result = mutex.TryLock();
             if (result.IsOK())
-            {
                 (void)mutex.Unlock();
-            }
         })
         .join();
     return result;
@@ -86,9 +84,7 @@ TEST(nxCondition, SignalsWakeWaiters)
         }
         SignalUntil(woken, waiters, [&] { return all ? condition.SignalAll() : condition.Signal(); });
         for (std::thread& thread : threads)
-        {
             thread.join();
-        }
     }
 }
 
@@ -111,9 +107,7 @@ TEST(nxConditionRaw, WaitsReturnWithTheCallersMutexHeld)
             EXPECT_TRUE(condition.Signal().IsOK());
         });
     while (!ready)
-    {
         EXPECT_TRUE(condition.Wait(mutex).IsOK());
-    }
     EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
     (void)mutex.Unlock();
     other.join();
@@ -174,9 +168,7 @@ TEST(nxConditionRawShared, WakesAnotherProcess)
             {
                 nxErrorEnum const waited = region->condition.Wait(region->mutex);
                 if (!waited.IsOK())
-                {
                     return false;
-                }
                 continue;
             }
             ++region->turn;
@@ -221,9 +213,7 @@ TEST(nxConditionMutex, AFailedWaitReturnsWithTheMutexReleased)
             waited = condition->Wait();
         });
     while (!held)
-    {
         std::this_thread::yield();
-    }
     // Somebody wakes the waiter and dies with the mutex, so that the wait can't end well.
     std::thread([&] { EXPECT_TRUE(condition->Lock().IsOK() && condition->Signal().IsOK()); }).join();
     waiter.join();

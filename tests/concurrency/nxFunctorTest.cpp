@@ -69,9 +69,7 @@ public:
     {
         nxFunctor* left = nullptr;
         while (_Pop(&left).IsOK())
-        {
             delete left;
-        }
     }
 };
 
@@ -79,9 +77,7 @@ template <typename Condition>
 void WaitUntil(Condition condition)
 {
     while (!condition())
-    {
         std::this_thread::yield();
-    }
 }
 } // namespace
 
@@ -186,9 +182,7 @@ TEST(nxFunctorThread, RunsInTheOrderOfPushingAndDeletes)
     EXPECT_TRUE(queue.Stop().IsOK());
     ASSERT_EQ(ran.size(), std::size_t(functors));
     for (int number = 0; number < functors; ++number)
-    {
         ASSERT_EQ(ran[std::size_t(number)], number);
-    }
     EXPECT_EQ(alive, 0);
 }
 
@@ -343,15 +337,11 @@ TEST(nxFunctorThreadPool, RunsEachFunctorOnce)
             });
     }
     for (std::thread& thread : threads)
-    {
         thread.join();
-    }
     WaitUntil([&] { return count == producers * functorsEach; });
     EXPECT_TRUE(queue.Stop().IsOK());
     for (std::atomic<int> const& run : runs)
-    {
         ASSERT_EQ(run, 1);
-    }
     EXPECT_EQ(alive, 0);
 }
 

@@ -26,9 +26,7 @@ nxErrorEnum TryLockElsewhere(nxMutex& mutex)
         {
             result = mutex.TryLock();
             if (result.IsOK())
-            {
                 (void)mutex.Unlock();
-            }
         });
     other.join();
     return result;

@@ -36,9 +36,7 @@ void Say(char word)
 [[noreturn]] void SleepForEver()
 {
     while (true)
-    {
         pause();
-    }
 }
 
 // How many counts there are to take at once.
@@ -46,9 +44,7 @@ int TakeAll(nxWindowsSemaphore& semaphore)
 {
     int taken = 0;
     while (semaphore.TimedWait(0.0).IsOK())
-    {
         ++taken;
-    }
     return taken;
 }
 
@@ -122,9 +118,7 @@ public:
     ~OtherProcess()
     {
         if (_process != 0)
-        {
             Kill();
-        }
         close(_output);
     }
 
@@ -175,9 +169,7 @@ void RemoveFilesOfThisRun()
     {
         std::string const name = file.path().filename();
         if (name.starts_with("nxcore.") && name.find(mark) != std::string::npos)
-        {
             std::filesystem::remove(file.path());
-        }
     }
 }
 } // namespace
@@ -234,9 +226,7 @@ TEST(nxWindowsMutex, AWaiterGetsTheLockOfAKilledOwner)
         ASSERT_EQ(owner.Hear(surely), 'h');
         OtherProcess waiter("lock", name);
         if (round == 0)
-        {
             EXPECT_EQ(waiter.Hear(soon), '\0');
-        }
         owner.Kill();
         EXPECT_EQ(waiter.Hear(surely), 'l');
         EXPECT_EQ(waiter.End(), 0);
@@ -267,9 +257,7 @@ TEST(nxWindowsMutex, NamesAreAnyBytes)
         })
         .join();
     for (std::string const& name : names)
-    {
         (void)nxWindowsMutex(name).Unlock();
-    }
     std::thread(
         [&]
         {
@@ -325,9 +313,7 @@ TEST(nxWindowsSemaphore, TimesOut)
 {
     nxWindowsSemaphore semaphore(Unique("time"), 0, 1);
     for (double seconds : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN(), 0.0009, 0.03})
-    {
         EXPECT_EQ(semaphore.TimedWait(seconds), NX_ERR_THR_TIMEDOUT) << seconds;
-    }
     std::thread poster([&] { (void)semaphore.Post(); });
     EXPECT_TRUE(semaphore.TimedWait(1e300).IsOK());
     poster.join();
@@ -362,9 +348,7 @@ TEST(nxWindowsSemaphore, OneThatCannotBeMappedIsGivenUp)
 int main(int argc, char** argv)
 {
     if (argc == 4 && std::string_view(argv[1]) == "--role")
-    {
         return PlayRole(argv[2], argv[3]);
-    }
     testing::InitGoogleTest(&argc, argv);
     int const result = RUN_ALL_TESTS();
     RemoveFilesOfThisRun();

@@ -67,9 +67,7 @@ TEST(nxSemaphore, TimedWaitsEndInTime)
 {
     nxSemaphore semaphore(0);
     for (double seconds : {0.0, -0.4999, -1e9, 4294967296.0})
-    {
         EXPECT_EQ(semaphore.TimedWait(seconds), NX_ERR_THR_TIMEDOUT) << seconds;
-    }
     auto const start = Clock::now();
     nxErrorEnum result = semaphore.TimedWait(0.0501);
     EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(48));

@@ -46,9 +46,7 @@ TEST(nxSpinLock, GuardsACounter)
             });
     }
     for (std::thread& worker : workers)
-    {
         worker.join();
-    }
     EXPECT_EQ(count, threads * rounds);
 }
 

@@ -87,9 +87,7 @@ TEST(nxThread, StaysStartedAfterItsBodyHasEnded)
 TEST(nxThread, WaitingForItselfIsADeadlock)
 {
     if (underThreadSanitizer)
-    {
         GTEST_SKIP() << "the sanitizer forgets a thread whose join failed and gives up at the next one";
-    }
     nxErrorEnum result;
     Thread thread([&](Thread& self) { result = self.Wait(); });
     ASSERT_TRUE(thread.Create().IsOK());
@@ -126,9 +124,7 @@ TEST(nxThread, SleepsWholeMilliseconds)
     // A hundred sleeps of no length: were 999 rounded up, they would take 100 ms.
     auto total = timeOf(0);
     for (int sleep = 0; sleep < 100; ++sleep)
-    {
         total += timeOf(999);
-    }
     EXPECT_LT(total, std::chrono::milliseconds(90));
 }
 
@@ -176,9 +172,7 @@ TEST(nxThreadIndex, IsDistinctUnderContention)
             });
     }
     for (std::thread& thread : running)
-    {
         thread.join();
-    }
     std::sort(indices.begin(), indices.end());
     EXPECT_EQ(std::adjacent_find(indices.begin(), indices.end()), indices.end());
 }
@@ -205,9 +199,7 @@ TEST(nxBarrier, HoldsBackUntilAllHaveArrived)
             });
     }
     for (std::thread& thread : running)
-    {
         thread.join();
-    }
     EXPECT_EQ(arrived, threads * rounds);
 }
 

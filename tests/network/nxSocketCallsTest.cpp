@@ -75,9 +75,7 @@ TEST(nxSocketCalls, EachTransferIsOne)
     std::string const self = std::filesystem::read_symlink("/proc/self/exe").string();
     std::string const traced = "strace -o '" + trace.string() + "' ";
     if (std::system((traced + "true 2>/dev/null").c_str()) != 0)
-    {
         GTEST_SKIP() << "strace is not here or may not trace";
-    }
     std::string const variables = std::string(tracedVariable) + "=1 ASAN_OPTIONS=detect_leaks=0 ";
     std::string const arguments = "' --gtest_filter=nxSocketCalls.EachTransferIsOne >/dev/null";
     int const status = std::system((variables + traced + "'" + self + arguments).c_str());

@@ -462,16 +462,12 @@ TEST_F(nxSocketTest, DescriptorsMayHaveAnyNumber)
     rlimit limit = {};
     getrlimit(RLIMIT_NOFILE, &limit);
     if (limit.rlim_max < 2 * many)
-    {
         GTEST_SKIP() << "the process may open only " << limit.rlim_max << " descriptors";
-    }
     rlimit const raised = {limit.rlim_max, limit.rlim_max};
     setrlimit(RLIMIT_NOFILE, &raised);
     std::vector<int> others;
     while (others.size() < many)
-    {
         others.push_back(dup(STDOUT_FILENO));
-    }
     {
         Connection connection;
         EXPECT_GT(DescriptorOf(connection.server), FD_SETSIZE);
@@ -488,9 +484,7 @@ TEST_F(nxSocketTest, DescriptorsMayHaveAnyNumber)
         EXPECT_TRUE(connection.client.Close() == NX_ERR_SOCKET_CLOSE_FAILED);
     }
     for (int const descriptor : others)
-    {
         close(descriptor);
-    }
     setrlimit(RLIMIT_NOFILE, &limit);
 }
 
@@ -554,9 +548,7 @@ TEST_F(nxSocketTest, ASetHoldsSixtyFourDifferentHandles)
         set.push_back(sockets.front().get()); // counts once, wherever it stands
     }
     for (auto& socket : sockets)
-    {
         ASSERT_TRUE(socket->SelectWithoutTimeout().IsOK());
-    }
     std::vector<bool> readable;
     ASSERT_TRUE(nxSocket::Select(set, 0, count, readable).IsOK());
     EXPECT_EQ(count, capacity);

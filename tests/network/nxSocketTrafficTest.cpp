@@ -40,9 +40,7 @@ std::string BytesAt(std::size_t place, std::size_t size)
 {
     std::string text(size, '\0');
     for (char& byte : text)
-    {
         byte = ByteAt(place++);
-    }
     return text;
 }
 
@@ -117,9 +115,7 @@ public:
     void AwaitSleep() const
     {
         while (!_isDone && !_IsAsleep())
-        {
             std::this_thread::sleep_for(1ms);
-        }
     }
 
     /// Interrupts the call a few times, each time where it waits.
@@ -131,9 +127,7 @@ public:
             int const before = signalsHandled;
             pthread_kill(_thread.native_handle(), SIGUSR1);
             while (signalsHandled == before)
-            {
                 std::this_thread::yield();
-            }
         }
         AwaitSleep();
         EXPECT_FALSE(_isDone);
@@ -234,9 +228,7 @@ TEST_F(nxSocketSignal, LeavesConnectAlone)
         [&]
         {
             for (nxSocket& socket : accepted)
-            {
                 ASSERT_TRUE(listener.Accept(socket).IsOK());
-            }
         });
     EXPECT_TRUE(late.IsConnected());
     EXPECT_TRUE(late.Send("x").IsOK());
@@ -279,9 +271,7 @@ void Echo(nxSocket& socket)
     std::vector<char> bytes(50000);
     int count = 0;
     while (socket.Receive(bytes.data(), static_cast<int>(bytes.size()), count).IsOK())
-    {
         ASSERT_TRUE(socket.Send(bytes.data(), count).IsOK());
-    }
 }
 
 /// Sends from a socket that takes what it has room for.
@@ -335,9 +325,7 @@ TEST_F(nxSocketTest, EchoOf64MiBComesBackWhole)
         ASSERT_TRUE(connection.client.SelectWithoutTimeout().IsOK());
         ASSERT_TRUE(connection.client.Receive(buffer, sizeof buffer, received).IsOK());
         for (int index = 0; index < received; ++index)
-        {
             wrong += buffer[index] == ByteAt(place++) ? 0u : 1u;
-        }
     }
     sender.join();
     nxSocket const none;
@@ -354,9 +342,7 @@ TEST_F(nxSocketTest, GatherJoinsMoreBuffersThanTheSystemTakes)
     std::string const text = BytesAt(0, many);
     std::vector<_WSABUF> pieces(many);
     for (unsigned int index = 0; index < many; ++index)
-    {
         nxSocket::SetGatherSendArrayEntry(pieces.data(), index, &text[index], 1);
-    }
     pieces[0].len = 0;
     Connection connection;
     unsigned int sent = 0;
@@ -513,9 +499,7 @@ TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
 
     // An empty datagram is taken for a peer's end; only one of the three receives does so without a line.
     for (int round = 0; round < 3; ++round)
-    {
         ASSERT_TRUE(socket.SendToDestination("", 0, "127.0.0.3", port).IsOK());
-    }
     while (socket.Receive(buffer, sizeof buffer, received).IsOK()) // its own answer may come before
     {
     }
@@ -654,9 +638,7 @@ TEST_F(nxSocketTest, MulticastGroupsAreToldApart)
         })
         .join();
     if (error != 0)
-    {
         GTEST_SKIP() << "a network of its own can't be had here: " << std::strerror(error);
-    }
     EXPECT_EQ(CountOfLines("setsockopt - multicast join. Error: " + std::to_string(ENODEV)), 1u);
     EXPECT_EQ(CountOfLines("setsockopt - multicast join. Error: " + std::to_string(EADDRINUSE)), 1u);
     EXPECT_EQ(CountOfLines("setsockopt - multicast leave"), 1u);

@@ -63,9 +63,7 @@ long long FromDouble(double value, unsigned char places)
     double const fraction = (value - static_cast<double>(whole)) * static_cast<double>(power);
     double rounded = std::floor(fraction);
     if (fraction - rounded >= 0.5)
-    {
         rounded = std::ceil(fraction);
-    }
     return static_cast<long long>(rounded) + whole * power;
 }
 
@@ -254,9 +252,7 @@ TEST(nxDecimalArithmetic, DoublesOutOfRange)
     // Whole part and decimals are -2^63 each, by definition; times a power of ten the one wraps to 0, and with no
     // places the two add up to 0.
     for (double const value : {infinity, -infinity, std::nan(""), 1e300, -1e300})
-    {
         ExpectRaw(nxDecimal(value, 1), smallest, 1);
-    }
     ExpectRaw(nxDecimal(infinity, 0), 0, 0);
     ExpectRaw(nxDecimal(-9223372036854775808.0, 0), smallest, 0);
     ExpectRaw(nxDecimal(9223372036854775808.0, 0), 0, 0);
@@ -402,9 +398,7 @@ TEST(nxDecimalText, PlainAndTrimmed)
         {nxDecimal::GetNoChangeDecimal(), 9, ""},
     };
     for (Row const& row : rows)
-    {
         EXPECT_EQ(row.decimal.GetAsTrimmedString(row.maximumPlaces, '.'), row.text);
-    }
 }
 
 TEST(nxDecimalText, AllForms)

@@ -26,9 +26,7 @@ std::string Listed(nxExchangeRateList const& list)
 {
     std::string text;
     for (auto const& [key, rate] : list.GetExchangeRateMap())
-    {
         text += rate->GetAsString() + " ";
-    }
     return text;
 }
 
@@ -168,21 +166,13 @@ TEST(nxExchangeRateConverter, ManyThreads)
             [&]
             {
                 for (int n = 0; n < 2000; ++n)
-                {
                     if (converter.ConvertToTargetCurrency(dollars, NX_EUR).GetAsString() != "50.00EUR")
-                    {
                         ++wrong;
-                    }
-                }
             });
     }
     for (int n = 0; n < 500; ++n)
-    {
         converter.SetExchangeRateList(list);
-    }
     for (std::thread& thread : threads)
-    {
         thread.join();
-    }
     EXPECT_EQ(wrong, 0);
 }

@@ -79,9 +79,7 @@ TEST(nxMoney, Arithmetic)
     EXPECT_EQ((two * half).GetAsString(), "1.0USD");
     EXPECT_EQ((two / half).GetAsString(), "4.0USD");
     for (nxMoney const& mixed : {two + euros, two - euros, two * euros, two / euros, two + nxMoney()})
-    {
         EXPECT_TRUE(mixed.IsNull() && mixed.GetCurrency().IsUndefined());
-    }
     nxMoney money(two);
     money += half;
     money *= three;
@@ -111,10 +109,8 @@ TEST(nxMoney, Comparison)
         {"", "", "== <= >= "},
     };
     for (Row const& row : rows)
-    {
         EXPECT_EQ(Holding(Money(row.left + low), Money(row.right + low)), row.holding)
             << row.left << row.right;
-    }
     // Across currencies the amount and the currency must agree.
     Row const across[] = {
         {"1", "1", "!= < <= "},
@@ -122,10 +118,8 @@ TEST(nxMoney, Comparison)
         {"2", "1", "!= "},
     };
     for (Row const& row : across)
-    {
         EXPECT_EQ(Holding(Money(row.left + low), Money(row.right + high)), row.holding)
             << row.left << row.right;
-    }
     EXPECT_EQ(Holding(Money("1" + high), Money("1" + low)), "!= > >= ");
     EXPECT_EQ(Holding(Money("1" + high), Money("2" + low)), "!= ");
     EXPECT_EQ(Holding(Money("2" + high), Money("1" + low)), "!= > >= ");

@@ -39,9 +39,7 @@ void* operator new(std::size_t size)
 {
     ++allocations;
     if (void* const memory = std::malloc(size == 0 ? 1 : size))
-    {
         return memory;
-    }
     throw std::bad_alloc();
 }
 

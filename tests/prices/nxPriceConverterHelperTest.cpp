@@ -41,13 +41,9 @@ TEST(nxPriceConverterHelperCreate, MakesTheClassOfTheFormat)
     EXPECT_NE(dynamic_cast<nxFractionModifiedQuarterTickPriceConverter*>(Create(4505).get()), nullptr);
     EXPECT_NE(dynamic_cast<nxFraction12thsTickPriceConverter*>(Create(4524).get()), nullptr);
     for (unsigned int const number : {4501u, 4518u, 4519u})
-    {
         EXPECT_NE(dynamic_cast<nxDecimalPriceConverter*>(Create(number).get()), nullptr);
-    }
     for (unsigned int const number : {0u, 2u, 4500u, 4529u})
-    {
         EXPECT_EQ(Create(number), nullptr) << number;
-    }
 }
 
 TEST(nxPriceConverterHelperText, FailuresLeaveTheText)

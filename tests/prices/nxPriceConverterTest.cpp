@@ -184,9 +184,7 @@ TEST(nxPriceConverterText, IsOfTheFormat)
         {NX_PRICE_FORMAT_FRACTION_FULL_TICK, -0.5, "0"},
     };
     for (TextRow const& row : rows)
-    {
         EXPECT_EQ(TextOf(*Converter(row.format), row.price), row.text) << "format " << row.format;
-    }
 }
 
 TEST(nxPriceConverterText, NeverCarriesIntoTheNextPart)
@@ -213,9 +211,7 @@ TEST(nxPriceConverterText, NeverCarriesIntoTheNextPart)
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_100THS_TICK, 12345678.01, "12345678.006"},
     };
     for (TextRow const& row : rows)
-    {
         EXPECT_EQ(TextOf(*Converter(row.format), row.price), row.text) << "format " << row.format;
-    }
 }
 
 TEST(nxPriceConverterText, TakesAPriceBesideAWholeNumberForWhole)
@@ -231,9 +227,7 @@ TEST(nxPriceConverterText, TakesAPriceBesideAWholeNumberForWhole)
         {NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK, 100 + 15.999999999 / 32, "100-160"},
     };
     for (TextRow const& row : rows)
-    {
         EXPECT_EQ(TextOf(*Converter(row.format), row.price), row.text) << row.price;
-    }
 }
 
 TEST(nxPriceConverterText, IsDefinedForWhatIsNoPrice)
@@ -332,9 +326,7 @@ TEST(nxPriceConverterParse, TakesOneTextForEachDigit)
         {NX_PRICE_FORMAT_FRACTION_MODIFIED_QUARTER_100THS_TICK, "5-250", refused},
     };
     for (ParseRow const& row : rows)
-    {
         ExpectParse(row);
-    }
 }
 
 TEST(nxPriceConverterParse, ForgetsTheLastTextsThirdPosition)
@@ -383,9 +375,7 @@ TEST(nxPriceConverterParse, ReadsSignsAndSeparatorsWhereTheyStand)
         {NX_PRICE_FORMAT_DECIMALS, "5", refused},
     };
     for (ParseRow const& row : rows)
-    {
         ExpectParse(row);
-    }
     EXPECT_FALSE(Converter(NX_PRICE_FORMAT_FRACTION_32NDS_TICK)->SetPriceFromString(std::string(65536, '0')));
     EXPECT_TRUE(Converter(NX_PRICE_FORMAT_FRACTION_32NDS_TICK)->SetPriceFromString(std::string(65535, '0')));
 }
@@ -439,9 +429,7 @@ TEST(nxPriceConverterParse, AnyTextIsRefusedOrComesBack)
         {
             std::string text;
             for (std::size_t length = 1 + random() % 8; text.size() < length;)
-            {
                 text += characters[random() % characters.size()];
-            }
             if (!converter->SetPriceFromString(text))
             {
                 ASSERT_TRUE(converter->GetPrice().IsNull()) << format << ' ' << text;
@@ -627,9 +615,7 @@ TEST(nxPriceConverterDecimals, ARatioIsAboveZero)
     Shown converter;
     EXPECT_TRUE(converter._SetPriceRatio(Tick("0.1")));
     for (char const* const ratio : {"0.00", "-0.01", "x"})
-    {
         EXPECT_FALSE(converter._SetPriceRatio(Tick(ratio))) << ratio;
-    }
     (void)converter.SetMinimumTickIncrement(Tick("1"));
     EXPECT_EQ(TextOf(converter, 985), "98.5"); // the old ratio and its places
 }
@@ -654,9 +640,7 @@ TEST(nxPriceConverterPlaces, SixteenthsOfAThirtySecondNeedNine)
 TEST(nxPriceConverterAllocation, NoneForAShortText)
 {
     if (!nxAllocationCount::IsPossible())
-    {
         GTEST_SKIP();
-    }
     nxFraction32ndsTickPriceConverter thirtySeconds;
     nxFractionModifiedHalf32ndsTickPriceConverter modified;
     nxDecimalPriceConverter decimals;

@@ -195,9 +195,7 @@ TEST(nxVariableTickTableContainerLadders, KeepTheirOddTops)
 TEST(nxVariableTickTableContainerLookup, AllocatesNothingForAKnownLadder)
 {
     if (!nxAllocationCount::IsPossible())
-    {
         GTEST_SKIP();
-    }
     std::string const identifier = "VTT_CXE_mifid_5";
     nxDecimal price("19.995", '.');
     nxAllocationCount const count;

@@ -23,9 +23,7 @@ public:
     Ladder(std::initializer_list<std::pair<char const*, char const*>> ranges)
     {
         for (auto const& [top, increment] : ranges)
-        {
             Add(top, increment);
-        }
     }
 
     // An empty top is that of a topmost range.
@@ -228,9 +226,7 @@ TEST(nxVariableTickTableCache, StaysWhenALookupRunsOffTheList)
 TEST(nxVariableTickTableCache, AllocatesNothing)
 {
     if (!nxAllocationCount::IsPossible())
-    {
         GTEST_SKIP();
-    }
     Ladder const ladder{{"1", "0.1"}, {"2", "0.2"}, {"", "0.5"}};
     nxDecimal const prices[] = {nxDecimal("0.5", '.'), nxDecimal("1.50", '.'), nxDecimal("-3", '.')};
     nxDecimal price("0.5", '.');

@@ -13,9 +13,7 @@ TEST(nxAlgorithmHex, ReadsEveryByteInEveryForm)
         ASSERT_EQ(capitals.size(), 2u);
         std::string small(capitals);
         for (char& digit : small)
-        {
             digit = static_cast<char>(digit >= 'A' ? digit + ('a' - 'A') : digit);
-        }
         std::vector<std::string> forms = {capitals, small, "0x" + capitals, "0x" + small};
         if (number < 16)
         {

@@ -18,9 +18,7 @@ std::vector<std::string> GetColumns(nxCSVFileRow const& row)
 {
     std::vector<std::string> columns;
     for (unsigned int i = 0; i < row.GetColCount(); ++i)
-    {
         columns.push_back(row.GetColValue(i));
-    }
     return columns;
 }
 
@@ -80,22 +78,16 @@ TEST(nxCSVFileRow, SplitsAsTheParserDoes)
     {
         std::string text;
         for (auto length = random() % 14; length != 0; --length)
-        {
             text.push_back(alphabet[random() % sizeof(alphabet)]);
-        }
         char const separator = round % 5 == 0 ? '"' : ','; // also where separator and quote are the same
         std::vector<std::string> plain;
         nxStringParser plainParser(text);
         while (!plainParser.IsFullyParsed())
-        {
             plain.push_back(GetTrimmed(plainParser.GetSubString(separator)));
-        }
         std::vector<std::string> quoted;
         nxStringParser quotedParser(text);
         while (!quotedParser.IsFullyParsed())
-        {
             quoted.push_back(GetTrimmed(quotedParser.GetSubString(separator, '"')));
-        }
         nxCSVFileRow plainRow;
         plainRow.SetRowData(text, separator);
         ASSERT_EQ(GetColumns(plainRow), plain) << text;

@@ -228,15 +228,11 @@ TEST(nxStringHelperParse, Real)
     Row const rows[] = {{"1.5", 1.5},      {"-.5", -0.5}, {"5.", 5.0},
                         {"007.250", 7.25}, {"-0", -0.0},  {"9007199254740993", 9007199254740993.0}};
     for (Row const& row : rows)
-    {
         EXPECT_EQ(Parsed(row.text, 7.0, true), row.value) << row.text;
-    }
     EXPECT_TRUE(std::signbit(Parsed("-0.0", 7.0, true)));
     for (char const* text :
          {"", "-", ".", "-.", "+1", "1e3", "1.2.3", " 1", "1,5", "--1", "inf", "nan", "0x1"})
-    {
         EXPECT_EQ(Parsed(text, 7.0, false), 7.0);
-    }
     double value = 7.0;
     EXPECT_TRUE(nxStringHelper::SetFromString("1,5", value, ',').IsOK());
     EXPECT_EQ(value, 1.5);
@@ -253,9 +249,7 @@ TEST(nxStringHelperParse, RealIsGatheredInDoubles)
     {
         std::string text;
         for (unsigned long long digits = 1 + random() % 24; digits > 0; --digits)
-        {
             text.push_back(static_cast<char>('0' + random() % 10));
-        }
         text.insert(random() % (text.size() + 1), ".");
         ASSERT_EQ(Parsed(text, 0.0, true), GatheredInDoubles(text)) << text;
     }

@@ -16,9 +16,7 @@ Fields AllPlain(std::string const& text)
     nxStringParser parser(text);
     Fields fields;
     while (!parser.IsFullyParsed())
-    {
         fields.push_back(parser.GetSubString(','));
-    }
     EXPECT_EQ(parser.GetSubString(','), "");
     return fields;
 }
@@ -28,9 +26,7 @@ Fields AllQuoted(std::string const& text)
     nxStringParser parser(text);
     Fields fields;
     while (!parser.IsFullyParsed())
-    {
         fields.push_back(parser.GetSubString(',', '"'));
-    }
     EXPECT_EQ(parser.GetSubString(',', '"'), "");
     return fields;
 }
@@ -61,9 +57,7 @@ TEST(nxStringParser, PlainFields)
         {std::string("a\0b,c", 5), {std::string("a\0b", 3), "c"}},
     };
     for (Row const& row : rows)
-    {
         EXPECT_EQ(AllPlain(row.text), row.fields) << row.text;
-    }
 }
 
 TEST(nxStringParser, QuotedFields)
@@ -91,9 +85,7 @@ TEST(nxStringParser, QuotedFields)
         {"\"a\"\"b\"c", {"a\"b"}},
     };
     for (Row const& row : rows)
-    {
         EXPECT_EQ(AllQuoted(row.text), row.fields) << row.text;
-    }
 }
 
 TEST(nxStringParser, BothFormsShareOneCursor)

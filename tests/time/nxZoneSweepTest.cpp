@@ -81,10 +81,8 @@ public:
     Judge() : _changes(FindClockChanges()), _offsets{WallClock(0)}
     {
         for (ClockChange const& change : _changes)
-        {
             if (std::find(_offsets.begin(), _offsets.end(), change.offsetAfter) == _offsets.end())
                 _offsets.push_back(change.offsetAfter);
-        }
     }
 
     std::vector<ClockChange> const& GetChanges() const
@@ -102,13 +100,9 @@ public:
                 earliest = moment;
         }
         for (ClockChange const& change : _changes)
-        {
             if (!earliest && wallClock >= change.moment + change.offsetBefore &&
                 wallClock < change.moment + change.offsetAfter)
-            {
                 return wallClock - change.offsetBefore;
-            }
-        }
         return earliest;
     }
 

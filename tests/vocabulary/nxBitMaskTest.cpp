@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <type_traits>
 
 static_assert(sizeof(nxPriceInterestBitMask) <= 2 * sizeof(void*));
@@ -107,27 +108,17 @@ TEST(nxBitMaskBits, AreAddedThroughTheVirtualOperation)
 
 TEST(nxBitMaskDescription, GoesFromTheLowestBitUpward)
 {
-    struct Row
+    using Row = std::tuple<unsigned int, char const*, char const*, char const*>;
+    for (auto const& [bits, separator, shortForm, longForm] :
+         {Row{0x0, ",", "", ""}, Row{0x5, ",", "BLOCK_TRADES,NEW_PRODUCTS", "Block Trades,New products"},
+          Row{0x25, ",", "BLOCK_TRADES,NEW_PRODUCTS,???", "Block Trades,New products,???"},
+          Row{0x20000001, " | ", "BLOCK_TRADES | ???", "Block Trades | ???"},
+          Row{0x12, "", "IMPLIEDSPREV_SETTLEMENTS", "ImpliedsPrev Settlements"},
+          Row{null32 | 0x1, ",", "Null", "Null"}, Row{noChange32 | 0x1, ",", "No Change", "No Change"}})
     {
-        unsigned int bits;
-        char const* separator;
-        char const* shortForm;
-        char const* longForm;
-    };
-    constexpr Row rows[] = {
-        {0x0, ",", "", ""},
-        {0x5, ",", "BLOCK_TRADES,NEW_PRODUCTS", "Block Trades,New products"},
-        {0x25, ",", "BLOCK_TRADES,NEW_PRODUCTS,???", "Block Trades,New products,???"},
-        {0x20000001, " | ", "BLOCK_TRADES | ???", "Block Trades | ???"},
-        {0x12, "", "IMPLIEDSPREV_SETTLEMENTS", "ImpliedsPrev Settlements"},
-        {null32 | 0x1, ",", "Null", "Null"},
-        {noChange32 | 0x1, ",", "No Change", "No Change"},
-    };
-    for (Row const& row : rows)
-    {
-        nxExchangePriceFilterBitMask const mask(row.bits);
-        EXPECT_EQ(mask.GetShortDescription(row.separator), row.shortForm);
-        EXPECT_EQ(mask.GetLongDescription(row.separator), row.longForm);
+        nxExchangePriceFilterBitMask const mask(bits);
+        EXPECT_EQ(mask.GetShortDescription(separator), shortForm);
+        EXPECT_EQ(mask.GetLongDescription(separator), longForm);
     }
     // Rows of no bit or of several are for readers of the registry, and never printed.
     EXPECT_EQ(nxGenericDataAccessLevelBaseBitMask(0x3).GetShortDescription("+"), "Read+Write");
@@ -136,7 +127,7 @@ TEST(nxBitMaskDescription, GoesFromTheLowestBitUpward)
     EXPECT_EQ(nxServerCapabilityBitMask(0x2000000000000000).GetShortDescription(","), "???");
 }
 
-TEST(nxGenericBitMaskBits, AreARawBag)
+TEST(nxGenericBitMask, IsARawBagThatShowsTheBinaryNumber)
 {
     nxGenericBitMask mask(null32);
     mask.SetBits(0x1);
@@ -148,10 +139,7 @@ TEST(nxGenericBitMaskBits, AreARawBag)
     wide |= 1ull;
     wide.SetBits(nxGenericBitMask64(2));
     EXPECT_EQ(wide.GetValue(), noChange64 | 3);
-}
 
-TEST(nxGenericBitMaskDescription, IsTheBinaryNumber)
-{
     nxGenericBitMask const five(5);
     EXPECT_EQ(five.GetShortDescription(), "101");
     EXPECT_EQ(five.GetLongDescription(), "101 ( 5 )");
@@ -167,7 +155,7 @@ TEST(nxGenericBitMaskDescription, IsTheBinaryNumber)
     EXPECT_EQ(nxGenericBitMask64().GetLongDescription(","), " ( 0 )");
 }
 
-TEST(nxExtendedAttributeHighlightBitMaskBits, AreAllUsable)
+TEST(nxAttributeHighlightBitMasks, CanUseAllBits)
 {
     nxExtendedAttributeHighlightBitMask mask(1);
     mask.SetBits(null64 | noChange64);
@@ -181,18 +169,15 @@ TEST(nxExtendedAttributeHighlightBitMaskBits, AreAllUsable)
     EXPECT_EQ(nxExtendedAttributeHighlightBitMask(null64).GetShortDescription(","),
               "No Description Available");
     EXPECT_EQ(nxExtendedAttributeHighlightBitMask().GetLongDescription(","), "No Description Available");
-}
 
-TEST(nxAttributeHighlightBitMaskBits, KnowNoReservedStates)
-{
-    nxAttributeHighlightBitMask mask(null64);
-    mask |= 1;
-    mask.SetBits(noChange64);
-    EXPECT_TRUE(mask == (null64 | noChange64 | 1) && mask.AreAllBitsSet(null64) && !mask.AreAnyBitsSet(6));
-    mask.ClearBits(null64);
-    EXPECT_TRUE(mask != null64 && mask == nxAttributeHighlightBitMask(noChange64 | 1));
-    mask.Clear();
-    EXPECT_EQ(mask.GetValue(), 0u);
+    nxAttributeHighlightBitMask plain(null64);
+    plain |= 1;
+    plain.SetBits(noChange64);
+    EXPECT_TRUE(plain == (null64 | noChange64 | 1) && plain.AreAllBitsSet(null64) && !plain.AreAnyBitsSet(6));
+    plain.ClearBits(null64);
+    EXPECT_TRUE(plain != null64 && plain == nxAttributeHighlightBitMask(noChange64 | 1));
+    plain.Clear();
+    EXPECT_EQ(plain.GetValue(), 0u);
 }
 
 TEST(nxAttributeHighlightPair, KeepsItsTwoMasksApart)
@@ -227,10 +212,6 @@ TEST(nxUserOrderFlagsBitMaskOperators, TakeNumbersAndMasks)
     EXPECT_EQ(flags.GetShortDescription(","), "NX_USER_ORDER_FLAG_30");
     flags.SetNull();
     EXPECT_EQ(flags.GetShortDescription(","), "Null"); // not the row that the bit has
-}
-
-TEST(nxOrderTransactionFlagsBitMaskNoChange, IsTheBitAlone)
-{
     EXPECT_EQ(nxOrderTransactionFlagsBitMask::GetNoChangeInstance().GetValue(), noChange32);
 }
 

@@ -1,13 +1,16 @@
 // What every enumeration does with numbers and tokens: its own, foreign and unknown ones.
 
 #include "core/vocabulary/nxVocabulary.h"
-#include "tests/vocabulary/nxAnyEnum.h"
+#include "tests/vocabulary/nxWordsTest.h"
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <set>
 #include <string>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 // One number beside the type.
@@ -31,62 +34,43 @@ nxEnumValue Number(unsigned int value)
     return static_cast<nxEnumValue>(value);
 }
 
-struct Stored
-{
-    unsigned int given;
-    unsigned int stored;
-};
+using Numbers = std::initializer_list<unsigned int>;
 
-template <typename Enumeration, std::size_t count>
-void ExpectStored(Stored const (&rows)[count])
+/// Each way to give a number stores it if it is one of the first, and 0 if it is one of the second.
+template <typename Enumeration>
+void ExpectStored(Numbers kept, Numbers refused)
 {
-    for (Stored const& row : rows)
+    auto const expect = [](unsigned int given, unsigned int stored)
     {
-        SCOPED_TRACE(row.given);
-        EXPECT_EQ(Enumeration(Number(row.given)).GetValue(), row.stored);
-
-        Enumeration assigned;
+        SCOPED_TRACE(given);
+        EXPECT_EQ(Enumeration(Number(given)).GetValue(), stored);
+        Enumeration assigned(NX_NO_CHANGE);
+        assigned = Number(given);
+        EXPECT_EQ(assigned.GetValue(), stored);
         assigned.SetNoChange();
-        assigned = Number(row.given);
-        EXPECT_EQ(assigned.GetValue(), row.stored);
-
+        static_cast<nxEnum&>(assigned) = given;
+        EXPECT_EQ(assigned.GetValue(), stored);
         assigned.SetNoChange();
-        static_cast<nxEnum&>(assigned) = row.given;
-        EXPECT_EQ(assigned.GetValue(), row.stored);
-
-        assigned.SetNoChange();
-        static_cast<nxEnum&>(assigned) = nxAnyEnum(row.given);
-        EXPECT_EQ(assigned.GetValue(), row.stored);
-    }
+        static_cast<nxEnum&>(assigned) = nxAnyEnum(given);
+        EXPECT_EQ(assigned.GetValue(), stored);
+    };
+    for (unsigned int const number : kept)
+        expect(number, number);
+    for (unsigned int const number : refused)
+        expect(number, 0);
 }
 } // namespace
 
 TEST(nxEnumAssignment, KeepsWhatLiesBetweenTheBounds)
 {
-    constexpr Stored sides[] = {{0, 0},   {1, 0},  {2, 2},    {10, 0},      {11, 11},
-                                {12, 12}, {13, 0}, {5001, 0}, {1000002, 0}, {4294967295u, 0}};
-    ExpectStored<nxBuySellEnum>(sides);
+    ExpectStored<nxBuySellEnum>({0, 2, 11, 12}, {1, 10, 13, 5001, 1000002, 4294967295u});
+    ExpectStored<nxPriceTypeEnum>({5801, 5819}, {5800, 5827}); // 5819 has no row
+    ExpectStored<nxGenericEnum>({0, 1, 2, 999998}, {999999, 1000001});
+    ExpectStored<nxSyntheticLegCalculationTypeEnum>({0, 2}, {8804, 9000, 9701, 9703, 10000});
+    ExpectStored<nxErrorEnum>({1000030, 1999998}, {500, 1000000, 1999999});
+    ExpectStored<nxTradingCapacityEnum>({2, 14401}, {14400, 14404});
 
-    constexpr Stored priceTypes[] = {{5800, 0}, {5801, 5801}, {5819, 5819}, {5827, 0}}; // 5819 has no row
-    ExpectStored<nxPriceTypeEnum>(priceTypes);
-
-    constexpr Stored anything[] = {{0, 0}, {1, 1}, {2, 2}, {999998, 999998}, {999999, 0}, {1000001, 0}};
-    ExpectStored<nxGenericEnum>(anything);
-
-    constexpr Stored crossed[] = {{0, 0}, {2, 2}, {8804, 0}, {9000, 0}, {9701, 0}, {9703, 0}, {10000, 0}};
-    ExpectStored<nxSyntheticLegCalculationTypeEnum>(crossed);
-
-    constexpr Stored errors[] = {
-        {500, 0}, {1000000, 0}, {1000030, 1000030}, {1999998, 1999998}, {1999999, 0}};
-    ExpectStored<nxErrorEnum>(errors);
-
-    constexpr Stored capacities[] = {{14400, 0}, {14401, 14401}, {14404, 0}, {2, 2}};
-    ExpectStored<nxTradingCapacityEnum>(capacities);
-}
-
-TEST(nxEnumAssignment, ReportsTheOutcomeInside)
-{
-    nxAnyEnum value;
+    nxAnyEnum value; // the outcome is reported inside
     EXPECT_TRUE(value._Set(5u));
     EXPECT_FALSE(value._Set(4294967295u));
     EXPECT_EQ(value.GetValue(), 0u);
@@ -127,96 +111,62 @@ TEST(nxEnumAssignment, AsksADerivedClassForItsBounds)
     EXPECT_EQ(side, NX_TRUE);
     static_cast<nxEnum&>(side) = wider;
     EXPECT_TRUE(side.IsUndefined());
-}
 
-// Classes without an assignment of their own check even a copy of their own kind.
-TEST(nxEnumAssignment, ChecksCopiesOfPlainClasses)
-{
-    nxWiderEnum<nxTradingCapacityEnum> wider;
-    static_cast<nxEnum&>(wider) = 500u;
-    EXPECT_EQ(wider.GetValue(), 500u);
-    nxTradingCapacityEnum capacity(wider);
+    // Classes without an assignment of their own check even a copy of their own kind.
+    nxWiderEnum<nxTradingCapacityEnum> widerCapacity;
+    static_cast<nxEnum&>(widerCapacity) = 500u;
+    nxTradingCapacityEnum capacity(widerCapacity);
     EXPECT_EQ(capacity.GetValue(), 500u);
-    capacity = static_cast<nxTradingCapacityEnum const&>(wider);
+    capacity = static_cast<nxTradingCapacityEnum const&>(widerCapacity);
     EXPECT_TRUE(capacity.IsUndefined());
 }
 
 TEST(nxEnumToken, OfAnotherClassClearsAndAnUnknownWordDoesNot)
 {
-    struct Row
-    {
-        char const* token;
-        bool isTaken;
-        unsigned int stored;
-    };
-    constexpr Row rows[] = {
-        {"TRUE", true, 5001},   {"FALSE", true, 5002},
-        {"BUY", false, 0},      {"buy", false, 5002},
-        {"True", false, 5002},  {" TRUE", false, 5002},
-        {"TRUE ", false, 5002}, {"", false, 5002},
-        {"5001", false, 5002},  {"UNDEFINED", true, 0},
-        {"NO_CHANGE", true, 2}, {"NOT_REGISTERED", false, 0},
-        {"NOCHANGE", false, 0}, {"NX_ERR_NOT_FOUND", false, 0},
-    };
-    for (Row const& row : rows)
+    using namespace std::string_literals;
+    using Row = std::tuple<std::string, bool, unsigned int>;
+    for (auto const& [token, isTaken, stored] :
+         {Row{"TRUE", true, 5001}, Row{"FALSE", true, 5002}, Row{"BUY", false, 0}, Row{"buy", false, 5002},
+          Row{"True", false, 5002}, Row{" TRUE", false, 5002}, Row{"TRUE ", false, 5002},
+          Row{"", false, 5002}, Row{"TRUE\0"s, false, 5002}, Row{"5001", false, 5002},
+          Row{"UNDEFINED", true, 0}, Row{"NO_CHANGE", true, 2}, Row{"NOT_REGISTERED", false, 0},
+          Row{"NOCHANGE", false, 0}, Row{"NX_ERR_NOT_FOUND", false, 0}})
     {
         nxBoolEnum flag(false);
-        EXPECT_EQ(flag.SetFromString(row.token), row.isTaken) << row.token;
-        EXPECT_EQ(flag.GetValue(), row.stored) << row.token;
-
+        EXPECT_EQ(flag.SetFromString(token), isTaken) << token;
+        EXPECT_EQ(flag.GetValue(), stored) << token;
         flag = false;
-        EXPECT_EQ(flag.SetFromShortDescriptionString(row.token), row.isTaken) << row.token;
-        EXPECT_EQ(flag.GetValue(), row.stored) << row.token;
+        EXPECT_EQ(flag.SetFromShortDescriptionString(token), isTaken) << token;
+        EXPECT_EQ(flag.GetValue(), stored) << token;
     }
-    nxBoolEnum flag(false);
-    EXPECT_FALSE(flag.SetFromString(std::string("TRUE\0", 5)));
-    EXPECT_EQ(flag, NX_FALSE);
-}
-
-TEST(nxEnumToken, OfTheUnregisteredRowFitsOnlyTheGenericClass)
-{
-    nxGenericEnum any;
+    nxGenericEnum any; // the one class that the unregistered row fits
     EXPECT_TRUE(any.SetFromString("NOT_REGISTERED"));
     EXPECT_EQ(any.GetValue(), 1u);
     EXPECT_FALSE(any.SetFromString("NX_ERR_NOT_FOUND"));
     EXPECT_EQ(any.GetValue(), 0u);
-}
 
-TEST(nxEnumToken, OfCrossedBoundsIsKnownAndRefused)
-{
-    nxSyntheticLegCalculationTypeEnum type;
-    type.SetNoChange();
-    EXPECT_FALSE(type.SetFromString("NX_SYNTHETIC_STRATEGY_LEG_CALCULATION_TYPE_YIELD"));
-    EXPECT_TRUE(type.IsUndefined());
+    nxSyntheticLegCalculationTypeEnum crossed(NX_NO_CHANGE); // its bounds keep out even its own rows
+    EXPECT_FALSE(crossed.SetFromString("NX_SYNTHETIC_STRATEGY_LEG_CALCULATION_TYPE_YIELD"));
+    EXPECT_TRUE(crossed.IsUndefined());
     EXPECT_TRUE(nxEnum::IsRegisteredEnumValue(9703));
-    EXPECT_FALSE(nxSyntheticLegCalculationTypeEnum(Number(9703)).IsSpecificTypeForInstance());
+    EXPECT_FALSE(Make<nxSyntheticLegCalculationTypeEnum>(9703).IsSpecificTypeForInstance());
 }
 
 TEST(nxEnumDescription, FallsBackToTheUnregisteredRow)
 {
-    struct Row
+    using Row = std::tuple<unsigned int, std::string, std::string>;
+    for (auto const& [number, token, text] :
+         {Row{0, "UNDEFINED", "undefined"}, Row{1, "NOT_REGISTERED", "not registered"},
+          Row{2, "NO_CHANGE", "no change"}, Row{11, "BUY", "Buy"},
+          Row{5819, "NOT_REGISTERED", "not registered"}, Row{7005, "NOT_REGISTERED", "not registered"},
+          Row{4294967295u, "NOT_REGISTERED", "not registered"}})
     {
-        unsigned int number;
-        char const* token;
-        char const* text;
-    };
-    constexpr Row rows[] = {
-        {0, "UNDEFINED", "undefined"},
-        {1, "NOT_REGISTERED", "not registered"},
-        {2, "NO_CHANGE", "no change"},
-        {11, "BUY", "Buy"},
-        {5819, "NOT_REGISTERED", "not registered"},
-        {7005, "NOT_REGISTERED", "not registered"},
-        {4294967295u, "NOT_REGISTERED", "not registered"},
-    };
-    for (Row const& row : rows)
-    {
-        nxAnyEnum const value(row.number);
-        EXPECT_EQ(value.GetShortDescription(), row.token);
-        EXPECT_EQ(value.GetLongDescription(), row.text);
-        EXPECT_EQ(value.GetEnumValue(), Number(row.number));
+        nxAnyEnum const value(number);
+        EXPECT_EQ(value.GetShortDescription(), token);
+        EXPECT_EQ(value.GetLongDescription(), text);
+        EXPECT_EQ(value.GetEnumValue(), Number(number));
         EXPECT_EQ(&value.GetAsString(), &value.GetShortDescription()); // no copy is made
-        EXPECT_EQ(nxEnum::IsRegisteredEnumValue(row.number), row.number == 1 || row.token[2] != 'T');
+        EXPECT_EQ(nxEnum::IsRegisteredEnumValue(number), number == 1 || token != "NOT_REGISTERED");
     }
 }
 
@@ -251,6 +201,8 @@ TEST(nxEnumComparison, IsByNumberWhateverTheClass)
     EXPECT_TRUE(buy == 11u && 11u == buy && buy != 12u);
     EXPECT_TRUE(buy != nxBoolEnum(true) && nxBoolEnum() == nxBuySellEnum());
     EXPECT_TRUE(buy < nxBuySellEnum(NX_SELL) && !(buy < buy));
+    EXPECT_TRUE(nxBoolEnum(true) == true && false == nxBoolEnum(false) && nxBoolEnum(true) != false);
+    EXPECT_TRUE(nxBoolEnum() != true && nxBoolEnum() != false);
 
     // A number is compared as it is: it must not be checked against the bounds first, which would make it 0.
     EXPECT_FALSE(nxBuySellEnum() == NX_TRUE);
@@ -259,58 +211,30 @@ TEST(nxEnumComparison, IsByNumberWhateverTheClass)
     nxWiderEnum<nxBuySellEnum> wider;
     wider = NX_BUY;
     EXPECT_TRUE(wider == buy && buy == wider && wider == NX_BUY && wider == wider);
-}
 
-TEST(nxEnumComparison, OfABooleanIsWithItsTruth)
-{
-    EXPECT_TRUE(nxBoolEnum(true) == true && false == nxBoolEnum(false) && nxBoolEnum(true) != false);
-    EXPECT_TRUE(nxBoolEnum() != true && nxBoolEnum() != false);
-}
-
-TEST(nxEnumComparison, OfCurrenciesIsAFullOrder)
-{
     nxCurrencyEnum const low(Number(1401));
     nxCurrencyEnum const high(Number(1402));
     EXPECT_TRUE(low < high && high > low && low <= high && high >= low && low <= low && low >= low);
     EXPECT_FALSE(high < low || low > high || high <= low || low >= high || low < low || low > low);
 }
 
-TEST(nxBuySellEnumCodes, AreForBothSidesOnly)
+TEST(nxBuySellEnum, CodesSignsAndTheOverallSide)
 {
-    struct Row
-    {
-        unsigned int number;
-        char code;
-        char const* sign;
-    };
-    for (Row const& row : {Row{11, 'B', "+"}, Row{12, 'S', "-"}, Row{0, ' ', ""}, Row{2, ' ', ""}})
-    {
-        EXPECT_EQ(nxBuySellEnum(Number(row.number)).GetAsSingleCharacterCode(), row.code);
-        EXPECT_EQ(nxBuySellEnum(Number(row.number)).GetSignString(), row.sign);
-    }
+    EXPECT_EQ(Words(&nxBuySellEnum::GetAsSingleCharacterCode), "0=  2=  11=B 12=S");
+    EXPECT_EQ(Words(&nxBuySellEnum::GetSignString), "11=+ 12=-");
     nxWiderEnum<nxBuySellEnum> foreign;
     foreign = Number(500);
     EXPECT_EQ(foreign.GetSignString(), "-"); // any other number counts as a sale
     EXPECT_EQ(foreign.GetAsSingleCharacterCode(), ' ');
-}
 
-TEST(nxBuySellEnumOverall, IsBuyForTwoSales)
-{
-    struct Row
-    {
-        nxEnumValue strategy;
-        nxEnumValue leg;
-        nxEnumValue overall;
-    };
-    constexpr Row rows[] = {
-        {NX_BUY, NX_BUY, NX_BUY},
-        {NX_BUY, NX_SELL, NX_SELL},
-        {NX_SELL, NX_BUY, NX_SELL},
-        {NX_SELL, NX_SELL, NX_BUY},
-        {NX_UNDEFINED, NX_BUY, NX_UNDEFINED},
-        {NX_SELL, NX_NO_CHANGE, NX_UNDEFINED},
-        {NX_NO_CHANGE, NX_NO_CHANGE, NX_UNDEFINED},
-    };
-    for (Row const& row : rows)
-        EXPECT_EQ(nxBuySellEnum::GetOverallBuySell(row.strategy, row.leg), row.overall);
+    nxEnumValue const rows[][3] = {// strategy, leg, overall
+                                   {NX_BUY, NX_BUY, NX_BUY},
+                                   {NX_BUY, NX_SELL, NX_SELL},
+                                   {NX_SELL, NX_BUY, NX_SELL},
+                                   {NX_SELL, NX_SELL, NX_BUY},
+                                   {NX_UNDEFINED, NX_BUY, NX_UNDEFINED},
+                                   {NX_SELL, NX_NO_CHANGE, NX_UNDEFINED},
+                                   {NX_NO_CHANGE, NX_NO_CHANGE, NX_UNDEFINED}};
+    for (auto const& [strategy, leg, overall] : rows)
+        EXPECT_EQ(nxBuySellEnum::GetOverallBuySell(strategy, leg), overall);
 }

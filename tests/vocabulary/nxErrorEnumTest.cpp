@@ -2,6 +2,7 @@
 
 #include "core/vocabulary/nxErrorEnum.h"
 #include "core/vocabulary/nxException.h"
+#include "tests/vocabulary/nxWordsTest.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +16,8 @@ static_assert(std::is_convertible_v<nxErrorEnum, nxException>);
 
 namespace
 {
-nxErrorEnum Error(unsigned int number)
-{
-    return nxErrorEnum(static_cast<nxEnumValue>(number));
+constexpr auto Error = Make<nxErrorEnum>;
 }
-} // namespace
 
 TEST(nxErrorEnumSuccess, IsZeroAlone)
 {
@@ -34,22 +32,14 @@ TEST(nxErrorEnumSuccess, IsZeroAlone)
     EXPECT_TRUE(error.IsOK());
 }
 
-TEST(nxErrorEnumRows, MayShareAMessage)
+TEST(nxErrorEnumRows, MayShareAMessageAndAreOfAKindByTheirNumber)
 {
     EXPECT_EQ(Error(1000030).GetShortDescription(), "NOT_REGISTERED");
     EXPECT_EQ(Error(1000024).GetLongDescription(), Error(1024000).GetLongDescription());
     EXPECT_NE(Error(1000024), Error(1024000));
     EXPECT_EQ(Error(1005064).GetShortDescription().size(), 64u); // the longest token that is accepted
-}
-
-TEST(nxErrorEnumKinds, GoByTheNumber)
-{
-    for (unsigned int number = 1000000; number < 1030000; ++number)
-    {
-        EXPECT_EQ(Error(number).IsTimeout(), number == 1000213 || number == 1000214) << number;
-        EXPECT_EQ(Error(number).IsSecurityError(), number >= 1001000 && number <= 1001048) << number;
-    }
-    EXPECT_FALSE(nxErrorEnum().IsTimeout() || nxErrorEnum().IsSecurityError());
+    EXPECT_EQ(WhereTrue<nxErrorEnum>(&nxErrorEnum::IsTimeout), "1000213-1000214");
+    EXPECT_EQ(WhereTrue<nxErrorEnum>(&nxErrorEnum::IsSecurityError), "1001000-1001048");
 }
 
 TEST(nxExceptionContent, IsAnErrorAndAText)
