@@ -1,9 +1,16 @@
-// Amounts with a currency: what mixes, how two currencies compare, and the texts; and ratios beside them.
+// Amounts with a currency, ratios and exchange rates: what mixes, how they compare, their texts, who owns a rate, and
+// the process's one converter.
 #include "core/numbers/nxMoney.h"
+#include "core/numbers/nxExchangeRateConverter.h"
 #include "core/numbers/nxRatio.h"
 #include "core/text/nxStringHelper.h"
+#include "tests/concurrency/RunTogether.h"
+#include "tests/logging/nxRecordingLogDevice.h"
 
 #include <gtest/gtest.h>
+
+#include <atomic>
+#include <tuple>
 
 namespace
 {
@@ -13,6 +20,27 @@ nxMoney Money(std::string const& text)
     nxMoney money;
     EXPECT_TRUE(money.SetFromString(text, '.').IsOK()) << text;
     return money;
+}
+
+nxExchangeRate Rate(nxEnumValue source, nxEnumValue target, char const* rate)
+{
+    return nxExchangeRate(source, target, nxDecimal(rate, '.'));
+}
+
+nxExchangeRateList List(std::initializer_list<nxExchangeRate> rates)
+{
+    nxExchangeRateList list;
+    for (nxExchangeRate const& rate : rates)
+        list.SetExchangeRate(rate);
+    return list;
+}
+
+std::string Listed(nxExchangeRateList const& list)
+{
+    std::string text;
+    for (auto const& [key, rate] : list.GetExchangeRateMap())
+        text += rate->GetAsString() + " ";
+    return text;
 }
 
 /// Which of == != < <= > >= hold, in that order.
@@ -28,6 +56,16 @@ std::string Holding(ValueT const& left, ValueT const& right)
     holding += left >= right ? ">= " : "";
     return holding;
 }
+
+class nxExchangeRateLog : public nxRecordingTest
+{
+};
+
+class Keys : public nxExchangeRateList
+{
+public:
+    using nxExchangeRateList::_GetMapKey;
+};
 
 } // namespace
 
@@ -51,14 +89,11 @@ TEST(nxMoney, Text)
     EXPECT_TRUE(money.IsNoChange() && money.GetCurrency().IsNoChange());
     EXPECT_EQ(money.GetAsString('.'), "NO_CHANGE"); // by its currency
     EXPECT_EQ(money.GetAsLogString(), "NO_CHANGE");
-}
 
-TEST(nxMoney, RefusedTextLeavesNull)
-{
     for (char const* text :
          {"", "US", "100", "100.50", "1usd", "1BUY", "1 USD", "1.5.0USD", "1,5USD", "-USD", "USD1"})
     {
-        nxMoney money = Money("7EUR");
+        money = Money("7EUR");
         EXPECT_TRUE(nxStringHelper::SetFromString(text, money, '.') == NX_ERR_INVALID_PARAMETER) << text;
         EXPECT_TRUE(money.IsNull() && money.GetCurrency().IsUndefined()) << text;
     }
@@ -93,39 +128,23 @@ TEST(nxMoney, Arithmetic)
 
 TEST(nxMoney, Comparison)
 {
-    struct Row
-    {
-        char const* left;
-        char const* right;
-        char const* holding;
-    };
-    ASSERT_TRUE(nxCurrencyEnum(NX_EUR).GetValue() != nxCurrencyEnum(NX_USD).GetValue());
     bool const eurFirst = nxCurrencyEnum(NX_EUR) < nxCurrencyEnum(NX_USD);
     std::string const low = eurFirst ? "EUR" : "USD";
     std::string const high = eurFirst ? "USD" : "EUR";
-    Row const rows[] = {
-        {"1.0", "1.00", "== <= >= "}, {"1", "2", "!= < <= "},
-        {"2", "1", "!= > >= "},       {"", "1", "!= < <= "}, // null amounts sort below
-        {"", "", "== <= >= "},
-    };
-    for (Row const& row : rows)
-        EXPECT_EQ(Holding(Money(row.left + low), Money(row.right + low)), row.holding)
-            << row.left << row.right;
-    // Across currencies the amount and the currency must agree.
-    Row const across[] = {
-        {"1", "1", "!= < <= "},
-        {"1", "2", "!= < <= "},
-        {"2", "1", "!= "},
-    };
-    for (Row const& row : across)
-        EXPECT_EQ(Holding(Money(row.left + low), Money(row.right + high)), row.holding)
-            << row.left << row.right;
-    EXPECT_EQ(Holding(Money("1" + high), Money("1" + low)), "!= > >= ");
-    EXPECT_EQ(Holding(Money("1" + high), Money("2" + low)), "!= ");
-    EXPECT_EQ(Holding(Money("2" + high), Money("1" + low)), "!= > >= ");
+    ASSERT_TRUE(nxCurrencyEnum(NX_EUR) != nxCurrencyEnum(NX_USD));
+    using Row = std::tuple<std::string, std::string, char const*>;
+    for (auto const& [left, right, holding] :
+         {Row{"1.0" + low, "1.00" + low, "== <= >= "}, Row{"1" + low, "2" + low, "!= < <= "},
+          Row{"2" + low, "1" + low, "!= > >= "}, Row{low, "1" + low, "!= < <= "}, // null amounts sort below
+          Row{low, low, "== <= >= "},
+          // Across currencies the amount and the currency must agree.
+          Row{"1" + low, "1" + high, "!= < <= "}, Row{"1" + low, "2" + high, "!= < <= "},
+          Row{"2" + low, "1" + high, "!= "}, Row{"1" + high, "1" + low, "!= > >= "},
+          Row{"1" + high, "2" + low, "!= "}, Row{"2" + high, "1" + low, "!= > >= "}})
+        EXPECT_EQ(Holding(Money(left), Money(right)), holding) << left << ' ' << right;
 }
 
-TEST(nxRatio, ValuesAndStates)
+TEST(nxRatio, ValuesAndTexts)
 {
     nxRatio ratio;
     EXPECT_TRUE(ratio.IsNull());
@@ -140,11 +159,7 @@ TEST(nxRatio, ValuesAndStates)
     ratio.SetNoChange();
     EXPECT_TRUE(ratio.IsNoChange() && ratio.GetLHS() == 0 && ratio.GetRHS() == 0);
     EXPECT_EQ(ratio.GetAsLogString(), "NO_CHANGE");
-}
 
-TEST(nxRatio, Parsing)
-{
-    nxRatio ratio;
     EXPECT_TRUE(ratio.SetFromString("01:4294967298").IsOK()); // wraps
     EXPECT_EQ(ratio.GetAsString(), "1:2");
     for (char const* text :
@@ -171,4 +186,106 @@ TEST(nxRatio, Comparison)
     EXPECT_EQ(Holding(nxRatio(1, 3), nxRatio(1, 2)), "!= < <= ");
     EXPECT_EQ(Holding(nxRatio(1, 2), nxRatio(2, 4)), "!= > >= ");         // neither equal nor less
     EXPECT_EQ(Holding(nxRatio(65536, 1), nxRatio(1, 65536)), "!= < <= "); // 2^32 wraps to 0
+}
+
+TEST(nxExchangeRate, ConvertsOneWayOnly)
+{
+    nxExchangeRate const rate = Rate(NX_USD, NX_EUR, "0.92");
+    EXPECT_EQ(rate.GetAsString(), "USD:EUR=0.92");
+    EXPECT_EQ(rate.ConvertToTargetCurrency(Money("100USD")).GetAsString(), "92.00EUR");
+    EXPECT_EQ(rate.ConvertToTargetCurrency(Money("0.1250USD")).GetAsString(), "0.1150EUR");
+    EXPECT_EQ(rate.ConvertToTargetCurrency(Money("100EUR")).GetAsString(), "???"); // null money
+    nxMoney const null = rate.ConvertToTargetCurrency(Money("USD"));
+    EXPECT_TRUE(null.IsNull() && null.GetCurrency() == NX_EUR);
+    // A null rate is ignored, as a null factor always is.
+    EXPECT_EQ(Rate(NX_USD, NX_EUR, "").ConvertToTargetCurrency(Money("100USD")).GetAsString(), "100EUR");
+    EXPECT_EQ(nxExchangeRate().GetAsString(), "UNDEFINED:UNDEFINED=0");
+}
+
+TEST(nxExchangeRateList, SetKeepsTheObjectOfAPairAndAssignmentAddsAndReplaces)
+{
+    nxExchangeRateList list =
+        List({Rate(NX_USD, NX_EUR, "0.90"), Rate(NX_EUR, NX_USD, "1.10"), Rate(NX_USD, NX_GBP, "0.80")});
+    std::vector<nxExchangeRate const*> rates(1, nullptr);
+    list.GetExchangeRates(NX_USD, rates);
+    ASSERT_EQ(rates.size(), 2u);
+    nxExchangeRate const* const held = rates[0]->GetTargetCurrency() == NX_EUR ? rates[0] : rates[1];
+    list.SetExchangeRate(Rate(NX_USD, NX_EUR, "0.95"));
+    EXPECT_EQ(held->GetAsString(), "USD:EUR=0.95");
+    EXPECT_EQ(list.ConvertToTargetCurrency(Money("100.00USD"), NX_EUR).GetAsString(), "95.00EUR");
+    EXPECT_EQ(list.ConvertToTargetCurrency(Money("100.00USD"), NX_USD).GetAsString(), "100.00USD");
+    EXPECT_TRUE(list.ConvertToTargetCurrency(Money("100.00GBP"), NX_USD).IsNull()); // no inverse
+
+    nxExchangeRateList right = List({Rate(NX_USD, NX_EUR, "0.97")});
+    nxExchangeRateList const copy(right);
+    list = right;
+    nxExchangeRateList& same = list;
+    list = same;
+    right.SetExchangeRate(Rate(NX_USD, NX_EUR, "0.99"));
+    EXPECT_EQ(list.ConvertToTargetCurrency(Money("100.00USD"), NX_EUR).GetAsString(), "97.00EUR");
+    EXPECT_EQ(Listed(copy), "USD:EUR=0.97 ");
+    list.RemoveExchangeRates(NX_USD);
+    EXPECT_EQ(Listed(list), "EUR:USD=1.10 ");
+
+    nxCurrencyEnum const eur(NX_EUR);
+    nxCurrencyEnum const usd(NX_USD);
+    EXPECT_EQ(Keys::_GetMapKey(usd, eur), eur.GetValue() * 1450 + usd.GetValue());
+    EXPECT_EQ(Keys::_GetMapKey(Rate(NX_EUR, NX_USD, "1")), usd.GetValue() * 1450 + eur.GetValue());
+}
+
+TEST_F(nxExchangeRateLog, DumpListsTheRatesBetweenDashes)
+{
+    List({Rate(NX_USD, NX_EUR, "0.90"), Rate(NX_EUR, NX_USD, "")}).Dump(NX_WRN);
+    std::string const dashes(40, '-');
+    std::vector<std::string> rates = {"USD:EUR=0.90", "EUR:USD=NULL"};
+    if (nxCurrencyEnum(NX_USD) < nxCurrencyEnum(NX_EUR))
+        std::swap(rates[0], rates[1]); // the target's number comes first in the order
+    EXPECT_EQ(Messages(), (std::vector<std::string>{dashes, rates[0], rates[1], dashes}));
+    EXPECT_EQ(Levels(), std::vector<unsigned int>(4, NX_WRN));
+}
+
+TEST(nxExchangeRateConverter, ListAndDefaultTarget)
+{
+    nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
+    EXPECT_EQ(&converter, &nxExchangeRateConverter::GetInstance());
+    converter.SetAndOwnExchangeRateList(nullptr);
+    nxMoney const dollars = Money("100.00USD");
+    EXPECT_EQ(converter.ConvertToTargetCurrency(dollars, NX_USD).GetAsString(), "100.00USD");
+    EXPECT_TRUE(converter.ConvertToTargetCurrency(dollars, NX_EUR).IsNull());
+    EXPECT_EQ(converter.ConvertToTargetCurrency(dollars).GetAsString(), "100.00USD"); // no default target
+    converter.SetDefaultTargetCurrency(NX_EUR);
+    EXPECT_TRUE(converter.GetDefaultTargetCurrency() == NX_EUR);
+    EXPECT_TRUE(converter.ConvertToTargetCurrency(dollars).IsNull()); // no list
+
+    nxExchangeRateList list = List({Rate(NX_USD, NX_EUR, "0.90")});
+    converter.SetExchangeRateList(list);
+    list.RemoveExchangeRates(NX_USD); // the converter has a copy
+    EXPECT_EQ(converter.ConvertToTargetCurrency(dollars).GetAsString(), "90.00EUR");
+
+    auto* const owned = new nxExchangeRateList(List({Rate(NX_USD, NX_EUR, "0.80")}));
+    converter.SetAndOwnExchangeRateList(owned);
+    converter.SetAndOwnExchangeRateList(owned); // leaves it as it is
+    converter.Lock();
+    EXPECT_EQ(converter.ConvertToTargetCurrencyNoLock(dollars).GetAsString(), "80.00EUR");
+    EXPECT_EQ(converter.ConvertToTargetCurrencyNoLock(dollars, NX_EUR).GetAsString(), "80.00EUR");
+    EXPECT_TRUE(converter.GetDefaultTargetCurrencyNoLock() == NX_EUR);
+    converter.Unlock();
+    converter.SetDefaultTargetCurrency(nxCurrencyEnum());
+
+    // For the thread and address sanitizers: rates are replaced while others convert by them.
+    nxExchangeRateList const rates = List({Rate(NX_USD, NX_EUR, "0.80")});
+    std::atomic<int> wrong{0};
+    RunTogether(4,
+                [&](int thread)
+                {
+                    for (int n = 0; n < 1000; ++n)
+                    {
+                        if (thread == 0)
+                            converter.SetExchangeRateList(rates);
+                        else
+                            wrong += converter.ConvertToTargetCurrency(dollars, NX_EUR).GetAsString() !=
+                                     "80.00EUR";
+                    }
+                });
+    EXPECT_EQ(wrong, 0);
 }
