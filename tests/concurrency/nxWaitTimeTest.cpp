@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdint>
 #include <limits>
+#include <tuple>
 
 namespace
 {
@@ -20,13 +21,8 @@ std::int64_t Milliseconds(std::timespec const& time)
 
 TEST(nxWaitTime, SecondsAreSplitAndCut)
 {
-    struct Row
-    {
-        double seconds;
-        std::int64_t wholeSeconds;
-        long nanoseconds;
-    };
-    for (Row const& row :
+    using Row = std::tuple<double, std::int64_t, long>;
+    for (auto const& [seconds, wholeSeconds, nanoseconds] :
          {Row{0.0, 0, 0}, Row{1.5, 1, 500000000},
           Row{2.3, 2, 299999999},      // the double lies below 2.3, and nothing is rounded
           Row{-0.5, -1, 500000000},    //
@@ -35,29 +31,24 @@ TEST(nxWaitTime, SecondsAreSplitAndCut)
           Row{1e300, smallest, 0}, Row{-1e300, smallest, 0}, Row{infinity, smallest, smallest},
           Row{std::numeric_limits<double>::quiet_NaN(), smallest, smallest}})
     {
-        std::timespec const relative = nxWaitTime::FromSeconds(row.seconds);
-        EXPECT_EQ(relative.tv_sec, row.wholeSeconds) << row.seconds;
-        EXPECT_EQ(relative.tv_nsec, row.nanoseconds) << row.seconds;
+        std::timespec const relative = nxWaitTime::FromSeconds(seconds);
+        EXPECT_EQ(relative.tv_sec, wholeSeconds) << seconds;
+        EXPECT_EQ(relative.tv_nsec, nanoseconds) << seconds;
     }
 }
 
 TEST(nxWaitTime, MicrosecondsAreSplit)
 {
-    struct Row
-    {
-        unsigned long long microseconds;
-        std::int64_t wholeSeconds;
-        long nanoseconds;
-    };
+    using Row = std::tuple<unsigned long long, std::int64_t, long>;
     constexpr unsigned long long second = 1000000;
-    for (Row const& row :
+    for (auto const& [microseconds, wholeSeconds, nanoseconds] :
          {Row{999999, 0, 999999000}, Row{1500000, 1, 500000000}, Row{(1ULL << 31) * second, smallest, 0},
           Row{(1ULL << 32) * second + 7, 0, 7000}, // whole seconds beyond 32 bits are lost
           Row{~0ULL, -140462611, 551615000}})
     {
-        std::timespec const relative = nxWaitTime::FromMicroseconds(row.microseconds);
-        EXPECT_EQ(relative.tv_sec, row.wholeSeconds) << row.microseconds;
-        EXPECT_EQ(relative.tv_nsec, row.nanoseconds) << row.microseconds;
+        std::timespec const relative = nxWaitTime::FromMicroseconds(microseconds);
+        EXPECT_EQ(relative.tv_sec, wholeSeconds) << microseconds;
+        EXPECT_EQ(relative.tv_nsec, nanoseconds) << microseconds;
     }
 }
 

@@ -6,11 +6,12 @@
 #include "core/prices/nxFractionModifiedQuarterTickPriceConverter.h"
 #include "core/prices/nxFractionQuarterTickPriceConverter.h"
 
+#include "tests/concurrency/RunTogether.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <set>
-#include <thread>
 #include <typeinfo>
 
 namespace
@@ -79,16 +80,15 @@ TEST(nxPriceConverterHelperText, SharedConvertersKeepTheirTick)
 
 TEST(nxPriceConverterHelperText, TheLockServesThreads)
 {
-    auto const show = [](double price, std::string const& expected)
-    {
-        for (int round = 0; round < 5000; ++round)
-        {
-            std::string text;
-            ASSERT_TRUE(nxPriceConverterHelper::GetPriceAsString(price, Format(4510), text, true));
-            ASSERT_EQ(text, expected);
-        }
-    };
-    std::thread other(show, 101.5, "101-16");
-    show(-0.5, "-0-16");
-    other.join();
+    RunTogether(2,
+                [](int thread)
+                {
+                    for (int round = 0; round < 5000; ++round)
+                    {
+                        std::string text;
+                        ASSERT_TRUE(nxPriceConverterHelper::GetPriceAsString(thread == 0 ? 101.5 : -0.5,
+                                                                             Format(4510), text, true));
+                        ASSERT_EQ(text, thread == 0 ? "101-16" : "-0-16");
+                    }
+                });
 }

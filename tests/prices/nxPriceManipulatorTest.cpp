@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <tuple>
 #include <type_traits>
 
 static_assert(std::is_copy_constructible_v<nxPriceManipulator> && !std::is_polymorphic_v<nxPriceManipulator>);
@@ -38,14 +39,7 @@ unsigned int Difference(nxPriceManipulator const& manipulator, std::string const
 
 TEST(nxPriceManipulatorState, TellsUnsetFixedAndVariable)
 {
-    struct Row
-    {
-        nxPriceManipulator manipulator;
-        bool valid;
-        bool variable;
-        char const* minimumTick;
-        unsigned int placesAt10;
-    };
+    using Row = std::tuple<nxPriceManipulator, bool, bool, char const*, unsigned int>;
     Row const rows[] = {
         {nxPriceManipulator(), false, false, "0", 0},
         {nxPriceManipulator(Price("0.25")), true, false, "0.25", 2},
@@ -53,12 +47,12 @@ TEST(nxPriceManipulatorState, TellsUnsetFixedAndVariable)
         {nxPriceManipulator(nxDecimal::GetNullDecimal()), false, false, "NULL", 0},
         {nxPriceManipulator(Euz1()), true, true, "0.001", 3},
     };
-    for (Row const& row : rows)
+    for (auto const& [manipulator, valid, variable, minimumTick, placesAt10] : rows)
     {
-        EXPECT_EQ(row.manipulator.IsValid(), row.valid) << row.minimumTick;
-        EXPECT_EQ(row.manipulator.IsVariableTick(), row.variable) << row.minimumTick;
-        EXPECT_EQ(row.manipulator.GetMinimumTickIncrement().GetAsLogString('.'), row.minimumTick);
-        EXPECT_EQ(row.manipulator.NumberOfDecimalPlaces(Price("10")), row.placesAt10) << row.minimumTick;
+        EXPECT_EQ(manipulator.IsValid(), valid) << minimumTick;
+        EXPECT_EQ(manipulator.IsVariableTick(), variable) << minimumTick;
+        EXPECT_EQ(manipulator.GetMinimumTickIncrement().GetAsLogString('.'), minimumTick);
+        EXPECT_EQ(manipulator.NumberOfDecimalPlaces(Price("10")), placesAt10) << minimumTick;
     }
 }
 
@@ -73,11 +67,8 @@ TEST(nxPriceManipulatorState, KeepsTheFixedTickUnderATable)
     manipulator.Init(Price("0.5"));
     EXPECT_FALSE(manipulator.IsVariableTick());
     EXPECT_EQ(Step(manipulator, "9.5", 1), "10.0");
-}
 
-TEST(nxPriceManipulatorState, AssignmentReturnsItsRightOperand)
-{
-    nxPriceManipulator const quarters(Price("0.25"));
+    nxPriceManipulator const quarters(Price("0.25")); // is what its assignment returns
     nxPriceManipulator copy;
     EXPECT_EQ(&(copy = quarters), &quarters);
     EXPECT_EQ(Step(copy, "1.00", 1), "1.25");
@@ -87,13 +78,7 @@ TEST(nxPriceManipulatorStep, MovesByTickOrWholeUnit)
 {
     nxPriceManipulator const quarters(Price("0.25"));
     nxPriceManipulator const wholes(Price("5"));
-    struct Row
-    {
-        nxPriceManipulator manipulator;
-        char const* price;
-        int ticks;
-        char const* moved;
-    };
+    using Row = std::tuple<nxPriceManipulator, char const*, int, char const*>;
     Row const rows[] = {
         {quarters, "100.00", 1, "100.25"},
         {quarters, "100.00", 3, "100.75"},
@@ -110,29 +95,23 @@ TEST(nxPriceManipulatorStep, MovesByTickOrWholeUnit)
         {nxPriceManipulator(), "x", 1, "NULL"},
         {quarters, "x", 1, "NULL"},
     };
-    for (Row const& row : rows)
+    for (auto const& [manipulator, price, ticks, moved] : rows)
     {
-        EXPECT_EQ(Step(row.manipulator, row.price, row.ticks), row.moved) << row.price << " by " << row.ticks;
-        nxDecimal single = Price(row.price);
-        row.ticks == 1 ? row.manipulator.Increment(single) : row.manipulator.Decrement(single);
-        if (row.ticks == 1)
+        EXPECT_EQ(Step(manipulator, price, ticks), moved) << price << " by " << ticks;
+        nxDecimal single = Price(price);
+        ticks == 1 ? manipulator.Increment(single) : manipulator.Decrement(single);
+        if (ticks == 1)
         {
-            EXPECT_EQ(single.GetAsLogString('.'), row.moved) << row.price;
-            row.manipulator.Decrement(single);
-            EXPECT_TRUE(single == Price(row.price)) << row.price;
+            EXPECT_EQ(single.GetAsLogString('.'), moved) << price;
+            manipulator.Decrement(single);
+            EXPECT_TRUE(single == Price(price)) << price;
         }
     }
 }
 
 TEST(nxPriceManipulatorRound, GoesByTheTickInForce)
 {
-    struct Row
-    {
-        nxPriceManipulator manipulator;
-        char const* price;
-        nxEnumValue method;
-        char const* rounded;
-    };
+    using Row = std::tuple<nxPriceManipulator, char const*, nxEnumValue, char const*>;
     Row const rows[] = {
         {nxPriceManipulator(), "100.13", NX_ROUNDING_METHOD_UP, "100.13"},
         {nxPriceManipulator(Price("0.25")), "100.13", NX_ROUNDING_METHOD_UP, "100.25"},
@@ -141,14 +120,14 @@ TEST(nxPriceManipulatorRound, GoesByTheTickInForce)
         {nxPriceManipulator(Euz1()), "10.0026", NX_ROUNDING_METHOD_NEAREST, "10.005"},
         {nxPriceManipulator(Euz1()), "x", NX_ROUNDING_METHOD_UP, "NULL"},
     };
-    for (Row const& row : rows)
+    for (auto const& [manipulator, text, method, rounded] : rows)
     {
-        nxDecimal price = Price(row.price);
-        row.manipulator.RoundToValidPrice(nxRoundingMethodEnum(row.method), price);
-        EXPECT_EQ(price.GetAsLogString('.'), row.rounded) << row.price;
-        nxDecimal member = Price(row.price);
-        member.Round(row.manipulator, nxRoundingMethodEnum(row.method));
-        EXPECT_EQ(member.GetAsLogString('.'), row.rounded) << row.price;
+        nxDecimal price = Price(text);
+        manipulator.RoundToValidPrice(nxRoundingMethodEnum(method), price);
+        EXPECT_EQ(price.GetAsLogString('.'), rounded) << text;
+        nxDecimal member = Price(text);
+        member.Round(manipulator, nxRoundingMethodEnum(method));
+        EXPECT_EQ(member.GetAsLogString('.'), rounded) << text;
     }
     // Even a negative tick is passed on; its multiples are those of its magnitude.
     nxDecimal price = Price("7");
@@ -168,11 +147,7 @@ TEST(nxPriceManipulatorDifference, CountsStepsFromTheLowerPrice)
     EXPECT_EQ(Difference(nxPriceManipulator(), "1.5", "4"), 3u);
     EXPECT_TRUE(quarters.GetPriceDifferenceInTicks(Price("x"), Price("1")).IsNull());
     EXPECT_TRUE(quarters.GetPriceDifferenceInTicks(Price("1"), nxDecimal::GetNoChangeDecimal()).IsNull());
-}
-
-TEST(nxPriceManipulatorDifference, EndsAtAStepThatDoesNotMove)
-{
-    // A tick that vanishes beside the price, which adds in doubles.
+    // The count ends at a step that doesn't move: a tick that vanishes beside the price, which adds in doubles.
     nxPriceManipulator const tiny(Price("0.0000001"));
     EXPECT_EQ(Difference(tiny, "90000000000", "90000000001"), 0u);
 }

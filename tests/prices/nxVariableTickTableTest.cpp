@@ -1,12 +1,13 @@
 // How a ladder answers and steps: over its boundaries, around zero, off the ladder, and with nothing in it.
 #include "core/prices/nxVariableTickTable.h"
 
+#include "tests/concurrency/RunTogether.h"
 #include "tests/prices/nxAllocationCount.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <thread>
+#include <tuple>
 #include <type_traits>
 
 static_assert(!std::is_copy_constructible_v<nxVariableTickTable> &&
@@ -82,22 +83,21 @@ std::string Tick(Ladder const& ladder, std::string const& price)
 
 TEST(nxVariableTickTableStep, CrossesBoundariesByTheLowerTick)
 {
-    struct Row
-    {
-        char const* price;
-        char const* up;
-        char const* down;
-    };
+    using Row = std::tuple<char const*, char const*, char const*>;
     constexpr Row rows[] = {
         {"9.998", "9.999", "9.997"},       {"9.999", "10.000", "9.998"},    {"10.000", "10.005", "9.999"},
         {"10.005", "10.010", "10.000"},    {"-9.999", "-9.998", "-10.000"}, {"-10.000", "-9.999", "-10.005"},
         {"-10.005", "-10.000", "-10.010"}, {"0.000", "0.001", "-0.001"},    {"-0.001", "0.000", "-0.002"},
     };
-    for (Row const& row : rows)
+    for (auto const& [price, up, down] : rows)
     {
-        EXPECT_EQ(Euz1().Increment(row.price, 1), row.up) << row.price;
-        EXPECT_EQ(Euz1().Increment(row.price, -1), row.down) << row.price;
+        EXPECT_EQ(Euz1().Increment(price, 1), up) << price;
+        EXPECT_EQ(Euz1().Increment(price, -1), down) << price;
     }
+    EXPECT_EQ(Euz1().Increment("9.998", 3), "10.005");
+    EXPECT_EQ(Euz1().Increment("10.005", -3), "9.998");
+    EXPECT_EQ(Euz1().Increment("-9.999", -2), "-10.005");
+    EXPECT_EQ(Euz1().Increment("1.23456", 0), "1.23456");
 }
 
 TEST(nxVariableTickTableStep, TakesThePlacesOfTheRangeWhereItLands)
@@ -112,10 +112,7 @@ TEST(nxVariableTickTableStep, TakesThePlacesOfTheRangeWhereItLands)
     Ladder const leap{{"0.5", "1"}, {"", "1.00"}};
     EXPECT_EQ(leap.Increment("0", 1), "1.00");
     EXPECT_EQ(leap.Increment("0", -1), "-1.00");
-}
-
-TEST(nxVariableTickTableStep, TakesTheLowerTickOnceItsOwnReachesTheLowerTop)
-{
+    // The lower tick is taken once its own reaches the lower top.
     Ladder const fives{{"10", "1"}, {"", "5.0"}};
     EXPECT_EQ(fives.Increment("20.0", -1), "15.0");
     EXPECT_EQ(fives.Increment("15.0", -1), "14"); // five less is the top itself
@@ -124,22 +121,11 @@ TEST(nxVariableTickTableStep, TakesTheLowerTickOnceItsOwnReachesTheLowerTop)
     Ladder const open{{"1", "0.1"}}; // has no range to step into
     EXPECT_EQ(open.Increment("1.0", 1), "1.1");
     EXPECT_EQ(open.Increment("-1.0", -1), "-1.1");
-}
 
-TEST(nxVariableTickTableStep, CutsDigitsThatTheTickHasNot)
-{
+    // Digits that the tick has not are cut, so a price off the ladder may even fall by a step up.
     EXPECT_EQ(Euz1().Increment("1.23456", 1), "1.235");
-    // So a price off the ladder may even fall by a step up.
     Ladder const warrants{{"0.009", "0.001"}, {"", "0.01"}};
     EXPECT_EQ(warrants.Increment("0.0085", 1), "0.00");
-}
-
-TEST(nxVariableTickTableStep, WalksAnyCountOfTicks)
-{
-    EXPECT_EQ(Euz1().Increment("9.998", 3), "10.005");
-    EXPECT_EQ(Euz1().Increment("10.005", -3), "9.998");
-    EXPECT_EQ(Euz1().Increment("-9.999", -2), "-10.005");
-    EXPECT_EQ(Euz1().Increment("1.23456", 0), "1.23456");
 }
 
 TEST(nxVariableTickTableStep, LeavesWhatIsNotValid)
@@ -158,29 +144,20 @@ TEST(nxVariableTickTableStep, LeavesWhatIsNotValid)
 
 TEST(nxVariableTickTableLookup, IncrementsDifferBetweenATopAndOneTickAboveIt)
 {
-    struct Row
-    {
-        char const* price;
-        char const* tick;
-        char const* roundingIncrement;
-    };
+    using Row = std::tuple<char const*, char const*, char const*>;
     constexpr Row rows[] = {
         {"3.000", "0.001", "0.001"},  {"-3.000", "0.001", "0.001"},  {"9.999", "0.001", "0.001"},
         {"9.9995", "0.005", "0.001"}, {"-9.9995", "0.005", "0.001"}, {"10.000", "0.005", "0.005"},
         {"10", "0.005", "0.005"},     {"1000000", "0.005", "0.005"},
     };
-    for (Row const& row : rows)
+    for (auto const& [price, tick, roundingIncrement] : rows)
     {
-        EXPECT_EQ(Tick(Euz1(), row.price), row.tick) << row.price;
-        EXPECT_EQ(Euz1().RoundingIncrement(row.price), row.roundingIncrement) << row.price;
+        EXPECT_EQ(Tick(Euz1(), price), tick) << price;
+        EXPECT_EQ(Euz1().RoundingIncrement(price), roundingIncrement) << price;
     }
     EXPECT_EQ(Euz1().Round("9.9996", NX_ROUNDING_METHOD_DOWN), "9.999");
     EXPECT_EQ(Euz1().Round("10.0024", NX_ROUNDING_METHOD_NEAREST), "10.000");
     EXPECT_EQ(Euz1().Round("-10.0026", NX_ROUNDING_METHOD_UP), "-10.000");
-}
-
-TEST(nxVariableTickTableLookup, SmallestNumberEnds)
-{
     nxDecimal price = nxDecimal::ConstructFromValueAndDecimalPlaces(LLONG_MIN, 3); // has no magnitude
     EXPECT_EQ(Euz1().GetTickIncrement(price).GetAsString('.'), "0.001");
     Euz1().RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_DOWN), price);
@@ -195,7 +172,6 @@ TEST(nxVariableTickTableLookup, AnEmptyTableStepsByWholeUnits)
     EXPECT_EQ(empty.NumberOfDecimalPlaces(nxDecimal("2.50", '.')), 0);
     EXPECT_EQ(empty.Increment("2.50", 1), "3.50");
     EXPECT_EQ(empty.Increment("2.50", -1), "1.50");
-    EXPECT_EQ(empty.RoundingIncrement("2.50"), "1");
 }
 
 TEST(nxVariableTickTableCache, IsSetByASearchAlone)
@@ -212,11 +188,8 @@ TEST(nxVariableTickTableCache, IsSetByASearchAlone)
     ladder.Add("", "1"); // resets the cache, so the next lookup above the first range searches
     EXPECT_EQ(Tick(ladder, "2.01"), "0.5");
     EXPECT_EQ(ladder.searches, 4);
-}
 
-TEST(nxVariableTickTableCache, StaysWhenALookupRunsOffTheList)
-{
-    Ladder const open{{"1", "0.1"}, {"2", "0.2"}};
+    Ladder const open{{"1", "0.1"}, {"2", "0.2"}}; // a lookup that runs off the list leaves the cache
     EXPECT_EQ(Tick(open, "1.5"), "0.2");
     EXPECT_EQ(Tick(open, "3"), "1");
     EXPECT_EQ(Tick(open, "1.5"), "0.2");
@@ -245,21 +218,15 @@ TEST(nxVariableTickTableCache, AllocatesNothing)
 TEST(nxVariableTickTableCache, ServesThreadsThatLookInDifferentRanges)
 {
     Ladder const ladder{{"1", "0.1"}, {"2", "0.2"}, {"", "0.5"}};
-    auto const look = [&ladder](std::string const& price, std::string const& tick)
-    {
-        nxDecimal const value(price, '.');
-        nxDecimal const expected(tick, '.');
-        for (int round = 0; round < 20000; ++round)
-        {
-            ASSERT_EQ(&ladder.GetTickIncrement(value) - &ladder.GetRangeData()[0].second == 0, tick == "0.1");
-            ASSERT_EQ(ladder.GetTickIncrement(value), expected);
-        }
-    };
-    std::thread low(look, "0.5", "0.1");
-    std::thread high(look, "2.5", "0.5");
-    look("1.5", "0.2");
-    low.join();
-    high.join();
+    RunTogether(3,
+                [&ladder](int thread)
+                {
+                    nxDecimal const price(5 + 10 * thread, 10, 1); // 0.5, 1.5, 2.5
+                    nxDecimal const& expected =
+                        ladder.GetRangeData()[static_cast<std::size_t>(thread)].second;
+                    for (int round = 0; round < 20000; ++round)
+                        ASSERT_EQ(&ladder.GetTickIncrement(price), &expected);
+                });
 }
 
 TEST(nxVariableTickTableConstraints, RefuseWhatIsNoLadder)

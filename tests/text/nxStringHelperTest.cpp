@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <limits>
 #include <random>
+#include <tuple>
 
 namespace
 {
@@ -91,12 +92,7 @@ TEST(nxStringHelperText, OtherValues)
 
 TEST(nxStringHelperText, Doubles)
 {
-    struct Row
-    {
-        double value;
-        unsigned int precision;
-        char const* text;
-    };
+    using Row = std::tuple<double, unsigned int, char const*>;
     Row const rows[] = {
         {0.1, 9, "0.1"},
         {1.05, 9, "1.05"},
@@ -134,12 +130,12 @@ TEST(nxStringHelperText, Doubles)
         {1.5, 0x80000000u, "2"},
         {1.5, 0x7FFFFFFFu, "1.5"},
     };
-    for (Row const& row : rows)
+    for (auto const& [value, precision, text] : rows)
     {
-        EXPECT_EQ(nxStringHelper::GetAsString(row.value, row.precision), row.text) << row.value;
+        EXPECT_EQ(nxStringHelper::GetAsString(value, precision), text) << value;
         std::string appended;
-        nxStringHelper::AppendAsString(appended, row.value, row.precision);
-        EXPECT_EQ(appended, row.text) << row.value;
+        nxStringHelper::AppendAsString(appended, value, precision);
+        EXPECT_EQ(appended, text) << value;
     }
     (void)nxStringHelper::GetAsString(
         std::numeric_limits<double>::quiet_NaN()); // any text, no undefined cast
@@ -220,15 +216,11 @@ TEST(nxStringHelperParse, OtherValues)
 
 TEST(nxStringHelperParse, Real)
 {
-    struct Row
-    {
-        char const* text;
-        double value;
-    };
+    using Row = std::tuple<char const*, double>;
     Row const rows[] = {{"1.5", 1.5},      {"-.5", -0.5}, {"5.", 5.0},
                         {"007.250", 7.25}, {"-0", -0.0},  {"9007199254740993", 9007199254740993.0}};
-    for (Row const& row : rows)
-        EXPECT_EQ(Parsed(row.text, 7.0, true), row.value) << row.text;
+    for (auto const& [text, value] : rows)
+        EXPECT_EQ(Parsed(text, 7.0, true), value) << text;
     EXPECT_TRUE(std::signbit(Parsed("-0.0", 7.0, true)));
     for (char const* text :
          {"", "-", ".", "-.", "+1", "1e3", "1.2.3", " 1", "1,5", "--1", "inf", "nan", "0x1"})
@@ -257,20 +249,15 @@ TEST(nxStringHelperParse, RealIsGatheredInDoubles)
 
 TEST(nxStringHelperHandling, Trimming)
 {
-    struct Row
-    {
-        char const* text;
-        char const* left;
-        char const* right;
-    };
+    using Row = std::tuple<char const*, char const*, char const*>;
     Row const rows[] = {{" \t\r\n a b \n", "a b \n", " \t\r\n a b"},
                         {"  \t", "", ""},
                         {"", "", ""},
                         {"\va\v", "\va\v", "\va\v"}};
-    for (Row const& row : rows)
+    for (auto const& [text, left, right] : rows)
     {
-        EXPECT_EQ(nxStringHelper::GetLeftTrimmed(row.text), row.left);
-        EXPECT_EQ(nxStringHelper::GetRightTrimmed(row.text), row.right);
+        EXPECT_EQ(nxStringHelper::GetLeftTrimmed(text), left);
+        EXPECT_EQ(nxStringHelper::GetRightTrimmed(text), right);
     }
     std::string zeros("1.500");
     nxStringHelper::RightTrim(zeros, "0.");
@@ -285,21 +272,15 @@ TEST(nxStringHelperHandling, StripReplaceAndPad)
     nxStringHelper::Strip(text, ',');
     EXPECT_EQ(text, "abc");
 
-    struct Row
-    {
-        char const* text;
-        char const* from;
-        char const* to;
-        char const* replaced;
-    };
+    using Row = std::tuple<char const*, char const*, char const*, char const*>;
     Row const rows[] = {{"aaa", "a", "aa", "aaaaaa"}, {"aaaa", "aa", "a", "aa"},
                         {"abab", "ab", "", ""},       {"abc", "", "x", "abc"},
                         {"", "a", "b", ""},           {"xax", "a", "xax", "xxaxx"}};
-    for (Row const& row : rows)
+    for (auto const& [text, from, to, replaced] : rows)
     {
-        std::string replaced(row.text);
-        nxStringHelper::Replace(replaced, row.from, row.to);
-        EXPECT_EQ(replaced, row.replaced);
+        std::string replaced(text);
+        nxStringHelper::Replace(replaced, from, to);
+        EXPECT_EQ(replaced, replaced);
     }
 
     nxStringHelper::PadLeft(text, 5, '0');

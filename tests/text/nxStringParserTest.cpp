@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -42,11 +43,7 @@ Fields Extract(std::string const& text, bool reverse)
 
 TEST(nxStringParser, PlainFields)
 {
-    struct Row
-    {
-        std::string text;
-        Fields fields;
-    };
+    using Row = std::tuple<std::string, Fields>;
     Row const rows[] = {
         {"", {""}},
         {"x", {"x"}},
@@ -56,17 +53,13 @@ TEST(nxStringParser, PlainFields)
         {"\"a,b\"", {"\"a", "b\""}},
         {std::string("a\0b,c", 5), {std::string("a\0b", 3), "c"}},
     };
-    for (Row const& row : rows)
-        EXPECT_EQ(AllPlain(row.text), row.fields) << row.text;
+    for (auto const& [text, fields] : rows)
+        EXPECT_EQ(AllPlain(text), fields) << text;
 }
 
 TEST(nxStringParser, QuotedFields)
 {
-    struct Row
-    {
-        std::string text;
-        Fields fields;
-    };
+    using Row = std::tuple<std::string, Fields>;
     Row const rows[] = {
         {"", {""}},
         {"a,", {"a", ""}},
@@ -84,8 +77,8 @@ TEST(nxStringParser, QuotedFields)
         {"\"a\"\"", {"a\""}}, // a doubled quote, then no closing one
         {"\"a\"\"b\"c", {"a\"b"}},
     };
-    for (Row const& row : rows)
-        EXPECT_EQ(AllQuoted(row.text), row.fields) << row.text;
+    for (auto const& [text, fields] : rows)
+        EXPECT_EQ(AllQuoted(text), fields) << text;
 }
 
 TEST(nxStringParser, BothFormsShareOneCursor)

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <type_traits>
 
 static_assert(sizeof(nxDate) == 4 && std::is_trivially_copyable_v<nxDate>);
@@ -52,16 +53,13 @@ TEST(nxDate, MarksComeAfterAllDays)
 
 TEST(nxDate, ReadsDigitsOnly)
 {
-    struct Row
-    {
-        char const* text;
-        unsigned int value;
-    };
-    for (Row const& row : {Row{"20240131", 20240131}, {"99999999", 99999999}, {"0", 0}, {"4294967296", 0}})
+    using Row = std::tuple<char const*, unsigned int>;
+    for (auto const& [text, value] :
+         {Row{"20240131", 20240131}, {"99999999", 99999999}, {"0", 0}, {"4294967296", 0}})
     {
         nxDate date(nxNullInitalizer{});
-        EXPECT_TRUE(date.SetFromString(row.text).IsOK()) << row.text;
-        EXPECT_EQ(date.GetAsISODate().GetValue(), row.value) << row.text;
+        EXPECT_TRUE(date.SetFromString(text).IsOK()) << text;
+        EXPECT_EQ(date.GetAsISODate().GetValue(), value) << text;
     }
     for (char const* text : {"", "-1", "-", "+1", " 20240131", "20240131 ", "2024-01-31", "20240131a"})
     {

@@ -10,6 +10,7 @@
 
 #include <climits>
 #include <ctime>
+#include <tuple>
 #include <type_traits>
 
 static_assert(!std::is_polymorphic_v<nxDateTime>);
@@ -134,21 +135,17 @@ TEST_F(nxDateTimeInUTC, FieldsRollOver)
 
 TEST_F(nxDateTimeInUTC, ISODates)
 {
-    struct Row
-    {
-        unsigned int date;
-        int back;
-    };
-    for (Row const& row : {Row{20240131, 20240131},
-                           {20240230, 20240301},
-                           {20240431, 20240501},
-                           {20241340, 20250209},
-                           {99991231, 99991231},
-                           {20240100, 20231231}})
+    using Row = std::tuple<unsigned int, int>;
+    for (auto const& [date, back] : {Row{20240131, 20240131},
+                                     {20240230, 20240301},
+                                     {20240431, 20240501},
+                                     {20241340, 20250209},
+                                     {99991231, 99991231},
+                                     {20240100, 20231231}})
     {
         nxDateTime moment;
-        moment.SetFromISODate(row.date);
-        EXPECT_EQ(moment.GetAsISODate(), row.back) << row.date;
+        moment.SetFromISODate(date);
+        EXPECT_EQ(moment.GetAsISODate(), back) << date;
         EXPECT_EQ(moment.GetTime().GetAsHHMMSS(), 0u);
         EXPECT_EQ(moment.GetMicroseconds(), 0u);
     }
@@ -444,25 +441,21 @@ TEST_F(nxDateTimeInUTC, AFormatGivesUpTo1023Bytes)
 
 TEST_F(nxDateTimeInUTC, ReadsTexts)
 {
-    struct Row
-    {
-        char const* text;
-        char const* back;
-    };
-    for (Row const& row : {Row{"20240131 09:30:15", "31 Jan 2024 09:30:15.000000"},
-                           {"20240131 09:30:15.123456", "31 Jan 2024 09:30:15.123456"},
-                           {"20240131X09Y30Z15", "31 Jan 2024 09:30:15.000000"},
-                           {"20240131009130215", "31 Jan 2024 09:30:15.000000"},
-                           {"20240131 09:30:15X000007", "31 Jan 2024 09:30:15.000007"},
-                           {" \t20240131 09:30:15\r\n", "31 Jan 2024 09:30:15.000000"},
-                           {"20241331 24:60:60", "01 Feb 2025 01:01:00.000000"},
-                           {"202401-1 00:00:00", "30 Dec 2023 00:00:00.000000"},
-                           {"20240101 -1:-1:-1", "31 Dec 2023 22:58:59.000000"},
-                           {"19700101 00:00:02", "01 Jan 1970 00:00:02.000000"}})
+    using Row = std::tuple<char const*, char const*>;
+    for (auto const& [text, back] : {Row{"20240131 09:30:15", "31 Jan 2024 09:30:15.000000"},
+                                     {"20240131 09:30:15.123456", "31 Jan 2024 09:30:15.123456"},
+                                     {"20240131X09Y30Z15", "31 Jan 2024 09:30:15.000000"},
+                                     {"20240131009130215", "31 Jan 2024 09:30:15.000000"},
+                                     {"20240131 09:30:15X000007", "31 Jan 2024 09:30:15.000007"},
+                                     {" \t20240131 09:30:15\r\n", "31 Jan 2024 09:30:15.000000"},
+                                     {"20241331 24:60:60", "01 Feb 2025 01:01:00.000000"},
+                                     {"202401-1 00:00:00", "30 Dec 2023 00:00:00.000000"},
+                                     {"20240101 -1:-1:-1", "31 Dec 2023 22:58:59.000000"},
+                                     {"19700101 00:00:02", "01 Jan 1970 00:00:02.000000"}})
     {
         nxDateTime result;
-        EXPECT_TRUE(nxDateTime::SetFromString(row.text, result).IsOK()) << row.text;
-        EXPECT_EQ(result.GetAsString_Microseconds(), row.back) << row.text;
+        EXPECT_TRUE(nxDateTime::SetFromString(text, result).IsOK()) << text;
+        EXPECT_EQ(result.GetAsString_Microseconds(), back) << text;
     }
     nxDateTime result;
     EXPECT_TRUE(nxDateTime::SetFromString("19700101 00:00:00", result).IsOK());

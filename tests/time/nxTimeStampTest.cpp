@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstring>
 #include <ctime>
+#include <tuple>
 
 static_assert(std::has_virtual_destructor_v<nxTimeStamp> &&
               std::has_virtual_destructor_v<nxElapsedTimeCounter>);
@@ -55,14 +56,8 @@ TEST(nxTimeStamp, NowIsCutToTheMillisecond)
 TEST(nxTimeStampText, BothForms)
 {
     nxTestZone const zone("UTC");
-    struct Row
-    {
-        long long seconds;
-        unsigned int nanoseconds;
-        char const* fast;
-        char const* slow;
-    };
-    for (Row const& row :
+    using Row = std::tuple<long long, unsigned int, char const*, char const*>;
+    for (auto const& [seconds, nanoseconds, fast, slow] :
          {Row{1793869381, 42000000, "05Nov26 09:03:01.042.000", "05Nov26 09:03:01.042"},
           {1793869381, 123456789, "05Nov26 09:03:01.123.456", "05Nov26 09:03:01.123"},
           {0, 0, "01Jan70 00:00:00.000.000", "01Jan70 00:00:00.000"}, // no marks here
@@ -70,7 +65,7 @@ TEST(nxTimeStampText, BothForms)
           {4107542399, 1000, "28Feb00 23:59:59.000.001", "28Feb00 23:59:59.000"}, // 2100, no leap year
           {253402300800, 0, "01Jan00 00:00:00.000.000", "01Jan00 00:00:00.000"}}) // 10000
     {
-        EXPECT_EQ(Fast(nxTimeStamp(row.seconds, row.nanoseconds)), row.fast);
+        EXPECT_EQ(Fast(nxTimeStamp(seconds, nanoseconds)), fast);
         EXPECT_EQ(nxTimeStamp(row.seconds, row.nanoseconds).GetAsString(), row.slow);
     }
     // A fraction of more than a second is the caller's mistake: the fast form keeps its places.
