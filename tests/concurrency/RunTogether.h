@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/concurrency/nxMutex.h"
+
 #include <thread>
 #include <vector>
 
@@ -12,4 +14,26 @@ void RunTogether(int count, Work const& work)
         threads.emplace_back([&work, number] { work(number); });
     for (std::thread& thread : threads)
         thread.join();
+}
+
+/// @return what the work answers on a thread of its own.
+template <typename Work>
+auto Elsewhere(Work const& work)
+{
+    decltype(work()) result{};
+    std::thread([&] { result = work(); }).join();
+    return result;
+}
+
+/// @return what another thread is told; it doesn't keep the mutex.
+inline nxErrorEnum TryLockElsewhere(nxMutex& mutex)
+{
+    return Elsewhere(
+        [&]
+        {
+            nxErrorEnum const result = mutex.TryLock();
+            if (result.IsOK())
+                (void)mutex.Unlock();
+            return result;
+        });
 }

@@ -3,6 +3,7 @@
 #include "core/concurrency/nxConditionMutex.h"
 #include "core/concurrency/nxConditionRaw.h"
 #include "core/concurrency/nxMutexGuard.h"
+#include "tests/concurrency/RunTogether.h"
 #include "tests/concurrency/SharedMemory.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,6 @@
 #include <memory>
 #include <thread>
 #include <type_traits>
-#include <vector>
 
 static_assert(!std::is_copy_constructible_v<nxCondition> && !std::is_copy_assignable_v<nxCondition>);
 static_assert(sizeof(nxCondition) == sizeof(pthread_cond_t) + sizeof(pthread_mutex_t));
@@ -22,20 +22,6 @@ static_assert(std::is_base_of_v<nxMutex, nxConditionMutex>);
 namespace
 {
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-
-nxErrorEnum TryLockElsewhere(nxMutex& mutex)
-{
-    nxErrorEnum result;
-    std::thread(
-        [&]
-        {
-            result = mutex.TryLock();
-            if (result.IsOK())
-                (void)mutex.Unlock();
-        })
-        .join();
-    return result;
-}
 
 // A signal before the wait is lost, so it is repeated until the waiters say that they are through.
 template <typename Signal>
@@ -56,13 +42,8 @@ TEST(nxCondition, ASignalThatFindsNobodyIsForgotten)
     EXPECT_TRUE(condition.SignalAll().IsOK());
     EXPECT_EQ(condition.TimedWait(0.0), NX_ERR_THR_TIMEDOUT);
     EXPECT_TRUE(condition.Signal().IsOK()); // the timeout left the own mutex open
-}
-
-TEST(nxCondition, ARefusedDeadlineIsUnspecifiedAndLeavesTheMutexOpen)
-{
-    nxCondition condition;
     EXPECT_EQ(condition.TimedWait(noNumber), NX_ERR_UNSPECIFIED);
-    EXPECT_TRUE(condition.Signal().IsOK());
+    EXPECT_TRUE(condition.Signal().IsOK()); // and so did the refused deadline
 }
 
 TEST(nxCondition, SignalsWakeWaiters)
@@ -72,19 +53,18 @@ TEST(nxCondition, SignalsWakeWaiters)
     {
         constexpr int waiters = 3;
         std::atomic<int> woken = 0;
-        std::vector<std::thread> threads;
-        for (int waiter = 0; waiter < waiters; ++waiter)
-        {
-            threads.emplace_back(
-                [&, waiter]
-                {
-                    EXPECT_TRUE((waiter == 0 ? condition.TimedWait(60.0001) : condition.Wait()).IsOK());
-                    ++woken;
-                });
-        }
-        SignalUntil(woken, waiters, [&] { return all ? condition.SignalAll() : condition.Signal(); });
-        for (std::thread& thread : threads)
-            thread.join();
+        RunTogether(waiters + 1,
+                    [&](int thread)
+                    {
+                        if (thread == waiters)
+                        {
+                            SignalUntil(woken, waiters,
+                                        [&] { return all ? condition.SignalAll() : condition.Signal(); });
+                            return;
+                        }
+                        EXPECT_TRUE((thread == 0 ? condition.TimedWait(60.0001) : condition.Wait()).IsOK());
+                        ++woken;
+                    });
     }
 }
 
@@ -111,12 +91,8 @@ TEST(nxConditionRaw, WaitsReturnWithTheCallersMutexHeld)
     EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
     (void)mutex.Unlock();
     other.join();
-}
 
-TEST(nxConditionRaw, AMutexThatTheCallerDoesNotHoldIsUnspecified)
-{
-    nxMutex recursive(true); // knows its owner, unlike a plain one
-    nxConditionRaw condition;
+    nxMutex recursive(true); // knows that the caller does not hold it, unlike a plain one
     EXPECT_EQ(condition.Wait(recursive), NX_ERR_UNSPECIFIED);
     EXPECT_EQ(condition.TimedWait(recursive, 1.0001), NX_ERR_UNSPECIFIED);
 }

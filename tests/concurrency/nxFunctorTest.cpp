@@ -4,6 +4,7 @@
 #include "core/concurrency/nxFunctorThread.h"
 #include "core/concurrency/nxFunctorThreadPool.h"
 #include "core/concurrency/nxManuallyDispatchedFunctorQueue.h"
+#include "tests/concurrency/RunTogether.h"
 
 #include <gtest/gtest.h>
 
@@ -124,40 +125,13 @@ TEST(nxManuallyDispatchedFunctorQueue, AnEmptyQueueNullsTheArgumentWhileAWorkers
     EXPECT_EQ(queue._Pop(&popped), NX_ERR_NOT_FOUND);
     EXPECT_EQ(popped, marker);
     delete marker;
-}
 
-TEST(nxManuallyDispatchedFunctorQueue, NullRunsNothingAndAnExceptionPassesToTheCaller)
-{
-    nxManuallyDispatchedFunctorQueue queue;
-    EXPECT_TRUE(queue.Push(nullptr).IsOK());
-    EXPECT_TRUE(queue.Dispatch().IsOK());
-
-    Push(queue, [] { throw std::runtime_error("work"); });
-    EXPECT_THROW((void)queue.Dispatch(), std::runtime_error);
+    EXPECT_TRUE(manual.Push(nullptr).IsOK());
+    EXPECT_TRUE(manual.Dispatch().IsOK()); // runs nothing
+    Push(manual, [] { throw std::runtime_error("work"); });
+    EXPECT_THROW((void)manual.Dispatch(), std::runtime_error); // which passes to the caller
     EXPECT_EQ(alive, 0);
-    EXPECT_EQ(queue.Size(), 0u);
-}
-
-TEST(nxManuallyDispatchedFunctorQueue, AnOverrideOfPopIsSeenByAllWhoTake)
-{
-    class Counting : public nxManuallyDispatchedFunctorQueue
-    {
-    public:
-        int pops = 0;
-
-    protected:
-        nxErrorEnum _Pop(nxFunctor** functor) override
-        {
-            ++pops;
-            return nxManuallyDispatchedFunctorQueue::_Pop(functor);
-        }
-    };
-    Counting queue;
-    nxFunctor* popped = nullptr;
-    (void)queue.Pop(&popped);
-    (void)queue.Dispatch();
-    (void)queue.DispatchAll();
-    EXPECT_EQ(queue.pops, 3);
+    EXPECT_EQ(manual.Size(), 0u);
 }
 
 TEST(nxFunctorThread, RunsInTheOrderOfPushingAndDeletes)
@@ -169,12 +143,7 @@ TEST(nxFunctorThread, RunsInTheOrderOfPushingAndDeletes)
     queue.Create(new nxFunctorThread);
     for (int number = 0; number < functors; ++number)
     {
-        Push(queue,
-             [&, number]
-             {
-                 ran.push_back(number);
-                 ++count;
-             });
+        Push(queue, [&, number] { ran.push_back(number), ++count; });
     }
     EXPECT_TRUE(queue.Push(nullptr).IsOK()); // a worker has nothing to call there
     Push(queue, [&] { Push(queue, [&] { ++count; }); });
@@ -236,24 +205,26 @@ TEST(nxFunctorThread, WithoutAQueueThereIsNothingToRunOrToWake)
     EXPECT_TRUE(queue.Stop().IsOK());
 }
 
-TEST(nxFunctorThread, StoppedOnceItStaysStopped)
+TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
 {
-    Queue queue;
-    nxFunctorThread worker;
-    worker._SetFunctorQueueBase(&queue);
-    ASSERT_TRUE(worker._Start().IsOK());
-    EXPECT_TRUE(worker._Stop().IsOK());
-    Push(queue, [] { FAIL(); });
-    EXPECT_TRUE(worker._Start().IsOK());
-    EXPECT_TRUE(worker.Wait().IsOK());
-    EXPECT_EQ(queue.Size(), 1u);
-}
-
-TEST(nxFunctorThread, TheWaitOfADerivedWorkerIsTheOneThatIsCalled)
-{
-    class Counting : public nxFunctorThread
+    struct CountingQueue : public nxManuallyDispatchedFunctorQueue
     {
-    public:
+        int pops = 0;
+
+        nxErrorEnum _Pop(nxFunctor** functor) override
+        {
+            ++pops;
+            return nxManuallyDispatchedFunctorQueue::_Pop(functor);
+        }
+    } manual;
+    nxFunctor* popped = nullptr;
+    (void)manual.Pop(&popped);
+    (void)manual.Dispatch();
+    (void)manual.DispatchAll();
+    EXPECT_EQ(manual.pops, 3);
+
+    struct CountingThread : public nxFunctorThread
+    {
         int waits = 0;
 
         nxErrorEnum Wait() override
@@ -261,13 +232,16 @@ TEST(nxFunctorThread, TheWaitOfADerivedWorkerIsTheOneThatIsCalled)
             ++waits;
             return nxFunctorThread::Wait();
         }
-    };
+    } worker;
     Queue queue;
-    Counting worker;
     worker._SetFunctorQueueBase(&queue);
     ASSERT_TRUE(worker._Start().IsOK());
     EXPECT_TRUE(worker._Stop().IsOK());
     EXPECT_EQ(worker.waits, 1);
+    Push(queue, [] { FAIL(); });
+    EXPECT_TRUE(worker._Start().IsOK()); // stopped once it stays stopped
+    EXPECT_TRUE(worker.Wait().IsOK());
+    EXPECT_EQ(queue.Size(), 1u);
 }
 
 TEST(nxFunctorThread, AStopFromWithinItsOwnWorkDoesNotHang)
@@ -317,27 +291,16 @@ TEST(nxFunctorThreadPool, RunsEachFunctorOnce)
     std::atomic<int> count = 0;
     nxFunctorQueue queue;
     queue.Create(new nxFunctorThreadPool(4));
-    std::vector<std::thread> threads;
-    for (int producer = 0; producer < producers; ++producer)
-    {
-        threads.emplace_back(
-            [&, producer]
-            {
-                for (int functor = 0; functor < functorsEach; ++functor)
+    RunTogether(producers,
+                [&](int producer)
                 {
-                    std::atomic<int>& run = runs[std::size_t(producer * functorsEach + functor)];
-                    Push(queue,
-                         [&]
-                         {
-                             ++run;
-                             ++count;
-                         });
-                    (void)queue.Size();
-                }
-            });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+                    for (int functor = 0; functor < functorsEach; ++functor)
+                    {
+                        std::atomic<int>& run = runs[std::size_t(producer * functorsEach + functor)];
+                        Push(queue, [&] { ++run, ++count; });
+                        (void)queue.Size();
+                    }
+                });
     WaitUntil([&] { return count == producers * functorsEach; });
     EXPECT_TRUE(queue.Stop().IsOK());
     for (std::atomic<int> const& run : runs)

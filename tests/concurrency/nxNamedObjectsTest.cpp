@@ -2,6 +2,7 @@
 // anew in a role, talks to it through a pipe and kills it.
 #include "core/concurrency/nxWindowsMutex.h"
 #include "core/concurrency/nxWindowsSemaphore.h"
+#include "tests/concurrency/RunTogether.h"
 
 #include <gtest/gtest.h>
 
@@ -33,12 +34,6 @@ void Say(char word)
     (void)!write(STDOUT_FILENO, &word, 1);
 }
 
-[[noreturn]] void SleepForEver()
-{
-    while (true)
-        pause();
-}
-
 // How many counts there are to take at once.
 int TakeAll(nxWindowsSemaphore& semaphore)
 {
@@ -48,41 +43,29 @@ int TakeAll(nxWindowsSemaphore& semaphore)
     return taken;
 }
 
-// The body of a started process.
-int PlayRole(std::string const& role, std::string const& name)
+[[noreturn]] void SleepForEver()
 {
-    if (role == "hold")
+    while (true)
+        pause();
+}
+
+// The body of a started process, which locks a mutex, and perhaps holds it; or opens a semaphore, takes all or waits.
+int PlayRole(std::string_view role, std::string const& name)
+{
+    if (role == "hold" || role == "lock")
     {
         nxWindowsMutex mutex(name);
         (void)mutex.Lock();
-        Say('h');
-        SleepForEver();
-    }
-    if (role == "lock")
-    {
-        nxWindowsMutex mutex(name);
-        (void)mutex.Lock();
-        Say('l');
+        Say(role[0]);
+        if (role == "hold")
+            SleepForEver();
         (void)mutex.Unlock();
         return 0;
-    }
-    if (role == "open")
-    {
-        nxWindowsSemaphore semaphore(name, 4, 5);
-        Say('o');
-        SleepForEver();
     }
     if (role == "take")
     {
         nxWindowsSemaphore semaphore(name, 9, 9);
         return TakeAll(semaphore);
-    }
-    if (role == "wait")
-    {
-        nxWindowsSemaphore semaphore(name, 0, 1);
-        Say('w');
-        (void)semaphore.Wait();
-        return 7;
     }
     if (role == "poor")
     {
@@ -93,7 +76,12 @@ int PlayRole(std::string const& role, std::string const& name)
         nxWindowsSemaphore semaphore(name, 0, 1);
         return semaphore.TimedWait(0.0).IsOK() ? 7 : 0;
     }
-    return -1;
+    nxWindowsSemaphore semaphore(name, role == "open" ? 4 : 0, 5);
+    Say(role[0]);
+    if (role == "open")
+        SleepForEver();
+    (void)semaphore.Wait();
+    return 7;
 }
 
 class OtherProcess
@@ -190,26 +178,18 @@ TEST(nxWindowsMutex, ExcludesOtherProcessesUntilItsOwnerHasUnlockedAsOftenAsLock
     EXPECT_EQ(other.End(), 0);
 }
 
-TEST(nxWindowsMutex, UnlockByAnotherThreadChangesNothing)
+TEST(nxWindowsMutex, NeitherAnotherThreadNorTheDestructorReleases)
 {
     std::string const name = Unique("foreign");
     nxWindowsMutex mutex(name);
     EXPECT_TRUE(mutex.Unlock().IsOK());
     (void)mutex.Lock();
     std::thread([&] { EXPECT_TRUE(mutex.Unlock().IsOK()); }).join();
-    OtherProcess other("lock", name);
-    EXPECT_EQ(other.Hear(soon), '\0');
-    (void)mutex.Unlock();
-    EXPECT_EQ(other.Hear(surely), 'l');
-}
-
-TEST(nxWindowsMutex, TheDestructorReleasesNothing)
-{
-    std::string const name = Unique("destroyed");
     {
-        nxWindowsMutex mutex(name);
-        (void)mutex.Lock();
+        nxWindowsMutex destroyed(name);
+        (void)destroyed.Lock(); // for the second time
     }
+    (void)mutex.Unlock();
     OtherProcess other("lock", name);
     EXPECT_EQ(other.Hear(soon), '\0');
     (void)nxWindowsMutex(name).Unlock();
@@ -226,7 +206,9 @@ TEST(nxWindowsMutex, AWaiterGetsTheLockOfAKilledOwner)
         ASSERT_EQ(owner.Hear(surely), 'h');
         OtherProcess waiter("lock", name);
         if (round == 0)
+        {
             EXPECT_EQ(waiter.Hear(soon), '\0');
+        }
         owner.Kill();
         EXPECT_EQ(waiter.Hear(surely), 'l');
         EXPECT_EQ(waiter.End(), 0);
@@ -243,34 +225,27 @@ TEST(nxWindowsMutex, NamesAreAnyBytes)
                                  Unique("."),
                                  std::string(10000000, 'x'),
                                  std::string(9999999, 'x') + 'y'};
-    for (std::string const& name : names)
+    auto const forAll = [&](auto const& work)
     {
-        nxWindowsMutex mutex(name);
-        (void)mutex.Lock();
-    }
-    std::thread(
-        [&]
-        {
-            nxWindowsMutex different(Unique("different"));
-            (void)different.Lock();
-            (void)different.Unlock();
-        })
-        .join();
-    for (std::string const& name : names)
-        (void)nxWindowsMutex(name).Unlock();
-    std::thread(
-        [&]
-        {
-            for (std::string const& name : names)
-            {
-                (void)nxWindowsMutex(name).Lock();
-                (void)nxWindowsMutex(name).Unlock();
-            }
-        })
-        .join();
+        for (std::string const& name : names)
+            EXPECT_TRUE((nxWindowsMutex(name).*work)().IsOK());
+    };
+    forAll(&nxWindowsMutex::Lock);
+    RunTogether(1,
+                [&](int)
+                {
+                    nxWindowsMutex different(Unique("different"));
+                    EXPECT_TRUE(different.Lock().IsOK() && different.Unlock().IsOK());
+                });
+    forAll(&nxWindowsMutex::Unlock);
+    RunTogether(1,
+                [&](int)
+                {
+                    forAll(&nxWindowsMutex::Lock);
+                    forAll(&nxWindowsMutex::Unlock);
+                });
     nxWindowsMutex empty("");
-    (void)empty.Lock();
-    (void)empty.Unlock();
+    EXPECT_TRUE(empty.Lock().IsOK() && empty.Unlock().IsOK());
 }
 
 TEST(nxWindowsSemaphore, TheFirstCountsWin)

@@ -3,6 +3,7 @@
 #include "core/concurrency/nxBarrier.h"
 #include "core/concurrency/nxSemaphore.h"
 #include "core/concurrency/nxThreadIndex.h"
+#include "tests/concurrency/RunTogether.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,6 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -72,16 +72,12 @@ TEST(nxThread, IsCreatedAndWaitedForInTurn)
         EXPECT_EQ(runs, round);
         EXPECT_EQ(thread.Wait(), NX_ERR_THR_NOT_RUNNING);
     }
-}
-
-TEST(nxThread, StaysStartedAfterItsBodyHasEnded)
-{
     nxSemaphore ended(0);
-    Thread thread([&](Thread&) { (void)ended.Post(); });
-    ASSERT_TRUE(thread.Create().IsOK());
+    Thread brief([&](Thread&) { (void)ended.Post(); });
+    ASSERT_TRUE(brief.Create().IsOK());
     (void)ended.Wait();
-    EXPECT_EQ(thread.Create(), NX_ERR_THR_ALREADY_STARTED);
-    EXPECT_TRUE(thread.Wait().IsOK());
+    EXPECT_EQ(brief.Create(), NX_ERR_THR_ALREADY_STARTED); // also when its body has ended
+    EXPECT_TRUE(brief.Wait().IsOK());
 }
 
 TEST(nxThread, WaitingForItselfIsADeadlock)
@@ -131,9 +127,7 @@ TEST(nxThread, SleepsWholeMilliseconds)
 TEST(nxThread, ThreadsHaveTheSystemsNumbers)
 {
     EXPECT_EQ(nxThread::GetThreadIDAsString(), std::to_string(getpid())); // the main thread
-    std::string other;
-    std::thread([&] { other = nxThread::GetThreadIDAsString(); }).join();
-    EXPECT_NE(other, nxThread::GetThreadIDAsString());
+    EXPECT_NE(Elsewhere(nxThread::GetThreadIDAsString), nxThread::GetThreadIDAsString());
 }
 
 TEST(nxThreadIndex, CountsInTheOrderOfAsking)
@@ -143,14 +137,13 @@ TEST(nxThreadIndex, CountsInTheOrderOfAsking)
     EXPECT_LT(main, next);
     for (unsigned int expected : {next, next + 1})
     {
-        std::thread([] { /* never asks, so has none */ }).join();
-        std::thread(
-            [=]
-            {
-                EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
-                EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
-            })
-            .join();
+        RunTogether(1, [](int) { /* never asks, so has none */ });
+        RunTogether(1,
+                    [=](int)
+                    {
+                        EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
+                        EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), expected);
+                    });
     }
     EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), main);
     EXPECT_EQ(nxThreadIndex::_nextIndex, next + 2);
@@ -161,18 +154,12 @@ TEST(nxThreadIndex, IsDistinctUnderContention)
     constexpr int threads = 8;
     std::vector<unsigned int> indices(threads);
     nxBarrier start(threads);
-    std::vector<std::thread> running;
-    for (unsigned int& index : indices)
-    {
-        running.emplace_back(
-            [&]
-            {
-                (void)start.Wait();
-                index = nxThreadIndex::GetIndexOfCurrentThread();
-            });
-    }
-    for (std::thread& thread : running)
-        thread.join();
+    RunTogether(threads,
+                [&](int thread)
+                {
+                    (void)start.Wait();
+                    indices[static_cast<std::size_t>(thread)] = nxThreadIndex::GetIndexOfCurrentThread();
+                });
     std::sort(indices.begin(), indices.end());
     EXPECT_EQ(std::adjacent_find(indices.begin(), indices.end()), indices.end());
 }
@@ -183,28 +170,18 @@ TEST(nxBarrier, HoldsBackUntilAllHaveArrived)
     constexpr int rounds = 200;
     nxBarrier barrier(threads);
     std::atomic<int> arrived = 0;
-    std::vector<std::thread> running;
-    for (int thread = 0; thread < threads; ++thread)
-    {
-        running.emplace_back(
-            [&]
-            {
-                for (int round = 1; round <= rounds; ++round)
+    RunTogether(threads,
+                [&](int)
                 {
-                    ++arrived;
-                    EXPECT_TRUE(barrier.Wait().IsOK());
-                    EXPECT_GE(arrived, round * threads);
-                    EXPECT_TRUE(barrier.Wait().IsOK());
-                }
-            });
-    }
-    for (std::thread& thread : running)
-        thread.join();
+                    for (int round = 1; round <= rounds; ++round)
+                    {
+                        ++arrived;
+                        EXPECT_TRUE(barrier.Wait().IsOK());
+                        EXPECT_GE(arrived, round * threads);
+                        EXPECT_TRUE(barrier.Wait().IsOK());
+                    }
+                });
     EXPECT_EQ(arrived, threads * rounds);
-}
-
-TEST(nxBarrier, ARefusedCountHoldsNobodyBack)
-{
-    nxBarrier none(0);
+    nxBarrier none(0); // a refused count holds nobody back
     EXPECT_TRUE(none.Wait().IsOK());
 }
