@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <tuple>
 #include <type_traits>
 
 #include <fcntl.h>
@@ -38,70 +39,67 @@ extern "C" int setsockopt(int descriptor, int level, int name, void const* value
 
 namespace
 {
-struct StateRow
-{
-    char const* operation;
-    std::function<nxErrorEnum(nxSocket&)> run;
-    nxEnumValue fresh;    // neither handle nor address buffer
-    nxEnumValue unopened; // an address buffer, no handle
-    nxEnumValue closed;
-    char const* logged; // as the function's name when the socket is closed; null for no line
-};
-
 char bytes[16];
 int received;
 unsigned int count;
 std::string destination;
 
-StateRow const stateRows[] = {
-    {"Connect", [](nxSocket& s) { return s.Connect("127.0.0.1", 9); }, NX_ERR_NOT_INITIALISED,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_CONNECT_FAILED, "connect"},
-    {"Bind", [](nxSocket& s) { return s.Bind("127.0.0.1", 0); }, NX_ERR_NOT_INITIALISED,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_BIND_FAILED, nullptr},
-    {"Bind to any", [](nxSocket& s) { return s.Bind(0); }, NX_ERR_NOT_INITIALISED,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_BIND_FAILED, nullptr},
-    {"Listen", [](nxSocket& s) { return s.Listen(); }, NX_ERR_SOCKET_INVALID_HANDLE,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_LISTEN_FAILED, nullptr},
-    {"Send", [](nxSocket& s) { return s.Send("x"); }, NX_ERR_SOCKET_INVALID_HANDLE,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_SEND_FAILED, nullptr},
-    {"GatherSend", [](nxSocket& s) { return s.GatherSend(nullptr, 0, count); }, NX_ERR_SOCKET_SEND_FAILED,
-     NX_ERR_SOCKET_SEND_FAILED, NX_ERR_SOCKET_SEND_FAILED, "WSASend"},
-    {"SendTo", [](nxSocket& s) { return s.SendTo("x"); }, NX_ERR_SOCKET_INVALID_HANDLE,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_SEND_FAILED, nullptr},
-    {"SendToDestination", [](nxSocket& s) { return s.SendToDestination("x", 1, "127.0.0.1", 9); },
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_SEND_FAILED, nullptr},
-    {"Receive", [](nxSocket& s) { return s.Receive(bytes, sizeof bytes, received); },
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_RECEIVE_FAILED, "recv"},
-    {"ReceiveFrom", [](nxSocket& s) { return s.ReceiveFrom(bytes, sizeof bytes, received); },
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_RECEIVE_FAILED, "recvfrom"},
-    {"ReceiveMsgWithDestinationAddress",
-     [](nxSocket& s)
-     { return s.ReceiveMsgWithDestinationAddress(bytes, sizeof bytes, received, destination); },
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, nullptr},
-    {"MulticastJoin", [](nxSocket& s) { return s.MulticastJoin("239.1.1.1"); }, NX_ERR_SOCKET_INVALID_HANDLE,
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_CONNECT_FAILED, "setsockopt - multicast join"},
-    {"MulticastLeave", [](nxSocket& s) { return s.MulticastLeave("239.1.1.1"); },
-     NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_INVALID_HANDLE, NX_ERR_SOCKET_CONNECT_FAILED,
-     "setsockopt - multicast leave"},
-    {"Select", [](nxSocket& s) { return s.Select(0); }, NX_ERR_SOCKET_SELECT_FAILED,
-     NX_ERR_SOCKET_SELECT_FAILED, success, nullptr},
-    {"SelectWithoutTimeout", [](nxSocket& s) { return s.SelectWithoutTimeout(); },
-     NX_ERR_SOCKET_SELECT_FAILED, NX_ERR_SOCKET_SELECT_FAILED, success, nullptr},
-    {"SetBufferSize", [](nxSocket& s) { return s.SetBufferSize(8192); }, NX_ERR_INVALID_PARAMETER,
-     NX_ERR_INVALID_PARAMETER, NX_ERR_INVALID_PARAMETER, nullptr},
-    {"SetReceiveMsgWithDestinationAddressSockOpts",
-     [](nxSocket& s) { return s.SetReceiveMsgWithDestinationAddressSockOpts(true); },
-     NX_ERR_INVALID_PARAMETER, NX_ERR_INVALID_PARAMETER, NX_ERR_INVALID_PARAMETER,
-     "setsockopt - receive msg with destination address socket options"},
-    {"ConnectLocal", [](nxSocket& s) { return s.ConnectLocal("path"); }, NX_ERR_NOT_IMPLEMENTED,
-     NX_ERR_NOT_IMPLEMENTED, NX_ERR_NOT_IMPLEMENTED,
-     "Unable to connect to domain socket. Not supported on Windows"},
-    {"BindLocal", [](nxSocket& s) { return s.BindLocal("path"); }, NX_ERR_NOT_IMPLEMENTED,
-     NX_ERR_NOT_IMPLEMENTED, NX_ERR_NOT_IMPLEMENTED,
-     "Unable to bind to domain socket. Not supported on Windows"},
-    {"Close", [](nxSocket& s) { return s.Close(); }, NX_ERR_SOCKET_CLOSE_FAILED, NX_ERR_SOCKET_CLOSE_FAILED,
-     NX_ERR_SOCKET_CLOSE_FAILED, "close"},
+constexpr nxEnumValue noBuffer = NX_ERR_NOT_INITIALISED;
+constexpr nxEnumValue noHandle = NX_ERR_SOCKET_INVALID_HANDLE;
+constexpr nxEnumValue notConnected = NX_ERR_SOCKET_CONNECT_FAILED;
+constexpr nxEnumValue notBound = NX_ERR_SOCKET_BIND_FAILED;
+constexpr nxEnumValue notSent = NX_ERR_SOCKET_SEND_FAILED;
+constexpr nxEnumValue notReceived = NX_ERR_SOCKET_RECEIVE_FAILED;
+constexpr nxEnumValue notSelected = NX_ERR_SOCKET_SELECT_FAILED;
+constexpr nxEnumValue notClosed = NX_ERR_SOCKET_CLOSE_FAILED;
+constexpr nxEnumValue invalid = NX_ERR_INVALID_PARAMETER;
+constexpr nxEnumValue never = NX_ERR_NOT_IMPLEMENTED;
+
+struct StateRow
+{
+    std::function<nxErrorEnum(nxSocket&)> run;
+    nxEnumValue fresh;    // neither handle nor address buffer
+    nxEnumValue unopened; // an address buffer, no handle
+    nxEnumValue closed;
+    char const* logged = nullptr; // as the function's name when the socket is closed; null for no line
 };
+
+StateRow const stateRows[] = {
+    {[](nxSocket& s) { return s.Connect("127.0.0.1", 9); }, noBuffer, noHandle, notConnected, "connect"},
+    {[](nxSocket& s) { return s.Bind("127.0.0.1", 0); }, noBuffer, noHandle, notBound},
+    {[](nxSocket& s) { return s.Bind(0); }, noBuffer, noHandle, notBound},
+    {[](nxSocket& s) { return s.Listen(); }, noHandle, noHandle, NX_ERR_SOCKET_LISTEN_FAILED},
+    {[](nxSocket& s) { return s.Send("x"); }, noHandle, noHandle, notSent},
+    {[](nxSocket& s) { return s.GatherSend(nullptr, 0, count); }, notSent, notSent, notSent, "WSASend"},
+    {[](nxSocket& s) { return s.SendTo("x"); }, noHandle, noHandle, notSent},
+    {[](nxSocket& s) { return s.SendToDestination("x", 1, "127.0.0.1", 9); }, noHandle, noHandle, notSent},
+    {[](nxSocket& s) { return s.Receive(bytes, 16, received); }, noHandle, noHandle, notReceived, "recv"},
+    {[](nxSocket& s) { return s.ReceiveFrom(bytes, 16, received); }, noHandle, noHandle, notReceived,
+     "recvfrom"},
+    {[](nxSocket& s) { return s.ReceiveMsgWithDestinationAddress(bytes, 16, received, destination); },
+     noHandle, noHandle, noHandle},
+    {[](nxSocket& s) { return s.MulticastJoin("239.1.1.1"); }, noHandle, noHandle, notConnected,
+     "setsockopt - multicast join"},
+    {[](nxSocket& s) { return s.MulticastLeave("239.1.1.1"); }, noHandle, noHandle, notConnected,
+     "setsockopt - multicast leave"},
+    {[](nxSocket& s) { return s.Select(0); }, notSelected, notSelected, success},
+    {[](nxSocket& s) { return s.SelectWithoutTimeout(); }, notSelected, notSelected, success},
+    {[](nxSocket& s) { return s.SetBufferSize(8192); }, invalid, invalid, invalid},
+    {[](nxSocket& s) { return s.SetReceiveMsgWithDestinationAddressSockOpts(true); }, invalid, invalid,
+     invalid, "setsockopt - receive msg with destination address socket options"},
+    {[](nxSocket& s) { return s.ConnectLocal("path"); }, never, never, never,
+     "Unable to connect to domain socket. Not supported on Windows"},
+    {[](nxSocket& s) { return s.BindLocal("path"); }, never, never, never,
+     "Unable to bind to domain socket. Not supported on Windows"},
+    {[](nxSocket& s) { return s.Close(); }, notClosed, notClosed, notClosed, "close"}};
+
+int OptionOf(nxSocket const& socket, int name)
+{
+    int value = 0;
+    socklen_t length = sizeof value;
+    EXPECT_EQ(getsockopt(DescriptorOf(socket), SOL_SOCKET, name, &value, &length), 0);
+    return value;
+}
 
 std::string LineOf(std::string const& function, nxSocket const& socket)
 {
@@ -114,7 +112,7 @@ TEST_F(nxSocketTest, EachStateHasItsAnswer)
 {
     for (StateRow const& row : stateRows)
     {
-        SCOPED_TRACE(row.operation);
+        SCOPED_TRACE(&row - stateRows);
         nxSocket fresh;
         EXPECT_TRUE(row.run(fresh) == row.fresh);
         nxSocket unopened;
@@ -153,13 +151,10 @@ TEST_F(nxSocketTest, CreateRefusesUnknownNumbers)
     EXPECT_TRUE(socket.Connect(here, 9) == NX_ERR_NOT_INITIALISED); // so no buffer was made
     EXPECT_TRUE(socket.Create(static_cast<NX_SOCKET_TYPE>(-1)) == NX_ERR_SOCKET_CREATE_FAILED);
     EXPECT_FALSE(socket.IsValid());
-}
 
-TEST_F(nxSocketTest, AHandleOutlivesCreateWithAnUnknownType)
-{
+    // A handle outlives another Create with an unknown type.
     static nxSocket& owner =
         *new nxSocket; // never destroyed; keeps the replaced buffer in sight of leak checkers
-    nxSocket socket;
     ASSERT_TRUE(socket.Create().IsOK());
     owner = socket;
     EXPECT_TRUE(socket.Create(static_cast<NX_SOCKET_TYPE>(2)).IsOK());
@@ -174,61 +169,35 @@ TEST_F(nxSocketTest, CreateLeavesTheHandleOpenWhenTheOptionFails)
     optionToRefuse = -1;
     EXPECT_TRUE(socket.IsValid());
     EXPECT_TRUE(IsOpen(DescriptorOf(socket)));
-}
-
-TEST_F(nxSocketTest, BothTypesMayReuseAnAddress)
-{
     for (NX_SOCKET_TYPE const type : {NX_SOCKET_TYPE_TCP, NX_SOCKET_TYPE_UDP})
     {
-        nxSocket socket;
-        ASSERT_TRUE(socket.Create(type).IsOK());
-        int value = 0;
-        socklen_t length = sizeof value;
-        ASSERT_EQ(getsockopt(DescriptorOf(socket), SOL_SOCKET, SO_REUSEADDR, &value, &length), 0);
-        EXPECT_EQ(value, 1);
+        nxSocket reusing;
+        ASSERT_TRUE(reusing.Create(type).IsOK());
+        EXPECT_EQ(OptionOf(reusing, SO_REUSEADDR), 1);
     }
 }
 
-// Sizes.
-
-int BufferSizeOf(nxSocket const& socket, int name)
-{
-    int value = 0;
-    socklen_t length = sizeof value;
-    EXPECT_EQ(getsockopt(DescriptorOf(socket), SOL_SOCKET, name, &value, &length), 0);
-    return value / 2; // the system keeps as much again for its own books
-}
-
-struct SizeRow
-{
-    char const* text;
-    char const* logged;
-    int size;
-};
-
-constexpr SizeRow sizeRows[] = {
-    {"65536", "65536", 65536},
-    {"", "1048576", 1048576},
-    {"abc", "1048576", 1048576},
-    {"4295032832", "4295032832", 65536}, // 2^32 + 65536: the line shows what was asked for
-};
+// Sizes, of which the system keeps as much again for its own books.
 
 TEST_F(nxSocketTest, SizesComeFromTheEnvironment)
 {
-    for (SizeRow const& row : sizeRows)
+    using Row = std::tuple<char const*, char const*, int>;
+    for (auto const& [text, logged, size] :
+         {Row{"65536", "65536", 65536}, Row{"", "1048576", 1048576}, Row{"abc", "1048576", 1048576},
+          Row{"4295032832", "4295032832", 65536}}) // 2^32 + 65536: the line shows what was asked for
     {
-        SCOPED_TRACE(row.text);
-        nxCmdLineArgs::GetInstance().SetEnvValue(KVT_INBOUND_BUFFER_SIZE, row.text);
+        SCOPED_TRACE(text);
+        nxCmdLineArgs::GetInstance().SetEnvValue(KVT_INBOUND_BUFFER_SIZE, text);
         nxCmdLineArgs::GetInstance().SetEnvValue(KVT_OUTBOUND_BUFFER_SIZE, "131072");
         Clear();
         nxSocket socket;
         ASSERT_TRUE(socket.CreateAndSetBufferSize(NX_SOCKET_TYPE_TCP).IsOK());
         EXPECT_EQ(Messages(), (std::vector<std::string>{
-                                  std::string("Set socket inbound buffer size: ") + row.logged,
+                                  std::string("Set socket inbound buffer size: ") + logged,
                                   "Set socket outbound buffer size: 131072",
                               }));
-        EXPECT_EQ(BufferSizeOf(socket, SO_RCVBUF), row.size);
-        EXPECT_EQ(BufferSizeOf(socket, SO_SNDBUF), 131072);
+        EXPECT_EQ(OptionOf(socket, SO_RCVBUF), 2 * size);
+        EXPECT_EQ(OptionOf(socket, SO_SNDBUF), 2 * 131072);
     }
     nxCmdLineArgs::GetInstance().SetEnvValue(KVT_INBOUND_BUFFER_SIZE, "");
     nxCmdLineArgs::GetInstance().SetEnvValue(KVT_OUTBOUND_BUFFER_SIZE, "");
@@ -245,16 +214,12 @@ TEST_F(nxSocketTest, ASizeThatIsRefusedIsOnlyLogged)
                               "Failed to set outbound buffer size. Error: (1000002) "
                               "NX_ERR_INVALID_PARAMETER - 'invalid parameter', Buffer size: 1048576"}));
     EXPECT_EQ(Levels(), (std::vector<unsigned int>{NX_INF, NX_ERR}));
-}
 
-TEST_F(nxSocketTest, SetBufferSizeIsTheInboundOne)
-{
-    nxSocket socket;
-    ASSERT_TRUE(socket.Create().IsOK());
+    // SetBufferSize is the inbound one.
     ASSERT_TRUE(socket.SetOutboundBufferSize(16384).IsOK());
     ASSERT_TRUE(socket.SetBufferSize(32768).IsOK());
-    EXPECT_EQ(BufferSizeOf(socket, SO_RCVBUF), 32768);
-    EXPECT_EQ(BufferSizeOf(socket, SO_SNDBUF), 16384);
+    EXPECT_EQ(OptionOf(socket, SO_RCVBUF), 2 * 32768);
+    EXPECT_EQ(OptionOf(socket, SO_SNDBUF), 2 * 16384);
     EXPECT_TRUE(socket.SetSocketOptionFlag_NoDelay(true).IsOK());
     EXPECT_TRUE(socket.SetSocketOption(SOL_SOCKET, SO_SNDBUF, bytes, -1) == NX_ERR_INVALID_PARAMETER);
 }
@@ -291,11 +256,8 @@ TEST_F(nxSocketTest, AFailedAcceptIsASuccessWithoutAHandle)
     EXPECT_FALSE(accepted.IsValid());
     EXPECT_TRUE(accepted.IsConnected());
     EXPECT_TRUE(Messages().empty());
-}
 
-TEST_F(nxSocketTest, NobodyListensAtAFreePort)
-{
-    nxSocket bound; // keeps the port
+    nxSocket bound; // keeps a port at which nobody listens
     ASSERT_TRUE(bound.Create().IsOK());
     ASSERT_TRUE(bound.Bind(here, 0).IsOK());
     nxSocket socket;
@@ -436,9 +398,7 @@ private:
 TEST_F(nxSocketTest, AtTheLimitOfDescriptors)
 {
     nxSocket listener;
-    ASSERT_TRUE(listener.Create().IsOK());
-    ASSERT_TRUE(listener.Bind(here, 0).IsOK());
-    ASSERT_TRUE(listener.Listen().IsOK());
+    Listen(listener);
     nxSocket client;
     ASSERT_TRUE(client.Create().IsOK());
     ASSERT_TRUE(client.Connect(here, PortOf(listener)).IsOK());
@@ -570,97 +530,62 @@ TEST_F(nxSocketTest, AnEmptySetIsAPause)
 
 // Addresses.
 
-struct AddressRow
-{
-    char const* text;
-    bool isGood;
-    unsigned int address;
-};
-
-constexpr AddressRow addressRows[] = {
-    {"1.2.3.4", true, 0x01020304},
-    {"001.002.003.004", true, 0x01020304},
-    {"1.2.3.4.", true, 0x01020304},         // a separator at the end adds no field
-    {"010.0.0.0255", true, 0x0A0000FF},     // not octal
-    {"4294967297.2.3.4", true, 0x01020304}, // 2^32 + 1
-    {"255.255.255.255", true, 0xFFFFFFFF},
-    {"0.0.0.0", true, 0},
-    {"", false, 0},
-    {"1.2.3", false, 0},
-    {"1.2.3.4.5", false, 0},
-    {"1.2.3.4..", false, 0},
-    {"1.2.3.256", false, 0},
-    {"4294967551.2.3.4", true, 0xFF020304}, // 2^32 + 255
-    {"4294967552.2.3.4", false, 0},
-    {"1..3.4", false, 0},
-    {"1.2.3.-4", false, 0},
-    {"1.2.3.+4", false, 0},
-    {"1.2.3. 4", false, 0},
-    {"1.2.3.4/", false, 0},
-    {"a.2.3.4", false, 0},
-};
-
 TEST(nxSocketAddress, IsReadAsWritten)
 {
-    constexpr unsigned int before = 42;
-    for (AddressRow const& row : addressRows)
+    constexpr std::pair<char const*, unsigned int> good[] = {
+        {"1.2.3.4", 0x01020304},          {"001.002.003.004", 0x01020304},
+        {"1.2.3.4.", 0x01020304},         // a separator at the end adds no field
+        {"010.0.0.0255", 0x0A0000FF},     // not octal
+        {"4294967297.2.3.4", 0x01020304}, // 2^32 + 1
+        {"4294967551.2.3.4", 0xFF020304}, // 2^32 + 255
+        {"255.255.255.255", 0xFFFFFFFF},  {"0.0.0.0", 0}};
+    for (auto const& [text, expected] : good)
     {
-        SCOPED_TRACE(row.text);
-        unsigned int address = before;
-        nxErrorEnum const result = nxSocket::ParseAddress(row.text, address);
-        EXPECT_TRUE(result == (row.isGood ? success : NX_ERR_INVALID_PARAMETER));
-        EXPECT_EQ(address, row.isGood ? row.address : before);
+        unsigned int address = 42;
+        EXPECT_TRUE(nxSocket::ParseAddress(text, address).IsOK()) << text;
+        EXPECT_EQ(address, expected) << text;
+    }
+    for (char const* const text : {"", "1.2.3", "1.2.3.4.5", "1.2.3.4..", "1.2.3.256", "4294967552.2.3.4",
+                                   "1..3.4", "1.2.3.-4", "1.2.3.+4", "1.2.3. 4", "1.2.3.4/", "a.2.3.4"})
+    {
+        unsigned int address = 42;
+        EXPECT_TRUE(nxSocket::ParseAddress(text, address) == NX_ERR_INVALID_PARAMETER) << text;
+        EXPECT_EQ(address, 42u) << text;
     }
 }
 
-struct MaskRow
-{
-    char const* text;
-    bool isGood;
-    char const* addressText;
-    unsigned int address;
-    unsigned int mask;
-    unsigned int network;
-    unsigned int host;
-};
-
-constexpr unsigned int null = 0xFFFFFFFF;
-
-constexpr MaskRow maskRows[] = {
-    {"192.168.1.9/24", true, "192.168.1.9", 0xC0A80109, 0xFFFFFF00, 0xC0A80100, 9},
-    {"192.168.1.9", true, "192.168.1.9", 0xC0A80109, null, null, null},
-    {"192.168.1.9/", true, "192.168.1.9", 0xC0A80109, null, null, null},
-    {"192.168.1.9/0", true, "192.168.1.9", 0xC0A80109, 0, 0, 0xC0A80109},
-    {"10.0.0.1./4294967304", true, "10.0.0.1.", 0x0A000001, 0xFF000000, 0x0A000000, 1}, // 2^32 + 8
-    {"10.0.0.1/4294967296", true, "10.0.0.1", 0x0A000001, 0, 0, 0x0A000001},            // 2^32
-    {"10.0.0.1/31", true, "10.0.0.1", 0x0A000001, 0xFFFFFFFE, 0x0A000000, 1},           // which is no change
-    {"255.255.255.255/0", true, "255.255.255.255", 0xFFFFFFFF, 0, 0, null},
-    {"192.168.1.9/32", false, "", 0, null, null, null},
-    {"192.168.1.9/-1", false, "", 0, null, null, null},
-    {"192.168.1.9/24/8", false, "", 0, null, null, null},
-    {"192.168.1/24", false, "", 0, null, null, null},
-    {"/24", false, "", 0, null, null, null},
-    {"", false, "", 0, null, null, null},
-};
-
 TEST(nxSocketAddress, MaySplitAtAMask)
 {
-    for (MaskRow const& row : maskRows)
+    // The text up to the slash, what stands behind it, and the address, mask, network and host.
+    constexpr unsigned int null = 0xFFFFFFFF;
+    using Row = std::tuple<std::string, std::string, unsigned int, unsigned int, unsigned int, unsigned int>;
+    Row const good[] = {{"192.168.1.9", "/24", 0xC0A80109, 0xFFFFFF00, 0xC0A80100, 9},
+                        {"192.168.1.9", "", 0xC0A80109, null, null, null},
+                        {"192.168.1.9", "/", 0xC0A80109, null, null, null},
+                        {"192.168.1.9", "/0", 0xC0A80109, 0, 0, 0xC0A80109},
+                        {"10.0.0.1.", "/4294967304", 0x0A000001, 0xFF000000, 0x0A000000, 1}, // 2^32 + 8
+                        {"10.0.0.1", "/4294967296", 0x0A000001, 0, 0, 0x0A000001},           // 2^32
+                        {"10.0.0.1", "/31", 0x0A000001, 0xFFFFFFFE, 0x0A000000, 1}, // which is no change
+                        {"255.255.255.255", "/0", 0xFFFFFFFF, 0, 0, null}};
+    auto const expect = [](std::string const& text, bool isGood, Row const& row)
     {
-        SCOPED_TRACE(row.text);
+        SCOPED_TRACE(text);
         std::string addressText = "before";
         unsigned int address = 42;
         nxVolume mask = 1;
         nxVolume network = 2;
         nxVolume host = 3;
         nxErrorEnum const result =
-            nxSocket::ParseAddressAndMask(row.text, addressText, address, mask, network, host);
-        EXPECT_TRUE(result == (row.isGood ? success : NX_ERR_INVALID_PARAMETER));
-        EXPECT_EQ(addressText, row.addressText);
-        EXPECT_EQ(address, row.address);
-        EXPECT_EQ(mask.GetValue(), row.mask);
-        EXPECT_EQ(network.GetValue(), row.network);
-        EXPECT_EQ(host.GetValue(), row.host);
-    }
+            nxSocket::ParseAddressAndMask(text, addressText, address, mask, network, host);
+        EXPECT_TRUE(result == (isGood ? success : NX_ERR_INVALID_PARAMETER));
+        EXPECT_EQ(
+            Row(addressText, std::get<1>(row), address, mask.GetValue(), network.GetValue(), host.GetValue()),
+            row);
+    };
+    for (Row const& row : good)
+        expect(std::get<0>(row) + std::get<1>(row), true, row);
+    for (char const* const text :
+         {"192.168.1.9/32", "192.168.1.9/-1", "192.168.1.9/24/8", "192.168.1/24", "/24", ""})
+        expect(text, false, {"", "", 0, null, null, null});
 }
 } // namespace

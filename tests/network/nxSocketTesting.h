@@ -37,6 +37,28 @@ inline bool IsOpen(int descriptor)
     return fcntl(descriptor, F_GETFD) != -1;
 }
 
+/// Opens a socket that listens at a port of the system's choice.
+inline void Listen(nxSocket& socket)
+{
+    ASSERT_TRUE(socket.Create().IsOK());
+    ASSERT_TRUE(socket.Bind("127.0.0.1", 0).IsOK());
+    ASSERT_TRUE(socket.Listen().IsOK());
+}
+
+/// Opens a socket for datagrams at a port of the system's choice. @return the port.
+inline unsigned int OpenForDatagrams(nxSocket& socket)
+{
+    EXPECT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
+    EXPECT_TRUE(socket.Bind(0).IsOK());
+    return static_cast<unsigned int>(PortOf(socket));
+}
+
+/// The bytes that a receive has put into a buffer.
+inline std::string Text(char const* buffer, int received)
+{
+    return std::string(buffer, static_cast<std::size_t>(std::max(received, 0)));
+}
+
 /// Lines are recorded as soon as they are logged. The log reads its keys on first use, so this comes before.
 inline int const forceFlush = setenv("KVT_LOG_FORCE_FLUSH", "TRUE", 1);
 
@@ -63,9 +85,7 @@ struct Connection
 
     Connection()
     {
-        EXPECT_TRUE(listener.Create().IsOK());
-        EXPECT_TRUE(listener.Bind("127.0.0.1", 0).IsOK());
-        EXPECT_TRUE(listener.Listen().IsOK());
+        Listen(listener);
         EXPECT_TRUE(client.Create().IsOK());
         EXPECT_TRUE(client.Connect("127.0.0.1", PortOf(listener)).IsOK());
         EXPECT_TRUE(listener.Accept(server).IsOK());

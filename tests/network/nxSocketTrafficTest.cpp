@@ -2,6 +2,7 @@
 #include "tests/network/nxSocketTesting.h"
 
 #include <atomic>
+#include <bit>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -192,28 +193,19 @@ TEST_F(nxSocketSignal, LeavesReceivesAndWaitsAlone)
     EXPECT_LT(waited, 1900ms);
 }
 
-TEST_F(nxSocketSignal, LeavesAcceptAlone)
+TEST_F(nxSocketSignal, LeavesAcceptAndConnectAlone)
 {
     nxSocket listener;
-    ASSERT_TRUE(listener.Create().IsOK());
-    ASSERT_TRUE(listener.Bind(here, 0).IsOK());
-    ASSERT_TRUE(listener.Listen().IsOK());
-    nxSocket accepted;
-    nxSocket client;
-    ASSERT_TRUE(client.Create().IsOK());
+    Listen(listener);
+    nxSocket first;
+    nxSocket caller;
+    ASSERT_TRUE(caller.Create().IsOK());
     Expect(
-        success, [&] { return listener.Accept(accepted); },
-        [&] { ASSERT_TRUE(client.Connect(here, PortOf(listener)).IsOK()); });
-    EXPECT_TRUE(accepted.IsValid());
-}
+        success, [&] { return listener.Accept(first); },
+        [&] { ASSERT_TRUE(caller.Connect(here, PortOf(listener)).IsOK()); });
+    EXPECT_TRUE(first.IsValid());
 
-TEST_F(nxSocketSignal, LeavesConnectAlone)
-{
     // Six connections fill a listener's queue, and the seventh has to wait until one is accepted.
-    nxSocket listener;
-    ASSERT_TRUE(listener.Create().IsOK());
-    ASSERT_TRUE(listener.Bind(here, 0).IsOK());
-    ASSERT_TRUE(listener.Listen().IsOK());
     nxSocket clients[6];
     for (nxSocket& client : clients)
     {
@@ -250,7 +242,7 @@ TEST_F(nxSocketSignal, LosesNoByteOfASend)
         for (arrived.clear(); arrived.size() < data.size();)
         {
             ASSERT_TRUE(connection.server.Receive(buffer, sizeof buffer, received).IsOK());
-            arrived.append(buffer, static_cast<std::size_t>(received));
+            arrived += Text(buffer, received);
         }
     };
     Expect(
@@ -352,7 +344,7 @@ TEST_F(nxSocketTest, GatherJoinsMoreBuffersThanTheSystemTakes)
     while (arrived.size() < sent)
     {
         ASSERT_TRUE(connection.server.Receive(buffer, sizeof buffer, received).IsOK());
-        arrived.append(buffer, static_cast<std::size_t>(received));
+        arrived += Text(buffer, received);
     }
     EXPECT_EQ(arrived, text.substr(1));
 
@@ -367,7 +359,7 @@ TEST_F(nxSocketTest, GatherJoinsMoreBuffersThanTheSystemTakes)
     EXPECT_EQ(received, 1023); // one datagram
 }
 
-TEST_F(nxSocketTest, APeerThatResets)
+TEST_F(nxSocketTest, APeerThatResetsOrHalfCloses)
 {
     Connection connection;
     linger const abort = {1, 0};
@@ -383,6 +375,13 @@ TEST_F(nxSocketTest, APeerThatResets)
               "Error on socket call. Function: recv. Error: " + std::to_string(ECONNRESET) +
                   ", Socket descriptor: " + std::to_string(connection.server.GetSocket()));
     EXPECT_TRUE(connection.server.Send("x") == NX_ERR_SOCKET_SEND_FAILED);
+
+    Connection half; // a peer that closes one way still listens
+    ASSERT_EQ(shutdown(DescriptorOf(half.client), SHUT_WR), 0);
+    EXPECT_TRUE(half.server.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
+    EXPECT_TRUE(half.server.Send("still there").IsOK());
+    EXPECT_TRUE(half.client.Receive(buffer, sizeof buffer, received).IsOK());
+    EXPECT_EQ(received, 11);
 }
 
 TEST_F(nxSocketTest, APeerThatIsGoneRaisesNoSignal)
@@ -404,22 +403,10 @@ TEST_F(nxSocketTest, APeerThatIsGoneRaisesNoSignal)
     EXPECT_EQ(signalsHandled, 0);
 }
 
-TEST_F(nxSocketTest, APeerThatHalfClosesStillListens)
-{
-    Connection connection;
-    ASSERT_EQ(shutdown(DescriptorOf(connection.client), SHUT_WR), 0);
-    EXPECT_TRUE(connection.server.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
-    EXPECT_TRUE(connection.server.Send("still there").IsOK());
-    EXPECT_TRUE(connection.client.Receive(buffer, sizeof buffer, received).IsOK());
-    EXPECT_EQ(received, 11);
-}
-
 TEST_F(nxSocketTest, TenThousandConnectionsLeaveNoDescriptor)
 {
     nxSocket listener;
-    ASSERT_TRUE(listener.Create().IsOK());
-    ASSERT_TRUE(listener.Bind(here, 0).IsOK());
-    ASSERT_TRUE(listener.Listen().IsOK());
+    Listen(listener);
     int const port = PortOf(listener);
     linger const abort = {1, 0}; // or their ports would be taken for a minute
     int const free = dup(STDOUT_FILENO);
@@ -445,23 +432,21 @@ TEST_F(nxSocketTest, SendToAnswersReceiveFrom)
 {
     nxSocket server;
     nxSocket clients[2];
-    ASSERT_TRUE(server.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    ASSERT_TRUE(server.Bind(0).IsOK());
-    auto const port = static_cast<unsigned int>(PortOf(server));
+    unsigned int const port = OpenForDatagrams(server);
     for (nxSocket& client : clients)
     {
         ASSERT_TRUE(client.Create(NX_SOCKET_TYPE_UDP).IsOK());
         EXPECT_TRUE(client.SendTo("x") == NX_ERR_SOCKET_SEND_FAILED); // nobody's address yet
         ASSERT_TRUE(client.SendToDestination("ask", 3, here, port).IsOK());
         ASSERT_TRUE(server.ReceiveFrom(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(received)), "ask");
+        EXPECT_EQ(Text(buffer, received), "ask");
         // What goes elsewhere meanwhile leaves the sender's address where it is.
         ASSERT_TRUE(server.SendToDestination("aside", 5, here, port).IsOK());
         ASSERT_TRUE(server.SendTo("answer").IsOK());
         ASSERT_TRUE(client.Receive(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(received)), "answer");
+        EXPECT_EQ(Text(buffer, received), "answer");
         ASSERT_TRUE(server.Receive(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(received)), "aside");
+        EXPECT_EQ(Text(buffer, received), "aside");
     }
 }
 
@@ -470,22 +455,26 @@ TEST_F(nxSocketTest, SendToAfterBindReachesItself)
     nxSocket socket;
     ASSERT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
     nxSocket other; // tells a free port
-    ASSERT_TRUE(other.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    ASSERT_TRUE(other.Bind(here, 0).IsOK());
-    int const port = PortOf(other);
+    auto const port = static_cast<int>(OpenForDatagrams(other));
     ASSERT_TRUE(other.Close().IsOK());
     ASSERT_TRUE(socket.Bind(here, port).IsOK());
     ASSERT_TRUE(socket.SendTo("me").IsOK());
     ASSERT_TRUE(socket.Receive(buffer, sizeof buffer, received).IsOK());
     EXPECT_EQ(received, 2);
+
+    nxSocket lost; // a text that is no address binds the broadcast address
+    ASSERT_TRUE(lost.Create(NX_SOCKET_TYPE_UDP).IsOK());
+    EXPECT_TRUE(lost.Bind("rubbish", 0).IsOK());
+    sockaddr_in address = {};
+    socklen_t length = sizeof address;
+    getsockname(DescriptorOf(lost), reinterpret_cast<sockaddr*>(&address), &length);
+    EXPECT_EQ(address.sin_addr.s_addr, INADDR_BROADCAST);
 }
 
 TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
 {
     nxSocket socket;
-    ASSERT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    ASSERT_TRUE(socket.Bind(0).IsOK());
-    auto const port = static_cast<unsigned int>(PortOf(socket));
+    unsigned int const port = OpenForDatagrams(socket);
     ASSERT_TRUE(socket.SendToDestination("abc", 3, here, port).IsOK());
     ASSERT_TRUE(socket.ReceiveMsgWithDestinationAddress(buffer, 2, received, destination).IsOK());
     EXPECT_EQ(received, 2);     // cut to the buffer
@@ -511,52 +500,42 @@ TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
     EXPECT_EQ(Messages().size(), 2u);
 }
 
-TEST_F(nxSocketTest, ATextThatIsNoAddressBindsTheBroadcastAddress)
-{
-    nxSocket socket;
-    ASSERT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    EXPECT_TRUE(socket.Bind("rubbish", 0).IsOK());
-    sockaddr_in address = {};
-    socklen_t length = sizeof address;
-    getsockname(DescriptorOf(socket), reinterpret_cast<sockaddr*>(&address), &length);
-    EXPECT_EQ(address.sin_addr.s_addr, INADDR_BROADCAST);
-}
-
 // Multicast, in a network of this thread's own.
-
-bool BringLoopbackUp()
-{
-    int const descriptor = socket(AF_INET, SOCK_DGRAM, 0);
-    ifreq request = {};
-    std::strcpy(request.ifr_name, "lo");
-    request.ifr_flags = IFF_UP;
-    bool const isUp = ioctl(descriptor, SIOCSIFFLAGS, &request) == 0;
-    close(descriptor);
-    return isUp;
-}
 
 sockaddr AddressFor(char const* text)
 {
     sockaddr_in address = {};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = inet_addr(text);
-    sockaddr result;
-    std::memcpy(&result, &address, sizeof result);
-    return result;
+    return std::bit_cast<sockaddr>(address);
+}
+
+/// Asks the system by a socket of its own.
+bool Ask(unsigned long request, void* argument)
+{
+    int const descriptor = socket(AF_INET, SOCK_DGRAM, 0);
+    bool const isDone = ioctl(descriptor, request, argument) == 0;
+    close(descriptor);
+    return isDone;
+}
+
+bool BringLoopbackUp()
+{
+    ifreq request = {};
+    std::strcpy(request.ifr_name, "lo");
+    request.ifr_flags = IFF_UP;
+    return Ask(SIOCSIFFLAGS, &request);
 }
 
 bool RouteMulticastToLoopback()
 {
-    int const descriptor = socket(AF_INET, SOCK_DGRAM, 0);
     char loopback[] = "lo";
     rtentry route = {};
     route.rt_dst = AddressFor("224.0.0.0");
     route.rt_genmask = AddressFor("240.0.0.0");
     route.rt_flags = RTF_UP;
     route.rt_dev = loopback;
-    bool const isRouted = ioctl(descriptor, SIOCADDRT, &route) == 0;
-    close(descriptor);
-    return isRouted;
+    return Ask(SIOCADDRT, &route);
 }
 
 constexpr char const* groupA = "239.1.1.1";
@@ -587,7 +566,7 @@ void ExpectOnly(nxSocket& socket, std::string const& text, std::string const& gr
 {
     ASSERT_TRUE(socket.SelectWithoutTimeout().IsOK());
     ASSERT_TRUE(socket.ReceiveMsgWithDestinationAddress(buffer, sizeof buffer, received, destination).IsOK());
-    EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(received)), text);
+    EXPECT_EQ(Text(buffer, received), text);
     EXPECT_EQ(destination, group);
     EXPECT_TRUE(socket.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
     EXPECT_EQ(received, -1);
