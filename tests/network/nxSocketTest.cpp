@@ -207,7 +207,7 @@ TEST_F(nxSocketTest, ASizeThatIsRefusedIsOnlyLogged)
 {
     nxSocket socket;
     optionToRefuse = SO_SNDBUF;
-    EXPECT_TRUE(socket.CreateAndSetBufferSize(NX_SOCKET_TYPE_UDP).IsOK());
+    EXPECT_TRUE(socket.CreateAndSetBufferSize(NX_SOCKET_TYPE_TCP).IsOK());
     optionToRefuse = -1;
     EXPECT_EQ(Messages(), (std::vector<std::string>{
                               "Set socket inbound buffer size: 1048576",

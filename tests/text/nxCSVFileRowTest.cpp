@@ -1,5 +1,6 @@
 // How nxCSVFileRow splits a row into columns, quoted or not, and joins them again.
 #include "core/text/nxCSVFileRow.h"
+#include "core/text/nxStringHelper.h"
 #include "core/text/nxStringParser.h"
 
 #include <gtest/gtest.h>
@@ -22,10 +23,18 @@ std::vector<std::string> GetColumns(nxCSVFileRow const& row)
     return columns;
 }
 
-std::string GetTrimmed(std::string const& text)
+// What nxStringParser makes of a text, trimmed.
+template <typename... Characters>
+std::vector<std::string> GetFields(std::string const& text, Characters... characters)
 {
-    std::size_t const first = text.find_first_not_of(" \t\n\r");
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t\n\r") - first + 1);
+    std::vector<std::string> fields;
+    nxStringParser parser(text);
+    while (!parser.IsFullyParsed())
+    {
+        fields.push_back(nxStringHelper::GetLeftTrimmed(parser.GetSubString(characters...)));
+        nxStringHelper::RightTrim(fields.back());
+    }
+    return fields;
 }
 
 struct SplitRow
@@ -80,14 +89,8 @@ TEST(nxCSVFileRow, SplitsAsTheParserDoes)
         for (auto length = random() % 14; length != 0; --length)
             text.push_back(alphabet[random() % sizeof(alphabet)]);
         char const separator = round % 5 == 0 ? '"' : ','; // also where separator and quote are the same
-        std::vector<std::string> plain;
-        nxStringParser plainParser(text);
-        while (!plainParser.IsFullyParsed())
-            plain.push_back(GetTrimmed(plainParser.GetSubString(separator)));
-        std::vector<std::string> quoted;
-        nxStringParser quotedParser(text);
-        while (!quotedParser.IsFullyParsed())
-            quoted.push_back(GetTrimmed(quotedParser.GetSubString(separator, '"')));
+        std::vector<std::string> const plain = GetFields(text, separator);
+        std::vector<std::string> const quoted = GetFields(text, separator, '"');
         nxCSVFileRow plainRow;
         plainRow.SetRowData(text, separator);
         ASSERT_EQ(GetColumns(plainRow), plain) << text;

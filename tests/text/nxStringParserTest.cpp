@@ -12,23 +12,15 @@ namespace
 
 using Fields = std::vector<std::string>;
 
-Fields AllPlain(std::string const& text)
+/// All fields by the form with these characters: a separator, or a separator and a quote.
+template <typename... Characters>
+Fields All(std::string const& text, Characters... characters)
 {
     nxStringParser parser(text);
     Fields fields;
     while (!parser.IsFullyParsed())
-        fields.push_back(parser.GetSubString(','));
-    EXPECT_EQ(parser.GetSubString(','), "");
-    return fields;
-}
-
-Fields AllQuoted(std::string const& text)
-{
-    nxStringParser parser(text);
-    Fields fields;
-    while (!parser.IsFullyParsed())
-        fields.push_back(parser.GetSubString(',', '"'));
-    EXPECT_EQ(parser.GetSubString(',', '"'), "");
+        fields.push_back(parser.GetSubString(characters...));
+    EXPECT_EQ(parser.GetSubString(characters...), "");
     return fields;
 }
 
@@ -54,7 +46,7 @@ TEST(nxStringParser, PlainFields)
         {std::string("a\0b,c", 5), {std::string("a\0b", 3), "c"}},
     };
     for (auto const& [text, fields] : rows)
-        EXPECT_EQ(AllPlain(text), fields) << text;
+        EXPECT_EQ(All(text, ','), fields) << text;
 }
 
 TEST(nxStringParser, QuotedFields)
@@ -78,7 +70,7 @@ TEST(nxStringParser, QuotedFields)
         {"\"a\"\"b\"c", {"a\"b"}},
     };
     for (auto const& [text, fields] : rows)
-        EXPECT_EQ(AllQuoted(text), fields) << text;
+        EXPECT_EQ(All(text, ',', '"'), fields) << text;
 }
 
 TEST(nxStringParser, BothFormsShareOneCursor)

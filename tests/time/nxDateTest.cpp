@@ -33,17 +33,13 @@ TEST(nxDate, EveryNumberButTheMarksIsADay)
     EXPECT_EQ(date.GetAsISODate().GetValue(), 7u);
 }
 
-TEST(nxDate, DefaultIsTheLocalDayOfToday)
+TEST(nxDate, DefaultIsTodayAndMarksComeAfterAllDays)
 {
     int const before = nxDateTime().GetAsISODate();
     nxDate const today;
     int const after = nxDateTime().GetAsISODate();
     EXPECT_TRUE(today == nxDate(static_cast<unsigned int>(before)) ||
                 today == nxDate(static_cast<unsigned int>(after)));
-}
-
-TEST(nxDate, MarksComeAfterAllDays)
-{
     EXPECT_TRUE(nxDate::GetNullInstance() > nxDate(20240101u));
     EXPECT_TRUE(nxDate::GetNoChangeInstance() > nxDate(99999999u));
     EXPECT_TRUE(nxDate::GetNoChangeInstance() < nxDate::GetNullInstance());

@@ -2,6 +2,7 @@
 
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"
+#include "tests/prices/nxAllocationCount.h"
 #include "tests/time/nxTestZone.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <iterator>
-#include <new>
 
 #include <linux/filter.h>
 #include <linux/seccomp.h>
@@ -21,8 +21,6 @@
 
 namespace
 {
-
-thread_local long allocations = 0;
 
 constexpr long long moment = 1720000000;
 
@@ -74,32 +72,13 @@ bool MakesNoSystemCall(void (*work)())
 
 } // namespace
 
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    void* const memory = std::malloc(size);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    return memory;
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
 TEST(nxTimeStampCost, NoAllocation)
 {
-    long const before = allocations;
+    nxAllocationCount const count;
     TakeStampsAndWriteThem();
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(count.Get(), 0u);
     operator delete(operator new(1));
-    EXPECT_EQ(allocations, before + 1) << "allocations are counted";
+    EXPECT_EQ(count.Get(), 1u) << "allocations are counted";
 }
 
 TEST(nxTimeStampCost, NoSystemCallWithAZoneOrWithout)

@@ -31,10 +31,6 @@ TEST(nxTimeState, DefaultIsMidnightAndNotNull)
     EXPECT_TRUE(nxTime::GetNullInstance().IsNull());
     EXPECT_FALSE(nxTime(nxNoChangeInitalizer{}).IsNull());
     EXPECT_EQ(nxTime::GetSecondsInADay(), 86400u);
-}
-
-TEST(nxTimeState, TextsOfNullAndNoChange)
-{
     EXPECT_EQ(nxTime(nxNullInitalizer{}).GetAsString(), "INVALID");
     EXPECT_EQ(nxTime(nxNullInitalizer{}).GetAsLogString(), "NULL");
     EXPECT_EQ(nxTime(nxNoChangeInitalizer{}).GetAsString(), "INVALID");
@@ -53,9 +49,14 @@ TEST(nxTimeFields, RangeEndsAndRefusals)
     EXPECT_TRUE(time.SetMinute(59).IsOK());
     EXPECT_TRUE(time.SetSecond(0).IsOK());
     EXPECT_EQ(time.GetAsString(), "23:59:00");
-    EXPECT_EQ(time.GetHour(), 23u);
-    EXPECT_EQ(time.GetMinute(), 59u);
-    EXPECT_EQ(time.GetSecond(), 0u);
+
+    nxTime const odd = FromHHMMSS(256199); // any number is taken
+    EXPECT_TRUE(odd.GetHour() == 25 && odd.GetMinute() == 61 && odd.GetSecond() == 99);
+    EXPECT_EQ(odd.GetAsString(), "25:61:99");
+    EXPECT_EQ(FromHHMMSS(4294967295u).GetAsString(), "429496:72:95");
+    nxTime null(nxNullInitalizer{});
+    null.SetFromHHMMSS(0);
+    EXPECT_FALSE(null.IsNull());
 }
 
 // A setter leaves the status, so a null keeps a number that nobody reads back but GetAsHHMMSS() and comparisons.
@@ -85,20 +86,6 @@ TEST(nxTimeFields, ANullStaysNullAndHidesWhatWasSet)
     EXPECT_EQ(time.GetAsHHMMSS(), 0u);
 }
 
-TEST(nxTimeFields, HHMMSSTakesAnyNumber)
-{
-    EXPECT_EQ(FromHHMMSS(93005).GetAsHHMMSS(), 93005u);
-    nxTime const odd = FromHHMMSS(256199);
-    EXPECT_EQ(odd.GetHour(), 25u);
-    EXPECT_EQ(odd.GetMinute(), 61u);
-    EXPECT_EQ(odd.GetSecond(), 99u);
-    EXPECT_EQ(odd.GetAsString(), "25:61:99");
-    EXPECT_EQ(FromHHMMSS(4294967295u).GetAsString(), "429496:72:95");
-    nxTime null(nxNullInitalizer{});
-    null.SetFromHHMMSS(0);
-    EXPECT_FALSE(null.IsNull());
-}
-
 TEST(nxTimeText, IsReadByPosition)
 {
     struct Row
@@ -124,6 +111,13 @@ TEST(nxTimeText, IsReadByPosition)
     }
     nxTime time;
     EXPECT_EQ(time.SetFromString(std::string("09:30\0:5", 8)), NX_ERR_INVALID_PARAMETER);
+
+    EXPECT_TRUE(nxStringHelper::SetFromString("17:05", time).IsOK());
+    EXPECT_EQ(nxStringHelper::SetFromString("17h05", time), NX_ERR_INVALID_PARAMETER);
+    std::string text = "at ";
+    nxStringHelper::AppendAsString(text, time);
+    EXPECT_EQ(text, "at " + nxStringHelper::GetAsString(time));
+    EXPECT_EQ(text, "at 17:05:00");
 }
 
 // Only a null on the left is special.
@@ -134,34 +128,13 @@ TEST(nxTimeComparison, LooksAtTheLeftStatusAlone)
     nxTime const noChange(nxNoChangeInitalizer{});
     nxTime const noon = FromHHMMSS(120000);
 
-    EXPECT_TRUE(null == nxTime(nxNullInitalizer{}));
-    EXPECT_FALSE(null == midnight);
-    EXPECT_TRUE(midnight == null);
-    EXPECT_TRUE(noChange == null);
-    EXPECT_TRUE(noChange == midnight);
-    EXPECT_TRUE(null != midnight);
-    EXPECT_FALSE(midnight != null);
-
-    EXPECT_TRUE(midnight >= null);
-    EXPECT_FALSE(null >= null);
-    EXPECT_FALSE(null < noon);
-    EXPECT_FALSE(null > midnight);
-    EXPECT_TRUE(noChange < noon);
-    EXPECT_TRUE(noon > null);
-
+    EXPECT_TRUE(null == nxTime(nxNullInitalizer{}) && midnight == null && noChange == null);
+    EXPECT_TRUE(noChange == midnight && null != midnight);
+    EXPECT_FALSE(null == midnight || midnight != null);
+    EXPECT_TRUE(midnight >= null && noChange < noon && noon > null);
+    EXPECT_FALSE(null >= null || null < noon || null > midnight);
     EXPECT_TRUE(FromHHMMSS(95959) < FromHHMMSS(100000));
     EXPECT_TRUE(FromHHMMSS(100001) > FromHHMMSS(100000));
     EXPECT_TRUE(FromHHMMSS(100100) >= FromHHMMSS(100059));
     EXPECT_FALSE(FromHHMMSS(100000) >= FromHHMMSS(100001));
-}
-
-TEST(nxTimeText, StringHelperForms)
-{
-    nxTime time;
-    EXPECT_TRUE(nxStringHelper::SetFromString("17:05", time).IsOK());
-    EXPECT_EQ(nxStringHelper::SetFromString("17h05", time), NX_ERR_INVALID_PARAMETER);
-    EXPECT_EQ(nxStringHelper::GetAsString(time), "17:05:00");
-    std::string text = "at ";
-    nxStringHelper::AppendAsString(text, time);
-    EXPECT_EQ(text, "at 17:05:00");
 }
