@@ -126,35 +126,67 @@ void nxLogManager::Write(nxLog& log)
     _entriesQueue.Push(log);
 }
 
-// Devices may register and unregister while they write, so each pass goes by index against the present size.
+/// Holds the list of devices for a pass over it.
+///
+/// Devices may register and unregister while they write. A pass goes by index against the present size, and a place
+/// that falls free stays empty until the pass is over: else the device behind it would be left out.
+class nxLogManager::_Pass
+{
+public:
+    explicit _Pass(nxLogManager& manager) : _manager(manager), _guard(manager._devicesMutex)
+    {
+        ++_manager._passes;
+    }
+
+    ~_Pass()
+    {
+        if (--_manager._passes == 0)
+        {
+            std::erase(_manager._devices, nullptr);
+        }
+    }
+
+    _Pass(_Pass const&) = delete;
+    _Pass& operator=(_Pass const&) = delete;
+
+private:
+    nxLogManager& _manager;
+    nxMutexGuard _guard;
+};
+
 void nxLogManager::ImmediateWrite(nxLog const& log)
 {
-    nxMutexGuard guard(_devicesMutex);
+    _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
     {
-        _devices[i]->Write(log);
+        if (_devices[i] != nullptr)
+        {
+            _devices[i]->Write(log);
+        }
     }
 }
 
 void nxLogManager::ImmediateWrite(std::vector<nxLog*> const& logs)
 {
-    nxMutexGuard guard(_devicesMutex);
+    _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
     {
-        nxLogDevice* const device = _devices[i];
-        for (nxLog const* const log : logs)
+        for (std::size_t j = 0; j < logs.size() && _devices[i] != nullptr; ++j)
         {
-            device->Write(*log);
+            _devices[i]->Write(*logs[j]);
         }
     }
 }
 
 void nxLogManager::FlushDevices()
 {
-    nxMutexGuard guard(_devicesMutex);
+    _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
     {
-        _devices[i]->Flush();
+        if (_devices[i] != nullptr)
+        {
+            _devices[i]->Flush();
+        }
     }
 }
 
@@ -169,14 +201,14 @@ void nxLogManager::RegisterLogDevice(nxLogDevice* device)
 
 void nxLogManager::UnregisterLogDevice(nxLogDevice* device)
 {
-    nxMutexGuard guard(_devicesMutex);
-    std::erase(_devices, device);
+    _Pass pass(*this);
+    std::replace(_devices.begin(), _devices.end(), device, static_cast<nxLogDevice*>(nullptr));
 }
 
 void nxLogManager::UnregisterAllLogDevices()
 {
-    nxMutexGuard guard(_devicesMutex);
-    _devices.clear();
+    _Pass pass(*this);
+    std::fill(_devices.begin(), _devices.end(), nullptr);
 }
 
 nxErrorEnum nxLogManager::Destroy()
@@ -204,12 +236,15 @@ nxErrorEnum nxLogManager::Destroy()
 
 void nxLogManager::_DestroyAllDevices()
 {
-    nxMutexGuard guard(_devicesMutex);
+    _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
     {
-        (void)_devices[i]->Destroy();
+        if (_devices[i] != nullptr)
+        {
+            (void)_devices[i]->Destroy();
+        }
     }
-    _devices.clear();
+    UnregisterAllLogDevices();
 }
 
 void nxLogManager::_StartWriter()

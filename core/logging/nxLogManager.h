@@ -120,6 +120,8 @@ private:
     ~nxLogManager() = delete;
 
     void _Reserve(unsigned long long entries);
+    class _Pass;
+
     void _ReadLevel();
     void _RegisterConsole();
     void _StartWriter();
@@ -139,7 +141,8 @@ private:
     void _RemakeInChild();
 
     nxMutex _devicesMutex;
-    std::vector<nxLogDevice*> _devices;
+    std::vector<nxLogDevice*> _devices; ///< null where a device was removed in the middle of a pass
+    unsigned int _passes = 0;           ///< that are under way, one inside the other
     bool _forceFlush = true;
     nxLogDeferredWriteThread* _writeThread = nullptr;
     nxMutex _threadMutex;
