@@ -1,5 +1,6 @@
 #include "core/concurrency/nxConditionRaw.h"
 
+#include "core/concurrency/nxHeldAcrossForks.h"
 #include "core/concurrency/nxMutex.h"
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/concurrency/nxWaitTime.h"
@@ -36,6 +37,12 @@ public:
         return _copies.erase(condition) != 0;
     }
 
+    // As for HoldAcrossForks().
+    static nxMutex& GetMutex()
+    {
+        return GetInstance()._mutex;
+    }
+
     // Whether there has ever been a copy, which is hardly the case: the others then pay nothing.
     static bool Any()
     {
@@ -49,6 +56,8 @@ private:
 };
 
 constinit std::atomic<bool> Copies::_any = false;
+
+[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<Copies::GetMutex>();
 } // namespace
 
 nxConditionRaw::nxConditionRaw()

@@ -1,5 +1,6 @@
 #include "core/concurrency/nxThreadIndex.h"
 
+#include "core/concurrency/nxHeldAcrossForks.h"
 #include "core/concurrency/nxMutexGuard.h"
 
 namespace
@@ -18,6 +19,13 @@ union NeverDestroyedMutex
 };
 
 constinit NeverDestroyedMutex nextIndexMutex;
+
+nxMutex& GetNextIndexMutex()
+{
+    return nextIndexMutex.mutex;
+}
+
+[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<GetNextIndexMutex>();
 } // namespace
 
 constinit unsigned int nxThreadIndex::_nextIndex = 0;

@@ -2,13 +2,42 @@
 
 #include "core/concurrency/nxMutexGuard.h"
 
+namespace
+{
+/// Whether this thread is between Lock() and Unlock(). It may fork there; the child then is there, too.
+constinit thread_local bool isHolding = false;
+
+// Built at load: a child of fork() could not wait for another thread to finish it.
+[[maybe_unused]] nxExchangeRateConverter const& builtAtLoad = nxExchangeRateConverter::GetInstance();
+} // namespace
+
 nxExchangeRateConverter::~nxExchangeRateConverter() = default;
 
 nxExchangeRateConverter& nxExchangeRateConverter::GetInstance()
 {
     // Never destroyed: threads may still convert while the process ends.
-    static nxExchangeRateConverter* const instance = new nxExchangeRateConverter;
+    static nxExchangeRateConverter* const instance = _Create();
     return *instance;
+}
+
+nxExchangeRateConverter* nxExchangeRateConverter::_Create()
+{
+    auto const close = []
+    {
+        if (!isHolding)
+        {
+            (void)GetInstance()._mutex.Lock();
+        }
+    };
+    auto const open = []
+    {
+        if (!isHolding)
+        {
+            (void)GetInstance()._mutex.Unlock();
+        }
+    };
+    (void)pthread_atfork(close, open, open);
+    return new nxExchangeRateConverter;
 }
 
 void nxExchangeRateConverter::SetExchangeRateList(nxExchangeRateList const& list)
@@ -75,9 +104,11 @@ nxMoney nxExchangeRateConverter::ConvertToTargetCurrencyNoLock(nxMoney const& mo
 void nxExchangeRateConverter::Lock() const
 {
     (void)_mutex.Lock();
+    isHolding = true;
 }
 
 void nxExchangeRateConverter::Unlock() const
 {
+    isHolding = false;
     (void)_mutex.Unlock();
 }

@@ -15,6 +15,8 @@
 ///
 /// Every operation takes the one mutex, so that any thread may call it, but for those whose name ends in NoLock: their
 /// caller holds Lock(), over as many calls as must see the same rates. The mutex is not recursive.
+/// A fork waits until no other thread holds it; between Lock() and Unlock() a thread may fork, and its child then holds
+/// the mutex too.
 ///
 /// @code
 /// nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
@@ -48,6 +50,8 @@ public:
     void Unlock() const;
 
 private:
+    static nxExchangeRateConverter* _Create();
+
     nxExchangeRateConverter() = default;
     nxExchangeRateConverter(nxExchangeRateConverter const&) = delete;
     nxExchangeRateConverter& operator=(nxExchangeRateConverter const&) = delete;

@@ -34,6 +34,10 @@ nxStringValue const& nxStringValue::GetNoChangeInstance()
     return *instance;
 }
 
+// Built at load: a child of fork() could not wait for another thread to finish them.
+[[maybe_unused]] static nxStringValue const* const builtAtLoad[] = {&nxStringValue::GetNullInstance(),
+                                                                    &nxStringValue::GetNoChangeInstance()};
+
 bool nxStringValue::IsValid() const
 {
     return _status == NX_VALID;

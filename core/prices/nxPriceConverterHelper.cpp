@@ -1,6 +1,7 @@
 #include "core/prices/nxPriceConverterHelper.h"
 
 #include "core/concurrency/nxConditionalMutexGuard.h"
+#include "core/concurrency/nxHeldAcrossForks.h"
 #include "core/prices/nxDecimalPriceConverter.h"
 #include "core/prices/nxFraction100thsTickPriceConverter.h"
 #include "core/prices/nxFraction10thsTickPriceConverter.h"
@@ -43,6 +44,8 @@ nxMutex& SharedConvertersMutex()
     static nxMutex& mutex = *new nxMutex;
     return mutex;
 }
+
+[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<SharedConvertersMutex>();
 
 nxPriceConverter* NewConverter(unsigned int format)
 {

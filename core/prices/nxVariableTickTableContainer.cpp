@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <iterator>
 #include <limits>
+#include <new>
 
 // Tables copy these two. They come before every other static object of the program, since a host may have tables of
 // its own among its statics; the catalogue, whose tables need them as well, follows at the end of this file.
@@ -91,6 +92,16 @@ nxVariableTickTableContainer::nxVariableTickTableContainer()
     for (Entry const& entry : catalogue)
     {
         _Register(entry.name, entry.identifier, entry.create());
+    }
+    (void)pthread_atfork(nullptr, nullptr, _RemakeLocksInChild);
+}
+
+// Another thread of the parent may have been inside a lookup. What a table remembers is one word and so is whole.
+void nxVariableTickTableContainer::_RemakeLocksInChild()
+{
+    for (auto const& [identifier, table] : _GetInstance()._tables)
+    {
+        new (&table->_mutex) nxMutex;
     }
 }
 

@@ -12,7 +12,7 @@
 ///
 /// The catalogue is filled in the library's static initialisation and never changes afterwards, so any thread may
 /// read it and takes no lock. It is never destroyed: a thread that still prices while the process exits finds its
-/// ladder.
+/// ladder. So does a child of fork(), whatever other threads of its parent were about.
 class NX_CORE_API nxVariableTickTableContainer
 {
 public:
@@ -36,6 +36,7 @@ private:
     /// Leaves a table that is not sound out of the catalogue, silently; a key that is there keeps its entry.
     void _Register(std::string const& name, std::string const& identifier, nxVariableTickTable* table);
     void _LogRegisteredEntries() const;
+    static void _RemakeLocksInChild();
 
     std::map<std::string, std::string> _identifiers;
     std::map<std::string, nxVariableTickTable*> _tables;

@@ -37,3 +37,10 @@ nxVolumeConverter const* nxVolumeConverterHelper::_GetVolumeConverter(nxVolumeFo
     default: return raw;
     }
 }
+
+// Built at load: a child of fork() could not wait for another thread to finish them.
+[[maybe_unused]] static bool const areBuiltAtLoad = []
+{
+    std::string text;
+    return nxVolumeConverterHelper::GetFormattedDisplayVolume(nxVolume(), nxVolumeFormatEnum(), text);
+}();

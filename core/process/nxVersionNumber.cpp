@@ -38,6 +38,9 @@ nxVersionNumber& nxVersionNumber::GetInstance()
     return *instance;
 }
 
+// Built at load: a child of fork() could not wait for another thread to finish it.
+[[maybe_unused]] static nxVersionNumber const& builtAtLoad = nxVersionNumber::GetInstance();
+
 std::string nxVersionNumber::GetVersionNumber() const
 {
     return libraryVersion;

@@ -163,11 +163,11 @@ nxCSVFileReader::nxCSVFileReader(char separator, bool useQuotes, nxCSVFileReader
 
 nxCSVFileReader::~nxCSVFileReader() = default;
 
-// Never deleted: readers may live as long as the process.
+// Never destroyed: readers may live as long as the process.
 nxCSVFileReaderCallback* nxCSVFileReader::_GetDefaultCallback()
 {
-    static nxCSVFileReaderCallback* const callback = new nxCSVFileReaderCallback;
-    return callback;
+    static constinit nxCSVFileReaderCallback callback;
+    return &callback;
 }
 
 nxErrorEnum nxCSVFileReader::ReadFile(std::string const& path)

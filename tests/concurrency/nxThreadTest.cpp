@@ -1,6 +1,7 @@
 // The life of a thread object, the numbers of threads, and the barrier.
 #include "core/concurrency/nxThread.h"
 #include "core/concurrency/nxBarrier.h"
+#include "core/concurrency/nxMutexGuard.h"
 #include "core/concurrency/nxSemaphore.h"
 #include "core/concurrency/nxThreadIndex.h"
 #include "tests/concurrency/RunTogether.h"
@@ -15,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 static_assert(!std::is_copy_constructible_v<nxThread> && std::has_virtual_destructor_v<nxThread>);
@@ -147,6 +149,34 @@ TEST(nxThreadIndex, CountsInTheOrderOfAsking)
     }
     EXPECT_EQ(nxThreadIndex::GetIndexOfCurrentThread(), main);
     EXPECT_EQ(nxThreadIndex::_nextIndex, next + 2);
+}
+
+// A fork waits for whoever is being numbered, so that the child does not wait for ever.
+TEST(nxThreadIndex, CanBeAskedForInAForkedChild)
+{
+    std::atomic<bool> isHeld = false;
+    std::thread holder(
+        [&]
+        {
+            nxMutexGuard guard(nxThreadIndex::_nextIndexMutex);
+            isHeld = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        });
+    while (!isHeld)
+    {
+        std::this_thread::yield();
+    }
+    pid_t const child = fork();
+    if (child == 0)
+    {
+        alarm(10); // a child that hangs ends by this
+        nxMutexGuard guard(nxThreadIndex::_nextIndexMutex);
+        _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    holder.join();
 }
 
 TEST(nxThreadIndex, IsDistinctUnderContention)

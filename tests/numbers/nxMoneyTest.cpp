@@ -10,7 +10,12 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 #include <tuple>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -288,4 +293,49 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
                     }
                 });
     EXPECT_EQ(wrong, 0);
+}
+
+// Whoever holds the rates may fork, and his child holds them, too; while another holds them, a fork waits for him.
+TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
+{
+    nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
+    std::atomic<bool> isHeld = false;
+    std::thread other(
+        [&]
+        {
+            converter.Lock();
+            isHeld = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            converter.Unlock();
+        });
+    while (!isHeld)
+    {
+        std::this_thread::yield();
+    }
+    for (bool const isHolder : {false, true})
+    {
+        if (isHolder)
+        {
+            converter.Lock();
+        }
+        pid_t const child = fork();
+        if (child == 0)
+        {
+            alarm(10); // a child that hangs ends by this
+            if (isHolder)
+            {
+                converter.Unlock();
+            }
+            (void)converter.GetDefaultTargetCurrency();
+            _exit(0);
+        }
+        if (isHolder)
+        {
+            converter.Unlock();
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0) << isHolder;
+    }
+    other.join();
 }
