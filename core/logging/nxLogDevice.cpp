@@ -199,6 +199,8 @@ void nxFileLogDevice::Write(nxLog const& log)
     nxMutexGuard guard(_mutex);
     if (_isReopenDue)
     {
+        // A process that forks for days gets the same process numbers again; with the time they make a new name.
+        _startTime = nxDateTime();
         (void)_CreateLogFile(_startTime, false);
     }
     if (_file.IsOpen())

@@ -89,8 +89,8 @@ private:
 ///
 /// Names have a grain of one second: a file that is opened twice in one second is overwritten.
 ///
-/// A forked child writes to a file of its own, from its first line on. Any thread may call any operation, except that
-/// CloseAndReopenLogFile() is not for devices. Never destroyed.
+/// A forked child writes to a file of its own, from its first line on, which is named after the time of that line. Any
+/// thread may call any operation, except that CloseAndReopenLogFile() is not for devices. Never destroyed.
 class NX_CORE_API nxFileLogDevice : public nxLogDevice
 {
 public:

@@ -213,7 +213,12 @@ TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
 {
     _environment["KVT_LOG_TO_CONSOLE"] = "brief";
     ASSERT_EQ(Run("forked-writer"), 0);
-    ASSERT_EQ(LogFiles().size(), 2u);
+    std::vector<files::path> const paths = LogFiles();
+    ASSERT_EQ(paths.size(), 2u);
+    // Named after their own times, so that a process number that comes again overwrites nothing.
+    std::size_t const upToTime = std::string("scenario_093005_").size();
+    EXPECT_NE(paths[0].filename().string().substr(0, upToTime),
+              paths[1].filename().string().substr(0, upToTime));
     EXPECT_EQ(Count(Log()), (Counts{{0, 5}, {10, 5}}));
     EXPECT_EQ(Count(std::regex_replace(Output(), std::regex("\n"), "\r\n")), (Counts{{0, 5}, {10, 5}}));
 }

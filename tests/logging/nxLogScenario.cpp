@@ -270,6 +270,7 @@ int ForkedWriter(Numbers const&)
 {
     (void)RegisterFileDevice();
     LogLines(0, 5);
+    sleep(1); // a name has a grain of a second
     return RunForked(
         []
         {
