@@ -1,0 +1,179 @@
+// F15: that a wall clock which is set, or stands still, moves nothing but the times that are written.
+
+#include "core/logging/nxLogManager.h"
+#include "core/time/nxDateTime.h"
+#include "core/time/nxElapsedTimeCounter.h"
+#include "tests/faults/Figures.h"
+
+#include <atomic>
+#include <cstdio>
+#include <ctime>
+#include <iterator>
+#include <thread>
+
+#include <sys/syscall.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+std::atomic<long long> shift = 0;
+std::atomic<long long> frozenAt = -1; // nanoseconds since the epoch; negative: the clock runs
+
+constexpr long long nanosecondsPerSecond = 1000000000;
+
+int ReadClock(clockid_t clock, timespec* time)
+{
+    long const result = syscall(SYS_clock_gettime, clock, time);
+    if (result == 0 && clock == CLOCK_REALTIME)
+    {
+        if (long long const frozen = frozenAt; frozen >= 0)
+        {
+            *time = {frozen / nanosecondsPerSecond, frozen % nanosecondsPerSecond};
+        }
+        time->tv_sec += shift;
+    }
+    return static_cast<int>(result);
+}
+
+} // namespace
+
+// The program's own clock stands before the system's, for the library too.
+
+extern "C" int clock_gettime(clockid_t clock, timespec* time) noexcept
+{
+    return ReadClock(clock, time);
+}
+
+extern "C" int gettimeofday(timeval* time, void*) noexcept
+{
+    timespec now{};
+    int const result = ReadClock(CLOCK_REALTIME, &now);
+    *time = {now.tv_sec, now.tv_nsec / 1000};
+    return result;
+}
+
+extern "C" std::time_t time(std::time_t* out) noexcept
+{
+    timespec now{};
+    (void)ReadClock(CLOCK_REALTIME, &now);
+    if (out != nullptr)
+    {
+        *out = now.tv_sec;
+    }
+    return now.tv_sec;
+}
+
+void ShiftClock(long long seconds)
+{
+    shift += seconds;
+}
+
+namespace
+{
+
+long long Now()
+{
+    timespec now{};
+    (void)ReadClock(CLOCK_REALTIME, &now);
+    return now.tv_sec;
+}
+
+struct Setting
+{
+    char const* name;
+    long long to; // the moment to which the clock is set; 0: the clock is moved by
+    long long by; // so many seconds
+    bool isFrozen;
+};
+
+constexpr Setting settings[] = {
+    {"+1 s", 0, 1, false},
+    {"-1 s", 0, -1, false},
+    {"+2 s", 0, 2, false},
+    {"+1 h", 0, 3600, false},
+    {"-1 h", 0, -3600, false},
+    {"across 2038", 2147483646, 0, false},
+    {"across 2106", 4294967294, 0, false},
+    {"1970", 86400, 0, false},
+    {"before 1970", -1, 0, false},
+    {"frozen", 0, 0, true},
+};
+
+/// Ten cycles of 0.05 s take half a second, however the clock stands.
+bool CyclesKeepTheirTime()
+{
+    auto const start = Clock::now();
+    for (int i = 0; i < 10; ++i)
+    {
+        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(5.0));
+    }
+    double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    return seconds > 0.4 && seconds < 1.5;
+}
+
+void Set(Setting const& setting)
+{
+    ShiftClock(setting.to != 0 ? setting.to - Now() : setting.by);
+    if (setting.isFrozen)
+    {
+        frozenAt = Now() * nanosecondsPerSecond;
+    }
+}
+
+} // namespace
+
+// Argument: which setting. The clock is set while threads log and the writer sleeps.
+int ClockHost(Arguments const& arguments)
+{
+    Setting const& setting = settings[Number(arguments.at(0))];
+    (void)LogToFile();
+    std::thread logging(LogLines, 1, 20000, 0);
+    LogLines(0, 10);
+    Drain();
+    nxElapsedTimeCounter const counter;
+    Set(setting);
+    LogLines(0, 10, 10);
+    int wrong = CyclesKeepTheirTime() ? 0 : 1;
+    wrong += counter.GetElapsedTimeInSeconds() < 0.0 || counter.GetElapsedTimeInSeconds() > 60.0 ? 2 : 0;
+    if (setting.to > 0)
+    {
+        long long const apart = nxDateTime().GetAsTimeValue() - setting.to;
+        wrong += apart < 0 || apart > 60 ? 4 : 0;
+    }
+    logging.join();
+    return wrong;
+}
+
+bool ClockFigure(Extent)
+{
+    auto const start = Clock::now();
+    unsigned int wrong = 0;
+    unsigned int lost = 0;
+    for (unsigned int i = 0; i < std::size(settings); ++i)
+    {
+        Directory const directory;
+        Host host(directory.Path(), {"clock", std::to_string(i)},
+                  {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.05"}, {"TZ", "UTC"}});
+        std::optional<int> const code = host.Wait(60.0);
+        LogCount const count = CountLog(directory.Path());
+        bool const isComplete = count.Lines(0) == 20 && count.Lines(1) == 20000;
+        lost += !isComplete;
+        wrong += code != 0;
+        if (code != 0 || !isComplete)
+        {
+            std::printf("%s: code %d, %u and %u lines\n", settings[i].name, code ? *code : -1, count.Lines(0),
+                        count.Lines(1));
+        }
+    }
+    char text[200];
+    (void)std::snprintf(
+        text, sizeof text,
+        "F15 clock set to %zu times while threads log: %u with a wrong cycle or time, %u with lines "
+        "lost",
+        std::size(settings), wrong, lost);
+    return Report(text, start, wrong + lost == 0);
+}

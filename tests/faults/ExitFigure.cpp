@@ -1,0 +1,95 @@
+// F11: that a process may end at any moment and in any way, whatever its threads are about.
+
+#include "core/concurrency/nxThread.h"
+#include "core/logging/nxLogManager.h"
+#include "tests/faults/Figures.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+#include <thread>
+
+#include <unistd.h>
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr unsigned int handedOver = 100; // lines that main logs before the end
+constexpr char const* const ways[] = {"return", "exit", "exit-elsewhere", "destroy", "quick"};
+
+/// Logs and uses what the process shares, until it ends.
+void WorkForEver(unsigned int thread)
+{
+    for (unsigned int i = 0;; ++i)
+    {
+        LogLines(thread, 1, i);
+        UseSharedParts(i);
+        nxThread::Sleep(i % 4 == 0 ? 1000 : 0);
+    }
+}
+
+} // namespace
+
+int ExitHost(Arguments const& arguments)
+{
+    std::string const& way = arguments.at(0);
+    (void)LogToFile();
+    for (unsigned int i = 1; i <= 4; ++i)
+    {
+        std::thread(WorkForEver, i).detach();
+    }
+    LogLines(0, handedOver);
+    (void)usleep(Number(arguments.at(1)));
+    if (way == "exit")
+    {
+        std::exit(0);
+    }
+    if (way == "exit-elsewhere")
+    {
+        std::thread([] { std::exit(0); }).detach();
+        pause();
+    }
+    if (way == "destroy")
+    {
+        (void)nxLogManager::GetInstance().Destroy();
+    }
+    if (way == "quick")
+    {
+        std::quick_exit(0); // runs no handler, so nothing is promised but a quiet end
+    }
+    return 0;
+}
+
+bool ExitFigure(Extent extent)
+{
+    unsigned int const exits = extent == Extent::full ? 10000 : 300;
+    constexpr double longest = 2.0;
+    auto const start = Clock::now();
+    Chance chance(11);
+    unsigned int crashes = 0;
+    unsigned int hangs = 0;
+    unsigned int lost = 0;
+    unsigned int torn = 0;
+    for (unsigned int i = 0; i < exits; ++i)
+    {
+        Directory const directory;
+        std::string const way = ways[i % std::size(ways)];
+        Host host(directory.Path(), {"exit", way, std::to_string(chance.Below(3000))});
+        std::optional<int> const code = host.Wait(longest);
+        hangs += !code;
+        crashes += code && *code != 0;
+        if (way != "quick")
+        {
+            LogCount const count = CountLog(directory.Path());
+            lost += handedOver - count.Lines(0);
+            torn += count.torn + count.tornLast + count.disordered;
+        }
+    }
+    char text[200];
+    (void)std::snprintf(text, sizeof text,
+                        "F11 exit races, %u exits in %zu ways: %u crashes, %u hangs, %u lines lost, %u torn",
+                        exits, std::size(ways), crashes, hangs, lost, torn);
+    return Report(text, start, crashes + hangs + lost + torn == 0);
+}
