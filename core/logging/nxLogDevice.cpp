@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <new>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -46,6 +47,22 @@ nxLogLine GetLine(nxLog const& log, std::string_view stamp)
     return line;
 }
 
+/// A line of the console.
+std::string GetVerboseLine(nxLog const& log)
+{
+    std::string const stamp = log.GetTimeStamp().GetAsString();
+    nxLogLine line = GetLine(log, stamp);
+    line.end = "\n";
+    std::string text(line.GetMostSize(), '\0');
+    text.resize(static_cast<std::size_t>(line.Write(text.data()) - text.data()));
+    return text;
+}
+
+std::string GetTerseLine(nxLog const& log)
+{
+    return "[" + log.GetLogLevel().GetShortDescription() + "] " + GetMessage(log) + "\n";
+}
+
 bool MakeDirectory(std::string const& directory)
 {
     // Another process may have been faster, so what counts after a failure is whether the directory is there.
@@ -68,21 +85,16 @@ nxErrorEnum nxConsoleLogDevice::Destroy()
 
 void nxConsoleLogDevice::Write(nxLog const& log)
 {
-    std::string text;
-    if (GetVerboseOutput())
+    try
     {
-        std::string const stamp = log.GetTimeStamp().GetAsString();
-        nxLogLine line = GetLine(log, stamp);
-        line.end = "\n";
-        text.resize(line.GetMostSize());
-        text.resize(static_cast<std::size_t>(line.Write(text.data()) - text.data()));
+        std::string const text = GetVerboseOutput() ? GetVerboseLine(log) : GetTerseLine(log);
+        (void)std::fwrite(text.data(), 1, text.size(), stdout);
     }
-    else
+    catch (std::bad_alloc const&)
     {
-        text.append("[").append(log.GetLogLevel().GetShortDescription()).append("] ");
-        text.append(GetMessage(log)).append("\n");
+        (void)std::fprintf(stdout, "[%s] %s\n", log.GetLogLevel().GetShortDescription().c_str(),
+                           GetMessage(log));
     }
-    (void)std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
 void nxConsoleLogDevice::Flush()
@@ -139,11 +151,20 @@ bool nxFileLogDevice::Create(nxValueWrapper<unsigned long long, -1, -2> const& m
 bool nxFileLogDevice::_CreateLogFile(nxDateTime const& time, bool lock)
 {
     nxConditionalMutexGuard guard(_mutex, lock);
+    return _OpenLogFile(_GetNewFileName(time));
+}
+
+std::string nxFileLogDevice::_GetNewFileName(nxDateTime const& time) const
+{
+    return GenerateFileName(".log", _maximumSize.IsValid(), _sequenceNumber, time, true, true);
+}
+
+bool nxFileLogDevice::_OpenLogFile(std::string name)
+{
     _isReopenDue = false;
-    _fileName = GenerateFileName(".log", _maximumSize.IsValid(), _sequenceNumber, time, true, true);
-    if (!_file.Open(_fileName, _bufferSize))
+    if (!_file.Open(std::move(name), _bufferSize))
     {
-        std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _fileName.c_str());
+        std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _file.GetPath().c_str());
         return false;
     }
     if (!_file.HasBuffer())
@@ -164,7 +185,7 @@ bool nxFileLogDevice::CloseAndReopenLogFile()
     std::string oldName;
     {
         nxMutexGuard guard(_mutex);
-        oldName = _fileName;
+        oldName = _file.GetPath();
     }
     NX_LOG(NX_INF, "Closing log file: " << oldName);
     nxLogManager::GetInstance()._WaitForQueuedStatements();
@@ -173,10 +194,12 @@ bool nxFileLogDevice::CloseAndReopenLogFile()
     bool isCreated = false;
     {
         nxMutexGuard guard(_mutex);
+        nxDateTime const now;
+        newName = _GetNewFileName(now); // first, since it may throw
+        std::string name = newName;
         _CloseLogFile(false);
-        _startTime = nxDateTime();
-        isCreated = _CreateLogFile(_startTime, false);
-        newName = _fileName;
+        _startTime = now;
+        isCreated = _OpenLogFile(std::move(name));
     }
     if (isCreated)
     {
@@ -199,9 +222,7 @@ void nxFileLogDevice::Write(nxLog const& log)
     nxMutexGuard guard(_mutex);
     if (_isReopenDue)
     {
-        // A process that forks for days gets the same process numbers again; with the time they make a new name.
-        _startTime = nxDateTime();
-        (void)_CreateLogFile(_startTime, false);
+        _OpenFileOfChild();
     }
     if (_file.IsOpen())
     {
@@ -230,10 +251,36 @@ void nxFileLogDevice::_AppendLine(nxLog const& log)
 // name and the next number.
 void nxFileLogDevice::_CutOver()
 {
-    _bytesWritten = 0;
     ++_sequenceNumber;
+    std::string name;
+    try
+    {
+        name = _GetNewFileName(_startTime);
+    }
+    catch (std::bad_alloc const&)
+    {
+        --_sequenceNumber; // the next line exceeds the limit as well
+        return;
+    }
+    _bytesWritten = 0;
     _CloseLogFile(false);
-    (void)_CreateLogFile(_startTime, false);
+    (void)_OpenLogFile(std::move(name));
+}
+
+void nxFileLogDevice::_OpenFileOfChild()
+{
+    try
+    {
+        // A process that forks for days gets the same process numbers again; with the time they make a new name.
+        nxDateTime const now;
+        std::string name = _GetNewFileName(now);
+        _startTime = now;
+        (void)_OpenLogFile(std::move(name));
+    }
+    catch (std::bad_alloc const&)
+    {
+        // It stays due.
+    }
 }
 
 void nxFileLogDevice::Flush()

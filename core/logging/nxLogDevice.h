@@ -141,7 +141,10 @@ private:
     bool _CreateLogFile(nxDateTime const& time, bool lock);
     void _CloseLogFile(bool lock);
     void _AppendLine(nxLog const& log);
+    std::string _GetNewFileName(nxDateTime const& time) const;
+    bool _OpenLogFile(std::string name);
     void _CutOver();
+    void _OpenFileOfChild();
 
     static nxFileLogDevice* _GetExisting();
     void _LockBeforeFork();
@@ -154,7 +157,6 @@ private:
     nxValueWrapper<unsigned long long, -1, -2> _maximumSize;
     unsigned int _sequenceNumber = 1;
     unsigned int _bufferSize;
-    std::string _fileName;
     nxDateTime _startTime;
     nxLogStampText _stampText;
     /// In a forked child: the parent's file was open, so the next line opens the child's.

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace
 {
@@ -30,15 +31,29 @@ std::string GetLossNotice(unsigned long long lines)
     return text;
 }
 
+/// @return false in want of memory.
+bool MakeLossNotice(unsigned long long lines, std::string& notice)
+{
+    try
+    {
+        notice = GetLossNotice(lines);
+        return true;
+    }
+    catch (std::bad_alloc const&)
+    {
+        return false;
+    }
+}
+
 } // namespace
 
-bool nxLogFile::Open(std::string const& path, std::size_t bufferSize)
+bool nxLogFile::Open(std::string path, std::size_t bufferSize)
 {
     constexpr std::size_t usualSize = 4096;
 
-    _path = path;
+    _path = std::move(path);
     _isRefused = false;
-    if (!_file.Open(path.c_str()))
+    if (!_file.Open(_path.c_str()))
     {
         return false;
     }
@@ -81,7 +96,11 @@ void nxLogFile::Flush()
         return;
     }
     unsigned long long const lost = _lost;
-    std::string const notice = lost != 0 ? GetLossNotice(lost) : std::string();
+    std::string notice;
+    if (lost != 0 && !MakeLossNotice(lost, notice))
+    {
+        return;
+    }
     if (!_WriteNotice(notice))
     {
         return;

@@ -28,7 +28,13 @@ public:
     /// Creates the file, or empties one that exists. Lines that the last file did not take go to this one.
     /// @param bufferSize  how much may be gathered before it is written; 0 stands for the usual 4096.
     /// @return false, with nothing open, when it can't be created.
-    bool Open(std::string const& path, std::size_t bufferSize);
+    bool Open(std::string path, std::size_t bufferSize);
+
+    /// The path of the last Open(), whether it succeeded or not.
+    std::string const& GetPath() const
+    {
+        return _path;
+    }
 
     /// False when there was no memory for the buffer; it is then made when lines come.
     bool HasBuffer() const

@@ -39,10 +39,18 @@ void ClearText(std::string& text)
     constexpr std::size_t mostKept = 4096;
 
     text.clear();
-    if (text.capacity() > mostKept)
+    if (text.capacity() <= mostKept)
     {
-        text.shrink_to_fit();
+        return;
+    }
+    text.shrink_to_fit();
+    try
+    {
         text.reserve(nxLogSlot::reservedText);
+    }
+    catch (std::bad_alloc const&)
+    {
+        // Its next user makes the room.
     }
 }
 
