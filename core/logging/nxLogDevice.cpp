@@ -164,12 +164,12 @@ bool nxFileLogDevice::_OpenLogFile(std::string name)
     _isReopenDue = false;
     if (!_file.Open(std::move(name), _bufferSize))
     {
-        std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _file.GetPath().c_str());
+        (void)std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _file.GetPath().c_str());
         return false;
     }
     if (!_file.HasBuffer())
     {
-        std::fputs("Failed to set a buffer for the log file, performance may be degraded.\n", stderr);
+        (void)std::fputs("Failed to set a buffer for the log file, performance may be degraded.\n", stderr);
     }
     return true;
 }

@@ -260,7 +260,7 @@ void nxLogFile::GiveUp()
     unsigned long long const lines = _lost + (_lineLengths.size() - _firstLine);
     if (lines != 0)
     {
-        std::fprintf(stderr, "Lost %llu lines of the log file. Filename: %s\n", lines, _path.c_str());
+        (void)std::fprintf(stderr, "Lost %llu lines of the log file. Filename: %s\n", lines, _path.c_str());
     }
     _lost = 0;
     _ForgetLines();
@@ -282,5 +282,5 @@ void nxLogFile::_ReportFailure(int error)
     }
     _hasReported = true;
     _lastReport = now;
-    std::fprintf(stderr, "Failed to write to the log file. Filename: %s, errno: %d\n", _path.c_str(), error);
+    (void)std::fprintf(stderr, "Failed to write to the log file. Filename: %s, errno: %d\n", _path.c_str(), error);
 }

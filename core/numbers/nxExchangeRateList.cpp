@@ -51,7 +51,7 @@ void nxExchangeRateList::SetExchangeRate(nxExchangeRate const& rate)
     }
     auto copy = std::make_unique<nxExchangeRate>(rate);
     _rates.emplace(_GetMapKey(rate), copy.get());
-    copy.release();
+    (void)copy.release();
 }
 
 void nxExchangeRateList::RemoveExchangeRates(nxCurrencyEnum const& source)

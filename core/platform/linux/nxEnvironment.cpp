@@ -20,6 +20,7 @@ namespace
 bool ChangeEnvironment(char const* name, char const* value)
 {
     EnvironmentLock lock;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): that is what the lock is for.
     return (*value == '\0' ? ::unsetenv(name) : ::setenv(name, value, 1)) == 0;
 }
 
@@ -28,7 +29,7 @@ bool ChangeEnvironment(char const* name, char const* value)
 unsigned int GetEnvironmentVariableA(char const* name, char* buffer, unsigned int size)
 {
     EnvironmentLock lock;
-    char const* value = std::getenv(name);
+    char const* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): that is what the lock is for.
     if (value == nullptr)
     {
         return 0;
