@@ -78,6 +78,7 @@
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
 #include "core/logging/nxLogSlots.h"
+#include "core/logging/nxPrintable.h"
 
 #include "core/prices/nxDecimalPriceConverter.h"
 #include "core/prices/nxFraction100thsTickPriceConverter.h"

@@ -1,6 +1,7 @@
 // What a statement adds for each kind of value, who owns its texts, and how a dump of memory looks.
 
 #include "core/logging/nxLogSite.h"
+#include "core/logging/nxPrintable.h"
 #include "core/numbers/nxDecimal.h"
 #include "core/numbers/nxMoney.h"
 #include "core/time/nxDateTime.h"
@@ -101,6 +102,28 @@ TEST(nxLogText, OfEachKindOfValue)
     };
     for (auto const& row : rows)
         EXPECT_EQ(row.text, row.expected);
+}
+
+TEST(nxLogText, OfForeignTextsMadePrintable)
+{
+    struct
+    {
+        std::string text;
+        char const* shown;
+    } const rows[] = {
+        {"", ""},
+        {"plain", "plain"},
+        {"a\r\n[ERR] forged", "a\\x0D\\x0A[ERR] forged"},
+        {std::string("\0end", 4), "\\x00end"},
+        {"\x1b[2J\x7f", "\\x1B[2J\\x7F"},
+        {"\\x0A is not a line feed", "\\x5Cx0A is not a line feed"},
+        {"\xc3\xa9\t", "\xc3\xa9\\x09"},
+    };
+    for (auto const& row : rows)
+    {
+        EXPECT_EQ(Text("<", nxPrintable(row.text), ">"), std::string("<") + row.shown + ">");
+        EXPECT_EQ(Text(nxPrintable(row.text.data(), row.text.size())), row.shown);
+    }
 }
 
 TEST(nxLogStatement, CarriesItsSite)
