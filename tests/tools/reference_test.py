@@ -164,6 +164,12 @@ def check_addresses(page, check):
     follow("1001")  # which the search had hidden
 
 
+def role_of(page, element):
+    node = page.browser.devtools("Runtime.evaluate", expression="document." + element)["result"]["objectId"]
+    tree = page.browser.devtools("Accessibility.getPartialAXTree", objectId=node, fetchRelatives=False)
+    return tree["nodes"][0]["role"]["value"]
+
+
 def check_looks(page, check):
     for scheme in ("light", "dark"):
         page.browser.look_as(360, 740, scheme)
@@ -171,10 +177,14 @@ def check_looks(page, check):
         check.expect(page.run("return document.scrollingElement.scrollWidth <= innerWidth"), "wider than a phone")
         for ink, paper, ratio in page.run(CONTRASTS):
             check.expect(ratio >= CONTRAST_LIMIT, f"contrast of {ink} on {paper}, {scheme}, is only {ratio:.2f}")
-    node = page.browser.devtools("Runtime.evaluate", expression="document.getElementById('1001')")["result"]["objectId"]
-    tree = page.browser.devtools("Accessibility.getPartialAXTree", objectId=node, fetchRelatives=False)["nodes"]
-    check.expect_same(tree[0]["role"]["value"], "row", "what a screen reader takes an entry for on a phone")
+    check.expect_same(role_of(page, "getElementById('1001')"), "row", "what a screen reader takes an entry for on a phone")
 
+    page.browser.look_as(1280, 900)
+    check.expect(page.run("""const row = document.getElementById('1001');
+        return row.cells[0].offsetWidth < row.offsetWidth / 6"""), "a number takes too much of its row")
+    for role, element in (("row", "getElementById('1001')"), ("columnheader", "querySelector('thead th')"),
+                          ("rowheader", "querySelector('tbody th')"), ("image", "querySelector('svg')")):
+        check.expect_same(role_of(page, element), role, f"what a screen reader takes {element} for")
     page.browser.look_as(1000, 800, media="print")
     check.expect_same(page.run("""return ['form', 'nav', '#status'].filter(
         part => document.querySelector(part).checkVisibility())"""), [], "parts printed that only a screen needs")

@@ -45,7 +45,8 @@ Section KeysSection()
             group = key.group;
             body += "<section class=\"block\" id=\"keys-" + std::to_string(++groupNumber) + "\"><h3>" +
                     Escaped(group) + "</h3>\n<table class=\"keys\"><caption>" + Escaped(group) +
-                    "</caption><thead><tr><th scope=\"col\">Key</th><th scope=\"col\">Read as, default and "
+                    "</caption><colgroup><col class=\"token\"><col></colgroup><thead><tr><th "
+                    "scope=\"col\">Key</th><th scope=\"col\">Read as, default and "
                     "words</th></tr></thead><tbody>\n";
         }
         body += KeyRow(key);

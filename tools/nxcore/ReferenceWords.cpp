@@ -83,7 +83,9 @@ std::string MaskRows(nxVocabularyCatalogue::BitMask const& mask)
 /// @param name   hidden from sight, read by screen readers
 std::string TableOf(std::string_view name, std::string_view numberTitle, std::string const& rows)
 {
-    return "<table><caption>" + Escaped(name) + "</caption><thead><tr><th scope=\"col\">" +
+    return "<table><caption>" + Escaped(name) +
+           "</caption><colgroup><col class=\"number\"><col class=\"token\"><col></colgroup><thead><tr><th "
+           "scope=\"col\">" +
            std::string(numberTitle) +
            "</th><th scope=\"col\">Token</th><th scope=\"col\">Text</th></tr></thead><tbody>\n" + rows +
            "</tbody></table>\n";
