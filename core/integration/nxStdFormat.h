@@ -6,7 +6,7 @@
 
 /// @file
 /// Opt-in: values of the library in std::format, by the text of nxStdTextHelper. The format is that of a text, so
-/// `{:>12}` puts a price to the right. The header is empty where the compiler has no <format>.
+/// `{:>12}` puts a price to the right. The header is empty where the compiler has no `<format>`.
 ///
 /// @code
 /// std::format("{:<4} {:>10}", side, price); // "BUY      101.50"
