@@ -4,6 +4,8 @@
 #include "core/platform/nxPThread.h"
 #include "core/vocabulary/nxErrorEnum.h"
 
+#include <type_traits>
+
 class nxMutex;
 
 /// @file
@@ -59,3 +61,6 @@ private:
 
     pthread_cond_t _condition;
 };
+
+// Processes that share one may have been built apart, so its size and layout are agreed for ever.
+static_assert(std::is_standard_layout_v<nxConditionRaw> && sizeof(nxConditionRaw) == sizeof(pthread_cond_t));

@@ -5,6 +5,7 @@
 #include "core/vocabulary/nxErrorEnum.h"
 
 #include <cerrno>
+#include <type_traits>
 
 /// @file
 /// A POSIX mutex whose results speak the platform's error vocabulary.
@@ -99,3 +100,6 @@ private:
 
     pthread_mutex_t _mutex = PTHREAD_MUTEX_INITIALIZER;
 };
+
+// Processes that share one may have been built apart, so its size and layout are agreed for ever.
+static_assert(std::is_standard_layout_v<nxMutex> && sizeof(nxMutex) == sizeof(pthread_mutex_t));

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <type_traits>
 
 /// @file
 /// A POSIX counting semaphore whose results speak the platform's error vocabulary.
@@ -88,3 +89,6 @@ private:
 
     sem_t _semaphore;
 };
+
+// Processes that share one may have been built apart, so its size and layout are agreed for ever.
+static_assert(std::is_standard_layout_v<nxSemaphore> && sizeof(nxSemaphore) == sizeof(sem_t));

@@ -5,6 +5,7 @@
 #include "core/vocabulary/nxErrorEnum.h"
 
 #include <cerrno>
+#include <type_traits>
 
 /// @file
 /// A POSIX spin lock whose results speak the platform's error vocabulary.
@@ -69,3 +70,6 @@ private:
 
     pthread_spinlock_t _lock;
 };
+
+// Processes that share one may have been built apart, so its size and layout are agreed for ever.
+static_assert(std::is_standard_layout_v<nxSpinLock> && sizeof(nxSpinLock) == sizeof(pthread_spinlock_t));
