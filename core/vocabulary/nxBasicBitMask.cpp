@@ -4,6 +4,8 @@
 #include "core/vocabulary/nxBitMask64.h"
 #include "core/vocabulary/nxBitMaskRow.h"
 
+#include <tuple>
+
 template <typename Mask, typename Number, typename Parameter>
 bool nxBasicBitMask<Mask, Number, Parameter>::IsValid() const
 {
@@ -109,8 +111,14 @@ bool nxBasicBitMask<Mask, Number, Parameter>::_Register(std::string const& class
 template <typename Mask, typename Number, typename Parameter>
 bool nxBasicBitMask<Mask, Number, Parameter>::_RegisterRows(nxBitMaskRow const* rows)
 {
+    if (rows->token == nullptr)
+        return true; // a class without rows stays unknown to the registry
+    auto& known = _GetDescriptionMap()[GetClassNameA()];
+    // The rows stand in ascending order for the most part, so the end is where a new one belongs.
     for (nxBitMaskRow const* row = rows; row->token != nullptr; ++row)
-        (void)_Register(static_cast<Number>(row->bits), row->token, row->text);
+        known.emplace_hint(known.end(), std::piecewise_construct,
+                           std::forward_as_tuple(static_cast<Number>(row->bits)),
+                           std::forward_as_tuple(row->token, row->text));
     return true;
 }
 

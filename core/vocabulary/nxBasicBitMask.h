@@ -164,7 +164,7 @@ protected:
     static bool _Register(std::string const& className, Parameter bits, std::string const& token,
                           std::string const& text);
 
-    /// Enters rows up to the one without a token.
+    /// Enters rows up to the one without a token. The first row of a bit stands.
     bool _RegisterRows(nxBitMaskRow const* rows);
 
     Number _value = 0;
