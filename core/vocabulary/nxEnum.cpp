@@ -25,7 +25,7 @@ void ForEachRegistered(Map const& map, unsigned int minValue, unsigned int maxVa
 nxEnum::Descriptions const* nxEnum::_Find(unsigned int value)
 {
     if (value < nxEnumWords::numberLimit)
-        return _Index().Find(value);
+        return nxEnumIndex::ofRegistry.Find(value);
     auto const& map = _Map();
     auto const row = map.find(value);
     return row == map.end() ? nullptr : &row->second;
@@ -39,12 +39,14 @@ nxEnum::Descriptions const& nxEnum::_Describe(unsigned int value)
 
 std::string const& nxEnum::GetShortDescription() const
 {
-    return _Describe(_value).first;
+    Descriptions const* const descriptions = nxEnumIndex::ofRegistry.Find(_value);
+    return descriptions != nullptr ? descriptions->first : _Describe(_value).first;
 }
 
 std::string const& nxEnum::GetLongDescription() const
 {
-    return _Describe(_value).second;
+    Descriptions const* const descriptions = nxEnumIndex::ofRegistry.Find(_value);
+    return descriptions != nullptr ? descriptions->second : _Describe(_value).second;
 }
 
 std::string const& nxEnum::GetAsString() const
@@ -89,7 +91,7 @@ void nxEnum::GetRegisteredEnumValuesForInstance(std::set<nxEnumValue>& values) c
 bool nxEnum::SetFromShortDescriptionString(std::string const& token)
 {
     unsigned int value = 0;
-    return _Index().Find(token, value) && _Set(value);
+    return nxEnumIndex::ofRegistry.Find(token, value) && _Set(value);
 }
 
 bool nxEnum::SetFromString(std::string const& token)
@@ -145,14 +147,14 @@ bool nxEnum::_Register(unsigned int value, std::string const& token, std::string
         return false;
     reverseMap.emplace_hint(reversePlace, token, value);
     auto const row = map.emplace_hint(place, value, Descriptions(token, text));
-    _Index().Add(value, row->second);
+    nxEnumIndex::ofRegistry.Add(value, row->second);
     return true;
 }
 
 bool nxEnum::_RegisterRows(std::span<nxEnumWords const> rows)
 {
     auto& map = _Map();
-    auto& index = _Index();
+    auto& index = nxEnumIndex::ofRegistry;
     // The rows of a class stand in ascending order, but for a few: each belongs behind the one before.
     auto place = map.end();
     for (nxEnumWords const& row : rows)
@@ -171,6 +173,7 @@ void nxEnum::_RegisterTokens()
     auto& reverseMap = _ReverseMap();
     for (unsigned int const number : nxEnumWords::NumbersByToken())
         reverseMap.emplace_hint(reverseMap.end(), _Find(number)->first, number);
+    nxEnumIndex::ofRegistry.AddTokens();
 }
 
 bool nxEnum::_RegisterValues()

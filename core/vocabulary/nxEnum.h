@@ -210,9 +210,6 @@ private:
     static std::map<unsigned int, Descriptions>& _Map();
     static std::map<std::string, unsigned int>& _ReverseMap();
 
-    /// Answers for both maps; fed with them.
-    static nxEnumIndex& _Index();
-
     static Descriptions const* _Find(unsigned int value);
     static Descriptions const& _Describe(unsigned int value);
 

@@ -11,13 +11,8 @@ constexpr std::size_t firstNumberOfSlots = 64;
 
 bool nxEnumIndex::Find(std::string_view token, unsigned int& number) const
 {
-    nxEnumWords const* const row = nxEnumWords::Find(token);
-    if (row == nullptr)
-        return _slots != nullptr && _FindOfHost(token, number);
-    if (_ownRows[row->GetIndex()] == nullptr)
-        return false; // registration has not come so far
-    number = row->number;
-    return true;
+    return (_knowsTokens && nxEnumWords::Find(token, number)) ||
+           (_slots != nullptr && _FindOfHost(token, number));
 }
 
 bool nxEnumIndex::_FindOfHost(std::string_view token, unsigned int& number) const

@@ -26,15 +26,16 @@ public:
 
     constexpr nxEnumIndex() = default;
 
+    /// The one of the registry. Initialised before any code runs; what it points to is never freed.
+    static nxEnumIndex ofRegistry;
+
     /// @return null when the number has no row here; numbers from nxEnumWords::numberLimit on are never here.
     Descriptions const* Find(unsigned int number) const
     {
         if (number >= nxEnumWords::numberLimit)
             return nullptr;
-        auto const& [pageOfBlock, pages] = nxEnumWords::numberTable;
-        unsigned int const row =
-            pages[pageOfBlock[number / nxEnumWords::blockSize]][number % nxEnumWords::blockSize];
-        return row != 0 ? _ownRows[row - 1] : _FindOfHost(number);
+        Descriptions const* const own = _ownRows[nxEnumWords::numberTable.GetIndex(number)];
+        return own != nullptr ? own : _FindOfHost(number);
     }
 
     /// @param number  receives the number of the row
@@ -46,6 +47,12 @@ public:
     void Add(nxEnumWords const& row, Descriptions const& descriptions)
     {
         _ownRows[row.GetIndex()] = &descriptions;
+    }
+
+    /// Makes the tokens of the library's rows known.
+    void AddTokens()
+    {
+        _knowsTokens = true;
     }
 
     /// Notes a row of a host.
@@ -76,7 +83,9 @@ private:
     void _AddToken(Slot const& slot);
     void _Grow();
 
-    std::array<Descriptions const*, nxEnumWords::count> _ownRows{};
+    bool _knowsTokens = false;
+    Descriptions const*
+        _ownRows[nxEnumWords::count + 1]{}; ///< nothing in the first, the place of all that has no row
     Pages* _pages = nullptr;
     Slot* _slots = nullptr;    ///< open addressing, at most half full
     std::size_t _capacity = 0; ///< a power of two, once there are slots

@@ -159,54 +159,74 @@ consteval nxEnumWords::NumberTable MakeNumberTable()
     return table;
 }
 
-// Finds a row by its token: open addressing, half full. A slot holds a part of the token's hash, which spares nearly
-// all comparisons of words that differ.
+constexpr PackedRows packed = Pack();
+
+// Finds a number by its token: open addressing, a quarter full. Part of the token's hash spares nearly all comparisons
+// of words that differ.
 struct TokenSlot
 {
-    std::uint16_t hash;
-    std::uint16_t row; ///< one more than the index, 0 for a slot that is free
+    std::uint32_t lengthAndPlace; ///< of the token, and one more than where it begins in the words; 0 if free
+    std::uint32_t hashAndNumber;
 };
-constexpr std::size_t numberOfSlots = 4096;
+constexpr unsigned int placeBits = 24;
+constexpr std::size_t numberOfSlots = 8192;
+constexpr std::uint32_t numberMask = nxEnumWords::numberLimit - 1;
 
-consteval auto MakeTokenSlots()
+constexpr std::uint32_t HashPart(std::uint64_t hash)
 {
-    std::array<TokenSlot, numberOfSlots> slots{};
+    return static_cast<std::uint32_t>(hash >> 32) & ~numberMask;
+}
+
+struct TokenTable
+{
+    TokenSlot slots[numberOfSlots];
+};
+
+consteval TokenTable MakeTokenTable()
+{
+    TokenTable table{};
     for (std::size_t index = 0; index < numberOfRows; ++index)
     {
         std::uint64_t const hash = nxTokenHash(rows[index].token);
         std::size_t at = hash % numberOfSlots;
-        while (slots[at].row != 0)
+        while (table.slots[at].lengthAndPlace != 0)
             at = (at + 1) % numberOfSlots;
-        slots[at] = {static_cast<std::uint16_t>(hash >> 48), static_cast<std::uint16_t>(index + 1)};
+        nxEnumWords const& row = packed.rows[index];
+        table.slots[at] = {std::uint32_t{row.tokenLength} << placeBits |
+                               (row.enumerator + row.tokenOffset + 1),
+                           HashPart(hash) | row.number};
     }
-    return slots;
+    return table;
 }
 
-constexpr PackedRows packed = Pack();
 constexpr std::array numbersByToken = SortByToken();
 constexpr std::array firstRows = FirstRows();
-constexpr std::array tokenSlots = MakeTokenSlots();
+constexpr TokenTable tokenTable = MakeTokenTable();
 } // namespace
 
 constinit nxEnumWords::NumberTable const nxEnumWords::numberTable = MakeNumberTable();
 
-nxEnumWords const* nxEnumWords::Find(std::string_view token)
+bool nxEnumWords::Find(std::string_view token, unsigned int& number)
 {
     std::uint64_t const hash = nxTokenHash(token);
-    for (std::size_t at = hash % numberOfSlots; tokenSlots[at].row != 0; at = (at + 1) % numberOfSlots)
+    for (std::size_t at = hash % numberOfSlots; tokenTable.slots[at].lengthAndPlace != 0;
+         at = (at + 1) % numberOfSlots)
     {
-        if (tokenSlots[at].hash != hash >> 48)
+        TokenSlot const slot = tokenTable.slots[at];
+        if ((slot.hashAndNumber & ~numberMask) != HashPart(hash))
             continue;
-        nxEnumWords const& row = packed.rows[tokenSlots[at].row - 1u];
-        if (row.GetToken() == token)
-            return &row;
+        std::size_t const place = (slot.lengthAndPlace & ((1u << placeBits) - 1)) - 1;
+        if (std::string_view(packed.words.data() + place, slot.lengthAndPlace >> placeBits) != token)
+            continue;
+        number = slot.hashAndNumber & numberMask;
+        return true;
     }
-    return nullptr;
+    return false;
 }
 
 std::size_t nxEnumWords::GetIndex() const
 {
-    return static_cast<std::size_t>(this - packed.rows.data());
+    return static_cast<std::size_t>(this - packed.rows.data()) + 1;
 }
 
 char const* nxEnumWords::GetEnumerator() const

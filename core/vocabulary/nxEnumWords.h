@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -27,7 +26,7 @@ struct nxEnumWords
     std::string_view GetToken() const;
     std::string_view GetText() const;
 
-    /// The place of this row among all of them.
+    /// One more than the place of this row among all of them.
     std::size_t GetIndex() const;
 
     /// The rows that all classes have in common.
@@ -39,8 +38,9 @@ struct nxEnumWords
     /// The numbers of all rows in the ascending order of their tokens.
     static std::span<std::uint32_t const> NumbersByToken();
 
-    /// @return null when no row has the token
-    static nxEnumWords const* Find(std::string_view token);
+    /// @param number  receives the number of the row
+    /// @return false, with the number as it was, when no row has the token
+    static bool Find(std::string_view token, unsigned int& number);
 
     /// How many rows there are, and one number that none of them reaches.
     static constexpr std::size_t count = 3
@@ -53,14 +53,20 @@ struct nxEnumWords
         ;
     static constexpr std::uint32_t numberLimit = 1u << 21;
 
-    /// Where the row of a number is found: in the page of the number's block, one more than the row's index, 0 for a
-    /// number without a row. Most blocks have no row and share the first page.
+    /// Where the row of a number is found: in the page of the number's block, the row's index, 0 for a number without a
+    /// row. Most blocks have no row and share the first page. Plain arrays, which an unoptimised build does not check
+    /// either: the indices are right by construction.
     static constexpr std::uint32_t blockSize = 32;
     static constexpr std::size_t numberOfPages = 300;
     struct NumberTable
     {
-        std::array<std::uint16_t, numberLimit / blockSize> pageOfBlock;
-        std::array<std::array<std::uint16_t, blockSize>, numberOfPages> pages;
+        std::uint16_t pageOfBlock[numberLimit / blockSize];
+        std::uint16_t pages[numberOfPages][blockSize];
+
+        constexpr unsigned int GetIndex(std::uint32_t wanted) const
+        {
+            return pages[pageOfBlock[wanted / blockSize]][wanted % blockSize];
+        }
     };
     static NumberTable const numberTable;
 };

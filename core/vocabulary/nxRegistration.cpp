@@ -25,12 +25,7 @@ std::map<std::string, unsigned int>& nxEnum::_ReverseMap()
     return map;
 }
 
-nxEnumIndex& nxEnum::_Index()
-{
-    // Constant-initialised, so it needs no guard; what it points to is never freed.
-    static constinit nxEnumIndex index;
-    return index;
-}
+constinit nxEnumIndex nxEnumIndex::ofRegistry;
 
 template <typename Mask, typename Number, typename Parameter>
 auto nxBasicBitMask<Mask, Number, Parameter>::_GetDescriptionMap() -> std::map<std::string, Rows>&
