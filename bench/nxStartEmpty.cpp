@@ -1,0 +1,5 @@
+// Nothing: what every start costs.
+int main()
+{
+    return 0;
+}
