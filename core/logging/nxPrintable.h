@@ -8,8 +8,8 @@
 /// @file
 /// Foreign text in a log line.
 
-/// Shows a text of unknown origin in a log line, each byte below 32 and the byte 127 as \xNN, so that the text can't end
-/// the line, forge another one or move a terminal's cursor. A backslash shows as \x5C: what the log holds is then never
+/// Shows a text of unknown origin in a log line, each byte below 32 and the byte 127 as `\xNN`, so that the text can't end
+/// the line, forge another one or move a terminal's cursor. A backslash shows as `\x5C`: what the log holds is then never
 /// ambiguous. All other bytes stay, those of UTF-8 too.
 ///
 /// The log itself changes no byte that it is told. A host wraps what it did not write:
@@ -25,7 +25,7 @@ public:
     {
     }
 
-    /// A text of a length that includes zero bytes; they show as \x00.
+    /// A text of a length that includes zero bytes; they show as `\x00`.
     nxPrintable(char const* data, std::size_t size) : _text(data, size)
     {
     }
