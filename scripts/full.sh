@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Runs the figures of docs/reliability.md with all their trials and prints one table, a line a figure. What follows is a
+# filter on the figures' numbers, such as F9 or 'F(5|9)$'. Ends with 1 when a promise did not hold.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+filter=${1:-.}
+failed=0
+
+wanted() { [[ $1 =~ $filter ]]; }
+
+# figure NUMBER COMMAND...: runs a program that prints its own line.
+figure() {
+  local number=$1
+  shift
+  wanted "$number" || return 0
+  "$@" || [ $? -eq 77 ] || failed=1
+}
+
+# suite NUMBER NAME OPTION...: a run of ./test, told in a line.
+suite() {
+  local number=$1 name=$2 log start
+  shift 2
+  wanted "$number" || return 0
+  log=$(mktemp)
+  start=$(date +%s)
+  local result=held
+  ./test "$@" >"$log" 2>&1 || { result=FAILED failed=1; }
+  local summary
+  summary=$(grep -E "tests passed|programs, " "$log" | tail -1)
+  echo "$number $name: ${summary:-no result}, $(($(date +%s) - start)) s${result/held/}"
+  [ "$result" = held ] || grep -E "^\s+[0-9]+ - |^== " "$log" | head -20
+  rm -f "$log"
+}
+
+notRun() { ! wanted "$1" || echo "$1 $2: not run, $3"; }
+
+configure_and_build release || exit 2
+faults=build/release/tests/faults
+
+suite F2 "suite, clang's address and undefined-behaviour sanitizers" -asan
+suite F2 "suite, static library" -static
+suite F3 "suite, thread sanitizer" -tsan
+if wanted F3 && [ -x build/tsan/tests/faults/nxcore_faults ]; then
+  echo -n "under the thread sanitizer: " && figure F3 build/tsan/tests/faults/nxcore_faults soak
+fi
+suite F4 "suite under memcheck" -valgrind
+figure F5 "$faults/nxcore_faults_allocation" full
+notRun F6 "failures of system calls, each in turn" "there is no program for it yet; the suite refuses some by limits of descriptors, file sizes and threads"
+for figure in F7:disk-full F8:signals F9:soak F10:nemesis F11:exit F12:fork F13:mutex F14:pool F15:clock; do
+  figure "${figure%:*}" "$faults/nxcore_faults" "${figure#*:}" full
+done
+notRun F16 "zones against a second calendar, every quarter of an hour from 1970 to 2105" "there is no program for it yet; the suite holds six zones against the C library, at random moments and near each change"
+notRun F19 "vocabulary from a constructor of another library" "there is no program for it yet; the suite holds all rows against the record, and F2 does so on the static library"
+figure F20 "$faults/nxcore_faults" sockets full
+notRun F23 "suite 200 times, shuffled and beside load" "it takes hours; ctest --repeat until-fail:200 --schedule-random does it"
+
+echo "on $(nproc) cores of $(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(uname -sr), $(g++ --version | head -1), $(date +%F)"
+exit $failed
