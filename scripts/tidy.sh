@@ -3,6 +3,7 @@
 # the paths.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+[ -f build/clang/compile_commands.json ] || cmake --preset clang >/dev/null
 rules=-*,concurrency-mt-unsafe,cert-err33-c,bugprone-unused-return-value
 mapfile -t sources < <(find core -name '*.cpp' | grep -E "${1:-.}" | sort)
 printf '%s\n' "${sources[@]}" |
