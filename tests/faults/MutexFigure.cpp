@@ -102,7 +102,7 @@ void LockAfterDeath(Shared& shared, Tally& tally)
 
 bool MutexFigure(Extent extent)
 {
-    unsigned int const kills = extent == Extent::full ? 50000 : 1000;
+    unsigned int const kills = extent == Extent::full ? 50000 : 300;
     unsigned int const longest = 30 + kills / 50; // seconds
     auto const start = Clock::now();
     void* const region =
