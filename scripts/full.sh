@@ -46,7 +46,7 @@ if wanted F3 && [ -x build/tsan/tests/faults/nxcore_faults ]; then
 fi
 suite F4 "suite under memcheck" -valgrind
 figure F5 "$faults/nxcore_faults_allocation" full
-notRun F6 "failures of system calls, each in turn" "there is no program for it yet; the suite refuses some by limits of descriptors, file sizes and threads"
+figure F6 "$faults/nxcore_faults_calls" full
 for figure in F7:disk-full F8:signals F9:soak F10:nemesis F11:exit F12:fork F13:mutex F14:pool F15:clock; do
   figure "${figure%:*}" "$faults/nxcore_faults" "${figure#*:}" full
 done

@@ -18,6 +18,7 @@
 #include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -151,13 +152,19 @@ std::optional<int> WaitFor(pid_t child, double seconds)
 namespace
 {
 
-/// The day of a directory "15Nov2026"; a later one than any for a directory without a day, which is used when that of
-/// the day can't be made.
-long long DayOf(files::path const& directory)
+/// The day on which a file was opened: that of its directory, "15Nov2026", or, where that could not be made, that of
+/// its last line.
+long long DayOf(files::path const& path)
 {
-    constexpr long long never = 1LL << 40;
     std::tm day{};
-    return strptime(directory.filename().c_str(), "%d%b%Y", &day) != nullptr ? timegm(&day) : never;
+    if (strptime(path.parent_path().filename().c_str(), "%d%b%Y", &day) == nullptr)
+    {
+        struct stat status = {};
+        (void)stat(path.c_str(), &status);
+        (void)localtime_r(&status.st_mtime, &day);
+        day.tm_hour = day.tm_min = day.tm_sec = 0;
+    }
+    return timegm(&day);
 }
 
 /// Files of one process are named by time and number: "host_093005_123_2.log" comes before "host_093005_123_10.log".
@@ -168,7 +175,7 @@ auto OrderOf(files::path const& path)
     unsigned int process = 0;
     unsigned int number = 0;
     (void)std::sscanf(name.c_str(), "host_%u_%u_%u", &time, &process, &number);
-    return std::tuple(DayOf(path.parent_path()), time, process, number);
+    return std::tuple(DayOf(path), time, process, number);
 }
 
 bool ReadNumber(std::string_view& text, std::string_view before, unsigned int& number)
