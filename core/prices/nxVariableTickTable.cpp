@@ -16,6 +16,12 @@ bool IsUnbounded(nxDecimal const& top)
     return top.GetValue() == std::numeric_limits<long long>::max() && top.GetDecimalPlaces() == 0;
 }
 
+// Out of line: a sound table never gets here.
+[[gnu::noinline]] void LogLookupOffTheTable()
+{
+    NX_LOG(NX_FTL, "Fatal error in variable tick table");
+}
+
 long long PowerOfTen(int exponent)
 {
     return static_cast<long long>(nxArithmetic::PowerOfTen(static_cast<unsigned char>(exponent)));
@@ -120,7 +126,7 @@ void nxVariableTickTable::Increment(nxDecimal& price) const
     auto range = _FindRange(price);
     if (range == _rangeData.cend())
     {
-        NX_LOG(NX_FTL, "Fatal error in variable tick table");
+        LogLookupOffTheTable();
         price += _defaultMinimumTickIncrement;
         return;
     }
@@ -146,7 +152,7 @@ void nxVariableTickTable::Decrement(nxDecimal& price) const
     auto range = _FindRange(price);
     if (range == _rangeData.cend())
     {
-        NX_LOG(NX_FTL, "Fatal error in variable tick table");
+        LogLookupOffTheTable();
         price -= _defaultMinimumTickIncrement;
         return;
     }
@@ -296,7 +302,7 @@ nxDecimal const& nxVariableTickTable::_GetIncrementForMagnitude(nxDecimal const&
     auto const range = _FindRange(magnitude);
     if (range == _rangeData.cend())
     {
-        NX_LOG(NX_FTL, "Fatal error in variable tick table");
+        LogLookupOffTheTable();
         return _defaultMinimumTickIncrement;
     }
     if (range != _rangeData.cbegin())

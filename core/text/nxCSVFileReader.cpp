@@ -1,5 +1,7 @@
 #include "core/text/nxCSVFileReader.h"
 
+#include "core/text/nxBlanks.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -146,14 +148,6 @@ private:
     std::size_t _bytesTaken = 0;
 };
 
-std::string_view GetTrimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\n\r";
-    std::size_t const first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 } // namespace
 
 nxCSVFileReader::nxCSVFileReader(char separator, bool useQuotes, nxCSVFileReaderCallback* callback)
@@ -190,7 +184,7 @@ nxErrorEnum nxCSVFileReader::ReadFile(std::string const& path)
         case LineSource::Outcome::end: return nxErrorEnum();
         case LineSource::Outcome::failure: return nxErrorEnum(NX_ERR_CSV_FILE_READ_ERROR);
         }
-        row = GetTrimmed(line);
+        row = nxTrimBlanks(line);
         if (!IsCommentRow(row))
         {
             _MakeRoomForRow(rowsBefore, GetPart(source.GetBytesTaken(), size));

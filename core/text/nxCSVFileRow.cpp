@@ -1,16 +1,12 @@
 #include "core/text/nxCSVFileRow.h"
 
+#include "core/text/nxBlanks.h"
+
 #include <algorithm>
+#include <string_view>
 
 namespace
 {
-
-// Most columns have no blank at either end, so the usual case is one comparison.
-bool IsBlank(char character)
-{
-    return static_cast<unsigned char>(character) <= ' ' &&
-           (character == ' ' || character == '\t' || character == '\n' || character == '\r');
-}
 
 // Longest stretch of a row that is searched at once.
 constexpr std::size_t windowSize = 1024;
@@ -40,15 +36,7 @@ void nxCSVFileRow::_ReserveFor(std::string const& row, char separator)
 
 void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end)
 {
-    while (begin != end && IsBlank(*begin))
-    {
-        ++begin;
-    }
-    while (begin != end && IsBlank(end[-1]))
-    {
-        --end;
-    }
-    _columns.emplace_back(begin, static_cast<std::size_t>(end - begin));
+    _columns.emplace_back(nxTrimBlanks(std::string_view(begin, static_cast<std::size_t>(end - begin))));
 }
 
 // The fields are those of nxStringParser, walked in place: a text for each field and another for its trimmed form would

@@ -1,5 +1,6 @@
 #include "core/text/nxStringHelper.h"
 
+#include "core/text/nxBlanks.h"
 #include "core/text/nxDigits.h"
 #include "core/vocabulary/nxEnum.h"
 
@@ -13,7 +14,6 @@ namespace
 
 constexpr unsigned int maximumPrecision = 9; // the default too
 constexpr double largestFixed = 2147483647.0;
-constexpr char const blanks[] = " \t\n\r";
 
 nxErrorEnum Refused()
 {
@@ -477,12 +477,12 @@ nxErrorEnum nxStringHelper::SetFromStringView(std::string_view const& text, unsi
 
 void nxStringHelper::LeftTrim(std::string& text)
 {
-    text.erase(0, text.find_first_not_of(blanks));
+    text.erase(0, text.find_first_not_of(nxBlanks));
 }
 
 void nxStringHelper::RightTrim(std::string& text)
 {
-    RightTrim(text, blanks);
+    text.erase(text.find_last_not_of(nxBlanks) + 1); // npos + 1 is 0: nothing but blanks
 }
 
 void nxStringHelper::RightTrim(std::string& text, std::string const& set)
