@@ -1,6 +1,7 @@
 // What each operation of a socket answers, logs and leaves behind, whatever state the socket is in.
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeys.h"
+#include "tests/concurrency/RunTogether.h"
 #include "tests/network/nxSocketTesting.h"
 
 #include <atomic>
@@ -310,25 +311,23 @@ TEST_F(nxSocketTest, CloseNeverHitsAnotherThreadsDescriptor)
 {
     std::atomic<bool> stop = false;
     std::atomic<int> lost = 0;
-    std::thread stranger(
-        [&]
-        {
-            while (!stop)
-            {
-                int const descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
-                std::this_thread::yield();
-                lost += close(descriptor) == 0 ? 0 : 1;
-            }
-        });
-    for (int round = 0; round < 2000; ++round)
-    {
-        nxSocket socket;
-        ASSERT_TRUE(socket.Create().IsOK());
-        ASSERT_TRUE(socket.Close().IsOK());
-        ASSERT_TRUE(socket.Close() == NX_ERR_SOCKET_CLOSE_FAILED);
-    }
-    stop = true;
-    stranger.join();
+    RunTogether(2,
+                [&](int thread)
+                {
+                    for (int round = 0; thread == 0 && round < 2000; ++round)
+                    {
+                        nxSocket socket;
+                        EXPECT_TRUE(socket.Create().IsOK() && socket.Close().IsOK());
+                        EXPECT_TRUE(socket.Close() == NX_ERR_SOCKET_CLOSE_FAILED);
+                    }
+                    stop = stop || thread == 0;
+                    while (!stop)
+                    {
+                        int const descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
+                        std::this_thread::yield();
+                        lost += close(descriptor) == 0 ? 0 : 1;
+                    }
+                });
     EXPECT_EQ(lost, 0);
 }
 
@@ -339,20 +338,15 @@ TEST_F(nxSocketTest, OneOfManyThreadsCloses)
         nxSocket socket;
         ASSERT_TRUE(socket.Create().IsOK());
         std::atomic<int> closed = 0;
-        std::vector<std::unique_ptr<nxSocket>> copies;
-        std::vector<std::thread> threads;
-        for (int index = 0; index < 4; ++index)
-        {
-            copies.push_back(std::make_unique<nxSocket>());
-            *copies.back() = socket;
-            threads.emplace_back([&, copy = copies.back().get()] { closed += copy->Close().IsOK() ? 1 : 0; });
-        }
-        for (std::size_t index = 0; index < threads.size(); ++index)
-        {
-            threads[index].join();
-            static nxSocket const none;
-            *copies[index] = none; // the original alone is destroyed with the handle
-        }
+        RunTogether(4,
+                    [&](int)
+                    {
+                        nxSocket copy;
+                        copy = socket;
+                        closed += copy.Close().IsOK() ? 1 : 0;
+                        static nxSocket const none;
+                        copy = none; // the original alone is destroyed with the handle
+                    });
         EXPECT_EQ(closed, 1);
     }
 }

@@ -152,8 +152,7 @@ class nxSocketSignal : public nxSocketTest
 {
 protected:
     /// Interrupts `call` while it waits, then lets it go on by `release`.
-    void Expect(nxEnumValue result, std::function<nxErrorEnum()> const& call,
-                std::function<void()> const& release)
+    void ExpectSuccess(std::function<nxErrorEnum()> const& call, std::function<void()> const& release)
     {
         nxErrorEnum answer(NX_ERR_UNSPECIFIED);
         {
@@ -161,7 +160,7 @@ protected:
             caller.Interrupt();
             release();
         }
-        EXPECT_TRUE(answer == result) << answer.GetValue();
+        EXPECT_TRUE(answer.IsOK()) << answer.GetValue();
     }
 
     SignalHandler _handler{SIGUSR1};
@@ -171,22 +170,17 @@ TEST_F(nxSocketSignal, LeavesReceivesAndWaitsAlone)
 {
     Connection connection;
     auto const say = [&] { ASSERT_TRUE(connection.client.Send("x").IsOK()); };
-    Expect(
-        success, [&] { return connection.server.Receive(buffer, 1, received); }, say);
-    Expect(
-        success, [&] { return connection.server.ReceiveFrom(buffer, 1, received); }, say);
-    Expect(
-        success,
+    ExpectSuccess([&] { return connection.server.Receive(buffer, 1, received); }, say);
+    ExpectSuccess([&] { return connection.server.ReceiveFrom(buffer, 1, received); }, say);
+    ExpectSuccess(
         [&] { return connection.server.ReceiveMsgWithDestinationAddress(buffer, 1, received, destination); },
         say);
-    Expect(
-        success, [&] { return connection.server.SelectWithoutTimeout(); }, say);
+    ExpectSuccess([&] { return connection.server.SelectWithoutTimeout(); }, say);
     EXPECT_TRUE(connection.server.Receive(buffer, 1, received).IsOK());
     EXPECT_EQ(received, 1);
     unsigned int count = 7;
     auto const begin = std::chrono::steady_clock::now();
-    Expect(
-        success, [&] { return connection.server.Select(1000000, count); }, [] {});
+    ExpectSuccess([&] { return connection.server.Select(1000000, count); }, [] {});
     EXPECT_EQ(count, 0u);
     auto const waited = std::chrono::steady_clock::now() - begin;
     EXPECT_GE(waited, 1s); // the whole of it, and not from the start again after each signal
@@ -200,9 +194,8 @@ TEST_F(nxSocketSignal, LeavesAcceptAndConnectAlone)
     nxSocket first;
     nxSocket caller;
     ASSERT_TRUE(caller.Create().IsOK());
-    Expect(
-        success, [&] { return listener.Accept(first); },
-        [&] { ASSERT_TRUE(caller.Connect(here, PortOf(listener)).IsOK()); });
+    ExpectSuccess([&] { return listener.Accept(first); },
+                  [&] { ASSERT_TRUE(caller.Connect(here, PortOf(listener)).IsOK()); });
     EXPECT_TRUE(first.IsValid());
 
     // Six connections fill a listener's queue, and the seventh has to wait until one is accepted.
@@ -215,13 +208,12 @@ TEST_F(nxSocketSignal, LeavesAcceptAndConnectAlone)
     nxSocket late;
     nxSocket accepted[7];
     ASSERT_TRUE(late.Create().IsOK());
-    Expect(
-        success, [&] { return late.Connect(here, PortOf(listener)); },
-        [&]
-        {
-            for (nxSocket& socket : accepted)
-                ASSERT_TRUE(listener.Accept(socket).IsOK());
-        });
+    ExpectSuccess([&] { return late.Connect(here, PortOf(listener)); },
+                  [&]
+                  {
+                      for (nxSocket& socket : accepted)
+                          ASSERT_TRUE(listener.Accept(socket).IsOK());
+                  });
     EXPECT_TRUE(late.IsConnected());
     EXPECT_TRUE(late.Send("x").IsOK());
     EXPECT_TRUE(accepted[6].Receive(buffer, 1, received).IsOK());
@@ -245,12 +237,10 @@ TEST_F(nxSocketSignal, LosesNoByteOfASend)
             arrived += Text(buffer, received);
         }
     };
-    Expect(
-        success, [&] { return connection.client.Send(data); }, take);
+    ExpectSuccess([&] { return connection.client.Send(data); }, take);
     EXPECT_TRUE(arrived == data);
     unsigned int sent = 0;
-    Expect(
-        success, [&] { return connection.client.GatherSend(pieces, 2, sent); }, take);
+    ExpectSuccess([&] { return connection.client.GatherSend(pieces, 2, sent); }, take);
     EXPECT_EQ(sent, data.size());
     EXPECT_TRUE(arrived == data);
 }

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 TEST(nxAlgorithmHex, ReadsEveryByteInEveryForm)
 {
     for (unsigned int number = 0; number < 256; ++number)
@@ -57,45 +59,35 @@ TEST(nxAlgorithmHex, WritesBytesInOrder)
     EXPECT_EQ(text, "");
 }
 
-namespace
-{
-
-struct MatchRow
-{
-    std::set<std::string> patterns;
-    std::string key;
-    bool firstFieldFirst;
-    std::string best; // "none" when nothing matches
-};
-
-} // namespace
-
 TEST(nxAlgorithmBestMatch, WeighsFieldsInTheirOrder)
 {
-    std::set<std::string> const ladder = {"CME.*.*", "CME.FUT.*", "*.*.*"};
-    MatchRow const rows[] = {
+    using Patterns = std::set<std::string>;
+    using Row = std::tuple<Patterns, std::string, bool, std::string>; // ends in "none" when nothing matches
+    Patterns const ladder = {"CME.*.*", "CME.FUT.*", "*.*.*"};
+    Patterns const ends = {"CME.*.*", "*.FUT.ES"};
+    Row const rows[] = {
         {ladder, "CME.FUT.ES", true, "CME.FUT.*"},
         {ladder, "CME.FUT.ES", false, "CME.FUT.*"},
-        {{"CME.*.*", "*.FUT.ES"}, "CME.FUT.ES", true, "CME.*.*"}, // one early field outweighs all later ones
-        {{"CME.*.*", "*.FUT.ES"}, "CME.FUT.ES", false, "*.FUT.ES"},
-        {{"*.b", "a.*"}, "a.b", true, "a.*"},
+        {ends, "CME.FUT.ES", true, "CME.*.*"}, // one early field outweighs all later ones
+        {ends, "CME.FUT.ES", false, "*.FUT.ES"},
+        {Patterns{"*.b", "a.*"}, "a.b", true, "a.*"},
         {ladder, "ICE.FUT.ES", true, "*.*.*"},
-        {{"CME.*"}, "CME.FUT.ES", true, "none"}, // as many fields as the key
-        {{"cme"}, "CME", true, "none"},
-        {{"a", "a."}, "a.", true, "a"}, // a last separator adds no field; of equals the first in order stays
-        {{"", "."}, ".", true, "."},
-        {{"*"}, "", true, "none"},
-        {{}, "a", true, "none"},
-        {{"a.b"}, "a.*", true, "none"}, // a wildcard in the key is a text like another
-        {{"a.*"}, "a.*", true, "a.*"},
-    };
-    for (MatchRow const& row : rows)
+        {Patterns{"CME.*"}, "CME.FUT.ES", true, "none"}, // as many fields as the key
+        {Patterns{"cme"}, "CME", true, "none"},
+        {Patterns{"a", "a."}, "a.", true,
+         "a"}, // a last separator adds no field; of equals the first in order stays
+        {Patterns{"", "."}, ".", true, "."},
+        {Patterns{"*"}, "", true, "none"},
+        {Patterns{}, "a", true, "none"},
+        {Patterns{"a.b"}, "a.*", true, "none"}, // a wildcard in the key is a text like another
+        {Patterns{"a.*"}, "a.*", true, "a.*"}};
+    for (auto const& [patterns, key, firstFieldFirst, expected] : rows)
     {
         std::string best("none");
-        EXPECT_EQ(nxAlgorithm::GetBestMatch(row.patterns, row.key, best, row.firstFieldFirst, '.', "*"),
-                  row.best != "none")
-            << row.key;
-        EXPECT_EQ(best, row.best) << row.key;
+        EXPECT_EQ(nxAlgorithm::GetBestMatch(patterns, key, best, firstFieldFirst, '.', "*"),
+                  expected != "none")
+            << key;
+        EXPECT_EQ(best, expected) << key;
     }
 }
 

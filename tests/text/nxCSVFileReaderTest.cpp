@@ -34,33 +34,24 @@ public:
     std::vector<std::string> seen;
 };
 
-struct FileRow
-{
-    char const* content;
-    char const* rows;
-};
-
 constexpr std::size_t longestLine = 8191;
 
 } // namespace
 
 TEST(nxCSVFileReader, ReadsLines)
 {
-    FileRow const files[] = {
-        {"", ""},
-        {"\n", ""},
-        {"a,b\nc,d\n", "a|b\nc|d\n"},
-        {"a,b\r\nc,d", "a|b\nc|d\n"}, // the last line needs no line feed
-        {"a\n\n \t\n  # note\n;x\nb", "a\nb\n"},
-        {"a,\"b\nc\",d\n", "a|\"b\nc\"|d\n"},
-        {" a , b \n,\n", "a|b\n|\n"},
-    };
-    for (FileRow const& row : files)
+    for (auto const& [content, rows] : {std::pair("", ""),
+                                        {"\n", ""},
+                                        {"a,b\nc,d\n", "a|b\nc|d\n"},
+                                        {"a,b\r\nc,d", "a|b\nc|d\n"}, // the last line needs no line feed
+                                        {"a\n\n \t\n  # note\n;x\nb", "a\nb\n"},
+                                        {"a,\"b\nc\",d\n", "a|\"b\nc\"|d\n"},
+                                        {" a , b \n,\n", "a|b\n|\n"}})
     {
-        nxTestFile const file(row.content);
+        nxTestFile const file(content);
         nxCSVFileReader reader;
-        EXPECT_TRUE(reader.ReadFile(file.Path()).IsOK()) << row.content;
-        EXPECT_EQ(GetText(reader), row.rows) << row.content;
+        EXPECT_TRUE(reader.ReadFile(file.Path()).IsOK()) << content;
+        EXPECT_EQ(GetText(reader), rows) << content;
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,11 +22,8 @@ TEST(nxFileHelper, TellsSizeAndTime)
     EXPECT_EQ(modified.GetMicroseconds(), 0u);
     EXPECT_EQ(nxFileHelper::GetFileSize(file.Path() + ".none"), 0u);
     EXPECT_TRUE(nxFileHelper::GetModificationTime(file.Path() + ".none").IsNull());
-}
 
-TEST(nxFileHelper, CutsLargeSizesToASignedNumber)
-{
-    nxTestFile const file("");
+    // Large sizes are cut to a signed number.
     ASSERT_EQ(::truncate(file.Path().c_str(), 2147483647), 0);
     EXPECT_EQ(nxFileHelper::GetFileSize(file.Path()), 2147483647u);
     ASSERT_EQ(::truncate(file.Path().c_str(), 3000000000), 0);
@@ -71,42 +70,23 @@ TEST(nxFileHelper, TakesWidePathsAsUTF8)
     EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(noCharacter));
 }
 
-namespace
-{
-
-struct LastLineRow
-{
-    std::string content;
-    unsigned int maxLength;
-    std::string line; // "old" when it is left alone
-};
-
-} // namespace
-
 TEST(nxFileHelperLastLine, ComesWithoutItsEnd)
 {
-    LastLineRow const rows[] = {
-        {"a\nb\r\n", 100, "b"},
-        {"a\nb", 100, "b"},
-        {"one", 100, "one"},
-        {"\n", 100, "old"},
-        {"\r\n", 100, ""},
-        {"a\n\n", 100, "a\n"}, // only the very last line feed is passed over
-        {"a\n\nb\n", 100, "b"},
-        {"first\nsecond\n", 4, "ond"}, // cut at the front
-        {"first\nsecond\n", 1, "old"},
-        {"first\nsecond", 6, "second"},
-        {"first\nsecond", 7, "second"},
-        {"a\rb\r", 100, "a\rb\r"},
-    };
-    for (LastLineRow const& row : rows)
+    using Row =
+        std::tuple<std::string, unsigned int, std::string>; // content, length and line; "old" when left alone
+    for (auto const& [content, maxLength, expected] :
+         {Row{"a\nb\r\n", 100, "b"}, Row{"a\nb", 100, "b"}, Row{"one", 100, "one"}, Row{"\n", 100, "old"},
+          Row{"\r\n", 100, ""}, Row{"a\n\n", 100, "a\n"}, // only the very last line feed is passed over
+          Row{"a\n\nb\n", 100, "b"}, Row{"first\nsecond\n", 4, "ond"}, // cut at the front
+          Row{"first\nsecond\n", 1, "old"}, Row{"first\nsecond", 6, "second"},
+          Row{"first\nsecond", 7, "second"}, Row{"a\rb\r", 100, "a\rb\r"}})
     {
-        nxTestFile const file(row.content);
+        nxTestFile const file(content);
         std::FILE* const stream = std::fopen(file.Path().c_str(), "rb");
         std::string line("old");
-        EXPECT_TRUE(nxFileHelper::GetLastLineOfFile(stream, row.maxLength, line).IsOK()) << row.content;
-        EXPECT_EQ(line, row.line) << row.content;
-        EXPECT_EQ(std::ftell(stream), static_cast<long>(row.content.size()));
+        EXPECT_TRUE(nxFileHelper::GetLastLineOfFile(stream, maxLength, line).IsOK()) << content;
+        EXPECT_EQ(line, expected) << content;
+        EXPECT_EQ(std::ftell(stream), static_cast<long>(content.size()));
         (void)std::fclose(stream);
     }
 }
@@ -132,24 +112,18 @@ TEST(nxFileHelperLastLine, TellsWhatFailed)
 
 TEST(nxFileHelper, RemovesSuffixes)
 {
-    char const* const rows[][3] = {
-        {"name", "name", "old"},
-        {"file.tar.gz", "file.tar", ".gz"},
-        {"logs.old/file", "logs.old/file", "old"},
-        {"logs.old\\file", "logs.old\\file", "old"},
-        {"a/b.c", "a/b", ".c"},
-        {".hidden", "", ".hidden"},
-        {"end.", "end", "."},
-        {"", "", "old"},
-        {"a/", "a/", "old"},
-    };
-    for (auto const& row : rows)
+    using Row = std::tuple<char const*, char const*, char const*>;
+    for (auto const& [whole, front, end] :
+         {Row{"name", "name", "old"}, Row{"file.tar.gz", "file.tar", ".gz"},
+          Row{"logs.old/file", "logs.old/file", "old"}, Row{"logs.old\\file", "logs.old\\file", "old"},
+          Row{"a/b.c", "a/b", ".c"}, Row{".hidden", "", ".hidden"}, Row{"end.", "end", "."},
+          Row{"", "", "old"}, Row{"a/", "a/", "old"}})
     {
         std::string stem("old");
         std::string suffix("old");
-        nxFileHelper::RemoveFileTypeSuffix(row[0], stem, suffix);
-        EXPECT_EQ(stem, row[1]) << row[0];
-        EXPECT_EQ(suffix, row[2]) << row[0];
+        nxFileHelper::RemoveFileTypeSuffix(whole, stem, suffix);
+        EXPECT_EQ(stem, front) << whole;
+        EXPECT_EQ(suffix, end) << whole;
     }
     std::string path("in/place.txt");
     std::string suffix;

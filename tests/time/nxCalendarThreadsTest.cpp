@@ -4,6 +4,7 @@
 #include "core/time/nxDateTime.h"
 #include "core/time/nxElapsedTimeCounter.h"
 #include "core/time/nxTimeStamp.h"
+#include "tests/concurrency/RunTogether.h"
 #include "tests/time/nxTestZone.h"
 
 #include <gtest/gtest.h>
@@ -94,26 +95,21 @@ TEST_F(nxCalendarThreads, EightThreadsUseTheGMTOperationsAtOnce)
 {
     nxDateTime const moment(summerMoment);
     std::atomic<int> wrong = 0;
-    std::vector<std::thread> threads;
-    for (int i = 0; i != 8; ++i)
-    {
-        threads.emplace_back(
-            [&wrong, own = moment]
-            {
-                int const offset = nxDateTime::GetTimezoneOffsetFromGMT();
-                for (int n = 0; n != 2000; ++n)
+    RunTogether(8,
+                [&wrong, moment](int)
                 {
-                    nxDateTime fromGMT;
-                    fromGMT.SetFromGMT(2024, 7, 3, 9, 46, 40, 0);
-                    wrong += own.GetAsGMT().GetHour() != 9;
-                    wrong += nxDateTime::GetCurrentTimeAsGMT() < own;
-                    wrong += nxDateTime::GetTimezoneOffsetFromGMT() != offset;
-                    wrong += fromGMT.GetMinute() != 46;
-                }
-            });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+                    int const offset = nxDateTime::GetTimezoneOffsetFromGMT();
+                    for (int n = 0; n != 2000; ++n)
+                    {
+                        nxDateTime const own(moment.GetAsTimeValue());
+                        nxDateTime fromGMT;
+                        fromGMT.SetFromGMT(2024, 7, 3, 9, 46, 40, 0);
+                        wrong += own.GetAsGMT().GetHour() != 9;
+                        wrong += nxDateTime::GetCurrentTimeAsGMT() < own;
+                        wrong += nxDateTime::GetTimezoneOffsetFromGMT() != offset;
+                        wrong += fromGMT.GetMinute() != 46;
+                    }
+                });
     EXPECT_EQ(wrong, 0);
 }
 
