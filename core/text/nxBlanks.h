@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 /// @file
@@ -8,19 +9,22 @@
 /// Space, tab, line feed and carriage return, whatever the locale calls a blank.
 inline constexpr std::string_view nxBlanks = " \t\n\r";
 
-/// @return the text without the blanks around it.
-constexpr std::string_view nxTrimBlanks(std::string_view text)
+/// Most texts have no blank at either end, so that the usual case is one comparison: all blanks are small bytes.
+constexpr bool nxIsBlank(char byte)
 {
-    // Most texts have no blank at either end, so that the usual case is two comparisons: all blanks are small bytes.
-    auto const isBlank = [](char byte)
-    { return static_cast<unsigned char>(byte) <= ' ' && nxBlanks.find(byte) != std::string_view::npos; };
-    while (!text.empty() && isBlank(text.front()))
+    return static_cast<unsigned char>(byte) <= ' ' && nxBlanks.find(byte) != std::string_view::npos;
+}
+
+/// @return the text between two positions without the blanks around it.
+constexpr std::string_view nxTrimBlanks(char const* begin, char const* end)
+{
+    while (begin != end && nxIsBlank(*begin))
     {
-        text.remove_prefix(1);
+        ++begin;
     }
-    while (!text.empty() && isBlank(text.back()))
+    while (begin != end && nxIsBlank(end[-1]))
     {
-        text.remove_suffix(1);
+        --end;
     }
-    return text;
+    return std::string_view(begin, static_cast<std::size_t>(end - begin));
 }

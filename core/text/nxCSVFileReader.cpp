@@ -184,7 +184,7 @@ nxErrorEnum nxCSVFileReader::ReadFile(std::string const& path)
         case LineSource::Outcome::end: return nxErrorEnum();
         case LineSource::Outcome::failure: return nxErrorEnum(NX_ERR_CSV_FILE_READ_ERROR);
         }
-        row = nxTrimBlanks(line);
+        row = nxTrimBlanks(line.data(), line.data() + line.size());
         if (!IsCommentRow(row))
         {
             _MakeRoomForRow(rowsBefore, GetPart(source.GetBytesTaken(), size));

@@ -36,7 +36,8 @@ void nxCSVFileRow::_ReserveFor(std::string const& row, char separator)
 
 void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end)
 {
-    _columns.emplace_back(nxTrimBlanks(std::string_view(begin, static_cast<std::size_t>(end - begin))));
+    std::string_view const column = nxTrimBlanks(begin, end);
+    _columns.emplace_back(column.data(), column.size());
 }
 
 // The fields are those of nxStringParser, walked in place: a text for each field and another for its trimmed form would
