@@ -1,5 +1,6 @@
 #include "core/text/nxCSVFileReader.h"
 
+#include "core/platform/nxMemory.h"
 #include "core/text/nxBlanks.h"
 
 #include <algorithm>
@@ -15,6 +16,7 @@ namespace
 
 constexpr char quoteCharacter = '"';
 constexpr std::size_t maximumLineLength = 8191;
+constexpr long smallestBatchedFile = 1024 * 1024; // smaller ones would leave most of a large page unused
 
 struct FileCloser
 {
@@ -174,6 +176,7 @@ nxErrorEnum nxCSVFileReader::ReadFile(std::string const& path)
     long const size = GetSize(file.get());
     std::size_t const rowsBefore = _rows.size();
     LineSource source(file.get());
+    nxCSVRowMemory::Batch const batch(size > smallestBatchedFile);
     std::string row;
     for (;;)
     {
@@ -226,6 +229,7 @@ void nxCSVFileReader::_MakeRoomForRow(std::size_t rowsBefore, double partRead)
         expected = rowsBefore + static_cast<std::size_t>(std::min(rows, static_cast<double>(most)));
     }
     _rows.reserve(std::clamp(expected, least, most));
+    nxPlatform::AdviseLargePages(_rows.data() + count, (_rows.capacity() - count) * sizeof(nxCSVFileRow));
 }
 
 unsigned int nxCSVFileReader::GetRowCount() const

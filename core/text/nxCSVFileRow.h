@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/platform/nxExport.h"
+#include "core/text/nxCSVRowMemory.h"
 
 #include <cstddef>
 #include <string>
@@ -45,5 +46,5 @@ private:
     char const* _AddQuoted(char const* openingQuote, char const* end, char separator, char quote);
     void _ReserveFor(std::string const& row, char separator);
 
-    std::vector<std::string> _columns;
+    std::vector<std::string, nxCSVColumnAllocator<std::string>> _columns;
 };

@@ -6,6 +6,7 @@
 
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 
 namespace
 {
@@ -141,6 +142,46 @@ TEST(nxCSVFileReader, ReadsLongFilesAndPipesAlike)
     EXPECT_TRUE(pipeReader.ReadFile(pipe.Path()).IsOK());
     writer.join();
     EXPECT_TRUE(GetText(pipeReader) == expected);
+}
+
+// Rows of large files lie in memory of their own kind, which must not show.
+TEST(nxCSVFileReader, RowsOfALargeFileAreValuesLikeAnyOther)
+{
+    class KeepsARow : public nxCSVFileReaderCallback
+    {
+    public:
+        bool IsCommentRow(std::string const& line) override
+        {
+            if (row.GetColCount() == 0)
+                row.SetRowData(line, ','); // in the midst of the reading
+            return false;
+        }
+
+        nxCSVFileRow row;
+    };
+    constexpr unsigned int rowCount = 100000;
+    std::string const line = "1,2,3,4,5,6,7,8,9,text that is kept on the heap";
+    std::string content;
+    for (unsigned int i = 0; i < rowCount; ++i)
+        content += line + "\n";
+    nxTestFile const file(content);
+    KeepsARow callback;
+    nxCSVFileRow copiedRow;
+    nxCSVFileReader kept(',', false, &callback);
+    {
+        nxCSVFileReader reader(',', false, &callback);
+        ASSERT_TRUE(reader.ReadFile(file.Path()).IsOK());
+        ASSERT_EQ(reader.GetRowCount(), rowCount);
+        copiedRow = *reader.GetRow(rowCount - 1);
+        std::thread([&] { kept = reader; }).join();
+    }
+    std::string joined;
+    for (nxCSVFileRow const* const row :
+         {&std::as_const(copiedRow), &std::as_const(callback.row), kept.GetRow(0), kept.GetRow(rowCount - 1)})
+    {
+        row->GetRowData(joined, ',');
+        EXPECT_EQ(joined, line);
+    }
 }
 
 TEST(nxCSVFileReader, MakesColumns)
