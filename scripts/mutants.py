@@ -1,0 +1,115 @@
+#!/usr/bin/env python3
+"""Seeds faults into the library, one at a time, and asks whether the tests notice.
+
+    scripts/mutants.py [COUNT [SEED]]
+
+Works on a copy of the sources in build/mutants, built once; then each mutant changes one line of prices, decimals, log
+or pool, makes the shared library anew and runs the programs of tests and of corpora, the folder's own first, until one
+fails or hangs. Lines that no longer compile don't count. Survivors are printed as they would stand in a diff.
+Ends with 1 when less than 95 % were noticed.
+"""
+import pathlib, random, re, shutil, subprocess, sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+COPY = ROOT / "build/mutants"
+BUILD = COPY / "build/release"
+BOUND = 95
+SKIPPED = 77
+SOURCES = {  # what is changed: the programs that should be the first to notice
+    "core/prices/*.cpp": ("prices", "ladder", "price_text", "volume_text"),
+    "core/prices/tables/*.def": ("prices", "ladder"),
+    "core/numbers/nxDecimal.cpp": ("numbers", "decimal"),
+    "core/logging/*.cpp": ("logging", "log_statement", "log_calls"),
+    "core/concurrency/nxFunctor*.cpp": ("concurrency", "functors"),
+}
+FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
+    (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
+    (r" && ", " || "), (r" \|\| ", " && "), (r" \+ 1\b", ""), (r" - 1\b", ""), (r" \+ ", " - "), (r" - ", " + "),
+    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\b0\b(?!\.)", "1"), (r"\+\+", "--"),
+    (r"^\s+[\w.>()-]+\([^;]*\);$", ""),  # a dropped call, such as an unlock
+    (r"^NX_\w+\(.*\)$", ""),  # a skipped row
+)]
+
+
+def candidates():
+    for pattern, programs in SOURCES.items():
+        for path in sorted(ROOT.glob(pattern)):
+            for number, line in enumerate(path.read_text().split("\n")):
+                if re.match(r"\s*(//|#|\*|/\*)", line) or "NX_LOG" in line or "static_assert" in line:
+                    continue
+                for fault, replacement in FAULTS:
+                    for match in fault.finditer(line.split(" //")[0]):
+                        yield path.relative_to(ROOT), number, line[:match.start()] + replacement + line[match.end():], programs
+
+
+def run(*command, seconds=600):
+    try:
+        return subprocess.run(command, cwd=COPY, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              timeout=seconds).returncode in (0, SKIPPED)
+    except subprocess.TimeoutExpired:
+        return False
+
+
+def build():
+    return run("nice", "ninja", "-C", str(BUILD), "nxcore")
+
+
+def copy_and_build():
+    shutil.rmtree(COPY, ignore_errors=True)
+    files = subprocess.run(("git", "ls-files"), cwd=ROOT, capture_output=True, text=True).stdout.split("\n")
+    for name in filter(None, files):
+        if (ROOT / name).is_file():
+            (COPY / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(ROOT / name, COPY / name)
+    if not (run("cmake", "--preset", "release", "-DNX_INSTALL=OFF") and run("nice", "ninja", "-C", str(BUILD), seconds=3600)):
+        sys.exit("the unchanged sources do not build")
+
+
+def programs():
+    """The programs of tests and of corpora, with the arguments that make them quick to fail."""
+    for program in sorted(BUILD.glob("tests/*/nxcore_*_test")):
+        yield program.parent.name, (str(program), "--gtest_brief=1", "--gtest_fail_fast")
+    for program in sorted(BUILD.glob("fuzz/fuzz_*")):
+        name = program.name.removeprefix("fuzz_")
+        if program.is_file():
+            yield name, (str(program), str(COPY / "fuzz/corpus" / name))
+
+
+def noticed(first):
+    """Whether any program fails: those named first, then all others."""
+    for _, command in sorted(programs(), key=lambda named: named[0] not in first):
+        if not run("nice", *command, seconds=120):
+            return True
+    return False
+
+
+def main():
+    count = int(sys.argv[1]) if len(sys.argv) > 1 else 60
+    seed = int(sys.argv[2]) if len(sys.argv) > 2 else 1
+    copy_and_build()
+    if noticed(()):
+        sys.exit("the tests fail on the unchanged sources")
+    pool = list(candidates())
+    by_source = {pattern: [c for c in pool if c[3] is programs] for pattern, programs in SOURCES.items()}
+    rng = random.Random(seed)
+    seeded = survivors = 0
+    while seeded < count:
+        path, number, changed, programs = rng.choice(by_source[rng.choice(list(by_source))])
+        target = COPY / path
+        original = target.read_text()
+        lines = original.split("\n")
+        before, lines[number] = lines[number], changed
+        target.write_text("\n".join(lines))
+        if build():
+            seeded += 1
+            if not noticed(programs):
+                survivors += 1
+                print(f"survived: {path}:{number + 1}\n-{before}\n+{changed}", flush=True)
+        target.write_text(original)
+    build()
+    share = 100 * (seeded - survivors) / seeded
+    print(f"F22 seeded faults, seed {seed}: {seeded - survivors} of {seeded} noticed, {share:.0f} % (bound {BOUND} %)")
+    return share < BOUND
+
+
+sys.exit(main())
