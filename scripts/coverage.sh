@@ -16,7 +16,7 @@ grep -E "tests passed|tests failed|^\s+[0-9]+ - " "$build/tests.log"
 
 mkdir -p "$build/html"
 # Tables hold no decisions of their own. The counters are 64 bits and may be told as -1 where a thread was cut short.
-gcovr --root . --filter core/ --exclude 'core/.*/tables/' --exclude-throw-branches --exclude-unreachable-branches \
+timeout 600 gcovr --root . --filter core/ --exclude 'core/.*/tables/' --exclude-throw-branches --exclude-unreachable-branches \
   --gcov-ignore-parse-errors -j "$(nproc)" --json-summary "$build/coverage.json" \
   --html-details "$build/html/index.html" "$build" >"$build/gcovr.log" 2>&1 || { tail "$build/gcovr.log"; exit 2; }
 python3 - "$build/coverage.json" <<'EOF' && [ $tests -eq 0 ]
