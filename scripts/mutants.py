@@ -76,19 +76,19 @@ def programs():
 
 
 def noticed(first):
-    """Whether any program fails: those named first, then all others."""
+    """The first program that fails, or None: those named first are asked first."""
     for _, command in sorted(programs(), key=lambda named: named[0] not in first):
         if not run("nice", *command, seconds=120):
-            return True
-    return False
+            return command[0]
+    return None
 
 
 def main():
     count = int(sys.argv[1]) if len(sys.argv) > 1 else 60
     seed = int(sys.argv[2]) if len(sys.argv) > 2 else 1
     copy_and_build()
-    if noticed(()):
-        sys.exit("the tests fail on the unchanged sources")
+    if program := noticed(()):
+        sys.exit(f"{program} fails on the unchanged sources")
     pool = list(candidates())
     by_source = {pattern: [c for c in pool if c[3] is programs] for pattern, programs in SOURCES.items()}
     rng = random.Random(seed)
