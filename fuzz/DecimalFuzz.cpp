@@ -12,21 +12,17 @@
 
 namespace
 {
-__extension__ typedef __int128 Wide;
-
 constexpr long long smallest = std::numeric_limits<long long>::min();
+constexpr long long largest = std::numeric_limits<long long>::max();
 
-long long Wrap(Wide value)
+long long Wrap(FuzzWide value)
 {
     return static_cast<long long>(static_cast<unsigned long long>(value));
 }
 
 unsigned long long PowerOfTen(unsigned int places)
 {
-    unsigned long long power = 1;
-    for (; places != 0; --places)
-        power *= 10;
-    return power;
+    return places == 0 ? 1 : 10 * PowerOfTen(places - 1); // wraps
 }
 
 long long ToInteger(double value)
@@ -47,104 +43,93 @@ struct Model
 
     double AsDouble() const
     {
-        return IsValid() ? static_cast<double>(value) / static_cast<double>(PowerOfTen(places)) : 0.0;
+        return static_cast<double>(value) / static_cast<double>(PowerOfTen(places));
     }
 
     static Model FromDouble(double number, unsigned char places)
     {
         long long const whole = ToInteger(number);
         double const scaled = (number - static_cast<double>(whole)) * static_cast<double>(PowerOfTen(places));
-        double rounded = std::floor(scaled);
-        if (scaled - rounded >= 0.5)
-            rounded = std::ceil(scaled);
-        return {NX_VALID, Wrap(Wide{ToInteger(rounded)} + Wrap(Wide{whole} * Wide{PowerOfTen(places)})),
-                places};
+        double const below = std::floor(scaled);
+        long long const rounded = ToInteger(scaled - below >= 0.5 ? std::ceil(scaled) : below);
+        return {NX_VALID, Wrap(FuzzWide{whole} * PowerOfTen(places) + rounded), places};
     }
 
-    /// The sign is that of the operation: +, -, * or /.
-    Model Combine(char sign, Model const& right) const
+    Model Combine(char operation, Model const& right) const
     {
         if (!IsValid() || !right.IsValid())
             return *this;
-        Wide const left = value;
+        FuzzWide const whole = value;
+        double const real = AsDouble();
+        bool const isExact = operation == '*' ? places + right.places == 0 : places == right.places;
         unsigned char const most = std::max(places, right.places);
-        switch (sign)
+        switch (operation)
         {
         case '+':
-            return places == right.places ? Model{NX_VALID, Wrap(left + right.value), places}
-                                          : FromDouble(AsDouble() + right.AsDouble(), most);
+            return isExact ? Model{NX_VALID, Wrap(whole + right.value), most}
+                           : FromDouble(real + right.AsDouble(), most);
         case '-':
-            return places == right.places ? Model{NX_VALID, Wrap(left - right.value), places}
-                                          : FromDouble(AsDouble() - right.AsDouble(), most);
+            return isExact ? Model{NX_VALID, Wrap(whole - right.value), most}
+                           : FromDouble(real - right.AsDouble(), most);
         case '*':
-            return most == 0 ? Model{NX_VALID, Wrap(left * right.value), 0}
-                             : FromDouble(AsDouble() * right.AsDouble(), most);
-        default: return FromDouble(AsDouble() / right.AsDouble(), most);
+            return isExact ? Model{NX_VALID, Wrap(whole * right.value), most}
+                           : FromDouble(real * right.AsDouble(), most);
+        default: return FromDouble(real / right.AsDouble(), most);
         }
     }
 
-    bool Equals(Model const& right) const
+    /// Below, at or above 0 as the two are less, equal or neither. What is not valid comes first, by its number.
+    int Compare(Model const& right) const
     {
-        if (!IsValid() || !right.IsValid())
-            return status == right.status;
+        unsigned int const rank = IsValid() ? ~0u : status;
+        unsigned int const rightRank = right.IsValid() ? ~0u : right.status;
+        if (rank != rightRank || !IsValid())
+            return (rank > rightRank) - (rank < rightRank);
         if (places == right.places)
-            return value == right.value;
-        return std::fabs(AsDouble() - right.AsDouble()) <= 2.220446049250313e-16;
-    }
-
-    bool IsLess(Model const& right) const
-    {
-        if (!IsValid())
-            return right.IsValid() || status < right.status;
-        if (!right.IsValid())
-            return false;
-        return places == right.places ? value < right.value : !Equals(right) && AsDouble() < right.AsDouble();
+            return (value > right.value) - (value < right.value);
+        bool const isNear = std::fabs(AsDouble() - right.AsDouble()) <= 2.220446049250313e-16;
+        return isNear ? 0 : AsDouble() < right.AsDouble() ? -1 : 1;
     }
 
     long long IntegerPart() const
     {
-        unsigned long long const power = PowerOfTen(places);
-        return power == 0 ? 0 : Wrap(Wide{value} / Wide{power});
+        return PowerOfTen(places) == 0 ? 0 : Wrap(FuzzWide{value} / PowerOfTen(places));
+    }
+
+    void Negate()
+    {
+        value = Wrap(-FuzzWide{value});
     }
 
     void Round(Model const& step, nxEnumValue method)
     {
         if (!IsValid() || !step.IsValid() || step.value == 0)
             return;
-        bool const negative = value < 0;
-        Model number = *this;
-        if (negative)
-        {
-            number.value = Wrap(-Wide{value});
-            if (method == NX_ROUNDING_METHOD_DOWN || method == NX_ROUNDING_METHOD_UP)
-                method = method == NX_ROUNDING_METHOD_DOWN ? NX_ROUNDING_METHOD_UP : NX_ROUNDING_METHOD_DOWN;
-        }
-        bool const inIntegers = places == 0 && step.places == 0;
+        bool const isNegative = value < 0;
+        if (isNegative)
+            Negate();
+        if (isNegative && (method == NX_ROUNDING_METHOD_DOWN || method == NX_ROUNDING_METHOD_UP))
+            method = method == NX_ROUNDING_METHOD_DOWN ? NX_ROUNDING_METHOD_UP : NX_ROUNDING_METHOD_DOWN;
         long long const quotient =
-            inIntegers ? Wrap(Wide{number.value} / step.value) : number.Combine('/', step).IntegerPart();
+            places + step.places == 0 ? Wrap(FuzzWide{value} / step.value) : Combine('/', step).IntegerPart();
         Model const base = Model{NX_VALID, quotient, 0}.Combine('*', step);
-        Model const next = base.Combine('+', step);
-        Model const rest = number.Combine('-', base);
-        auto const placesOfHalf = static_cast<unsigned char>(step.places + 1);
-        Model const two = {NX_VALID, Wrap(2 * Wide{PowerOfTen(placesOfHalf)}), placesOfHalf};
-        Model const half = step.Combine('/', two);
-        bool stays = false;
-        switch (method)
-        {
-        case NX_ROUNDING_METHOD_DOWN: stays = true; break;
-        case NX_ROUNDING_METHOD_UP: stays = rest.Equals(Model()); break;
-        case NX_ROUNDING_METHOD_MODIFIED_NEAREST: stays = rest.IsLess(half) || rest.Equals(half); break;
-        default: stays = rest.IsLess(half);
-        }
-        *this = stays ? base : next;
-        if (negative)
-            value = Wrap(-Wide{value});
+        Model const rest = Combine('-', base);
+        auto const placesOfTwo = static_cast<unsigned char>(step.places + 1);
+        Model const two = {NX_VALID, Wrap(2 * FuzzWide{PowerOfTen(placesOfTwo)}), placesOfTwo};
+        int const side = rest.Compare(step.Combine('/', two)); // of the middle
+        bool const stays = method == NX_ROUNDING_METHOD_DOWN               ? true
+                           : method == NX_ROUNDING_METHOD_UP               ? rest.Compare(Model()) == 0
+                           : method == NX_ROUNDING_METHOD_MODIFIED_NEAREST ? side <= 0
+                                                                           : side < 0;
+        *this = stays ? base : base.Combine('+', step);
+        if (isNegative)
+            Negate();
     }
 
     void SetPlaces(unsigned char wanted, bool onlyDropZeros)
     {
         for (; IsValid() && places < wanted; ++places)
-            value = Wrap(Wide{value} * 10);
+            value = Wrap(FuzzWide{value} * 10);
         for (; places > wanted && (!onlyDropZeros || value % 10 == 0); --places)
             value /= 10;
     }
@@ -154,8 +139,7 @@ struct Model
     {
         if (!IsValid())
             return "";
-        Wide const magnitude = value < 0 ? -Wide{value} : Wide{value};
-        std::string digits = std::to_string(static_cast<unsigned long long>(magnitude));
+        std::string digits = std::to_string(value).substr(value < 0 ? 1 : 0);
         if (digits.size() <= places)
             digits.insert(0, places + 1 - digits.size(), '0');
         std::string const decimals = digits.substr(digits.size() - places).substr(0, std::min(shown, 12u));
@@ -166,20 +150,18 @@ struct Model
     bool Parse(std::string const& text, char separator)
     {
         std::string digits = text.c_str();
-        bool const negative = !digits.empty() && digits[0] == '-';
-        if (!digits.empty() && (digits[0] == '-' || digits[0] == '+'))
+        bool const isNegative = digits[0] == '-';
+        if (digits[0] == '-' || digits[0] == '+')
             digits.erase(0, 1);
         std::size_t const point = digits.find(separator);
-        std::size_t const decimals = point == std::string::npos ? 0 : digits.size() - point - 1;
         if (point != std::string::npos)
             digits.erase(point, 1);
-        if (digits.empty() || digits.find(separator) != std::string::npos ||
-            digits.find_first_not_of("0123456789") != std::string::npos)
+        if (digits.empty() || !FuzzIsDigits(digits) || digits.find(separator) != std::string::npos)
             return false;
-        long long number = 0;
-        for (char const digit : digits)
-            number = Wrap(Wide{number} * 10 + (digit - '0'));
-        *this = {NX_VALID, negative ? Wrap(-Wide{number}) : number, static_cast<unsigned char>(decimals)};
+        std::size_t const decimals = point == std::string::npos ? 0 : digits.size() - point;
+        *this = {NX_VALID, static_cast<long long>(FuzzNumber(digits)), static_cast<unsigned char>(decimals)};
+        if (isNegative)
+            Negate();
         return true;
     }
 };
@@ -189,6 +171,7 @@ void CheckSame(nxDecimal const& decimal, Model const& model)
     FUZZ_EQUAL(decimal.GetStatus().GetValue(), static_cast<unsigned int>(model.status));
     FUZZ_EQUAL(decimal.GetValue(), model.value);
     FUZZ_EQUAL(decimal.GetDecimalPlaces(), model.places);
+    FUZZ_EQUAL(decimal.GetIntegerPart(), model.IntegerPart());
 }
 
 void CheckText(nxDecimal const& decimal, Model const& model, unsigned char shown, char separator)
@@ -207,109 +190,77 @@ void CheckText(nxDecimal const& decimal, Model const& model, unsigned char shown
     if (model.places > 12 || !model.IsValid())
         return;
     FUZZ_EQUAL(stream.GetAsString(), text);
-    if (separator == '\0' || (separator >= '0' && separator <= '9'))
-        return;
     nxDecimal back;
-    FUZZ_CHECK(back.SetFromString(text, separator).IsOK());
-    CheckSame(back, model);
+    if (separator != '\0' && !FuzzIsDigits({separator}))
+        FUZZ_CHECK(back.SetFromString(text, separator).IsOK()), CheckSame(back, model);
 }
 
 void CheckOrder(nxDecimal const& a, nxDecimal const& b, Model const& left, Model const& right)
 {
-    bool const equal = left.Equals(right);
-    bool const less = left.IsLess(right);
-    FUZZ_EQUAL(a == b, equal);
-    FUZZ_EQUAL(a != b, !equal);
-    FUZZ_EQUAL(a < b, less);
-    FUZZ_EQUAL(a <= b, equal || less);
-    FUZZ_EQUAL(a > b, !equal && !less);
-    FUZZ_EQUAL(a >= b, !less);
+    int const order = left.Compare(right);
+    FUZZ_CHECK((a == b) == (order == 0) && (a != b) == (order != 0));
+    FUZZ_CHECK((a < b) == (order < 0) && (a <= b) == (order <= 0));
+    FUZZ_CHECK((a > b) == (order > 0) && (a >= b) == (order >= 0));
+    Model const& valid = left.IsValid() ? left : right;
     bool const both = left.IsValid() && right.IsValid();
-    CheckSame(nxDecimal::GetMin(a, b), both             ? (right.IsLess(left) ? right : left)
-                                       : left.IsValid() ? left
-                                                        : right);
-    CheckSame(nxDecimal::GetMax(a, b), both             ? (left.IsLess(right) ? right : left)
-                                       : left.IsValid() ? left
-                                                        : right);
+    CheckSame(nxDecimal::GetMin(a, b), !both ? valid : right.Compare(left) < 0 ? right : left);
+    CheckSame(nxDecimal::GetMax(a, b), !both ? valid : order < 0 ? right : left);
 }
 
 /// One operation on `a`, with `b` as the other operand.
 void Step(FuzzInput& input, nxDecimal& a, nxDecimal const& b, Model& left, Model const& right)
 {
-    switch (input.Below(14))
+    unsigned int const operation = input.Below(15);
+    auto const places = input.Take<unsigned char>();
+    auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + places % 5);
+    char const separator = places < 128 ? '.' : static_cast<char>(places);
+    double real = 0;
+    long long whole = 0;
+    std::string text;
+    switch (operation)
     {
     case 0: a += b, left = left.Combine('+', right); break;
     case 1: a -= b, left = left.Combine('-', right); break;
     case 2: a *= b, left = left.Combine('*', right); break;
     case 3: a /= b, left = left.Combine('/', right); break;
-    case 4:
-    {
-        auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + input.Below(5));
-        a.Round(b, nxRoundingMethodEnum(method));
-        left.Round(right, method);
-        break;
-    }
-    case 5:
-    {
-        auto const places = input.Take<unsigned char>();
-        bool const onlyDropZeros = input.Truth();
-        a.SetDecimalPlaces(places, onlyDropZeros);
-        left.SetPlaces(places, onlyDropZeros);
-        break;
-    }
-    case 6:
-    {
-        auto const number = input.Take<double>();
-        auto const places = input.Take<unsigned char>();
-        a.SetFromDouble(number, places);
-        left = Model::FromDouble(number, places);
-        break;
-    }
+    case 4: a.Round(b, nxRoundingMethodEnum(method)), left.Round(right, method); break;
+    case 5: a.SetDecimalPlaces(places, false), left.SetPlaces(places, false); break;
+    case 6: a.SetDecimalPlaces(places, true), left.SetPlaces(places, true); break;
     case 7:
-    {
-        auto const number = input.Take<long long>();
-        auto const places = input.Take<unsigned char>();
-        a.SetFromEncodedValues(number, places);
-        if (number >= std::numeric_limits<long long>::max() - 1)
-            left = {number == std::numeric_limits<long long>::max() ? NX_NULL : NX_NOCHANGE, 0, 0};
-        else
-            left = {NX_VALID, number, places};
+        real = input.Take<double>();
+        a.SetFromDouble(real, places), left = Model::FromDouble(real, places);
         break;
-    }
     case 8:
-    {
-        std::string const text = input.Text();
-        char const separator = input.Truth() ? '.' : input.Take<char>();
+        whole = input.Take<long long>();
+        a.SetFromEncodedValues(whole, places), left = {NX_VALID, whole, places};
+        if (whole >= largest - 1)
+            left = {whole == largest ? NX_NULL : NX_NOCHANGE, 0, 0};
+        break;
+    case 9:
+        text = input.Text();
         FUZZ_EQUAL(a.SetFromString(text, separator).IsOK(), left.Parse(text, separator));
         break;
-    }
-    case 9: a.InvertSign(), left.value = Wrap(-Wide{left.value}); break;
-    case 10: a.Abs(), left.value = left.value < 0 ? Wrap(-Wide{left.value}) : left.value; break;
-    case 11:
-    {
-        auto const places = input.Take<unsigned char>();
+    case 10: a.InvertSign(), left.Negate(); break;
+    case 11: a.Abs(), left.value < 0 ? left.Negate() : void(); break;
+    case 12:
         a.Normalise(places);
-        while (left.places > places && left.value % 10 == 0)
-            left.value /= 10, --left.places;
+        if (left.places > places)
+            left.SetPlaces(places, true);
         break;
+    case 13: CheckOrder(a, b, left, right); break;
+    default: CheckText(a, left, places, separator);
     }
-    case 12: CheckText(a, left, input.Take<unsigned char>(), input.Take<char>()); break;
-    default: CheckOrder(a, b, left, right);
-    }
+    CheckSame(a, left);
 }
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzInput input(data, size);
     nxDecimal decimals[2];
     Model models[2];
-    while (!input.IsEmpty())
+    while (input.HasStep())
     {
         unsigned int const which = input.Below(2);
         Step(input, decimals[which], decimals[1 - which], models[which], models[1 - which]);
-        CheckSame(decimals[which], models[which]);
-        FUZZ_EQUAL(decimals[which].GetIntegerPart(), models[which].IntegerPart());
     }
-    return 0;
 }

@@ -10,9 +10,7 @@
 
 #include <atomic>
 #include <deque>
-#include <memory>
 #include <mutex>
-#include <vector>
 
 namespace
 {
@@ -40,10 +38,9 @@ public:
 protected:
     void _Invoke() override
     {
-        {
-            std::lock_guard const guard(_record.mutex);
-            _record.run.push_back(_number);
-        }
+        std::unique_lock guard(_record.mutex);
+        _record.run.push_back(_number);
+        guard.unlock();
         for (unsigned int child = 1; child <= _children; ++child)
             FUZZ_CHECK(_queue.Push(new Work(_record, _queue, _number * 100 + child, 0)).IsOK());
     }
@@ -55,96 +52,58 @@ private:
     unsigned int _children;
 };
 
-class ByHand
+void CheckByHand(FuzzInput& input)
 {
-public:
-    void Step(FuzzInput& input)
+    nxManuallyDispatchedFunctorQueue queue;
+    Record record;
+    std::deque<std::pair<unsigned int, unsigned int>> waiting; // number and children
+    std::vector<unsigned int> expected;
+    auto const runOldest = [&]
     {
-        switch (input.Below(5))
-        {
-        case 0:
-        case 1:
-        {
-            unsigned int const children = input.Below(4);
-            FUZZ_CHECK(_queue.Push(new Work(_record, _queue, ++_pushed, children)).IsOK());
-            _model.push_back({_pushed, children});
-            break;
-        }
-        case 2:
-            FUZZ_EQUAL(_queue.Dispatch().IsOK(), !_model.empty());
-            RunOldest();
-            break;
-        case 3:
-            FUZZ_CHECK(_queue.DispatchAll() == NX_ERR_NOT_FOUND);
-            while (!_model.empty())
-                RunOldest();
-            break;
-        default: Pop();
-        }
-        FUZZ_EQUAL(_queue.Size(), static_cast<unsigned int>(_model.size()));
-        FUZZ_EQUAL(_record.alive.load(), static_cast<unsigned int>(_model.size()));
-        FUZZ_CHECK(_record.run == _expected);
-    }
-
-    ~ByHand()
-    {
-        nxFunctor* left = nullptr;
-        while (_queue.Pop(&left).IsOK())
-            delete left; // the queue would not
-    }
-
-private:
-    struct Item
-    {
-        unsigned int number;
-        unsigned int children;
+        auto const [number, children] = waiting.front();
+        waiting.pop_front();
+        expected.push_back(number);
+        for (unsigned int child = 1; child <= children; ++child)
+            waiting.emplace_back(number * 100 + child, 0);
     };
-
-    void RunOldest()
+    nxFunctor* popped = nullptr;
+    for (unsigned int number = 1; input.HasStep(); ++number)
     {
-        if (_model.empty())
-            return;
-        Item const item = _model.front();
-        _model.pop_front();
-        _expected.push_back(item.number);
-        for (unsigned int child = 1; child <= item.children; ++child)
-            _model.push_back({item.number * 100 + child, 0});
+        unsigned int const action = input.Below(8);
+        bool const hasOne = !waiting.empty();
+        if (action < 4) // with so many children
+            FUZZ_CHECK(queue.Push(new Work(record, queue, number, action)).IsOK()),
+                waiting.emplace_back(number, action);
+        else if (action == 4)
+            for (FUZZ_CHECK(queue.DispatchAll() == NX_ERR_NOT_FOUND); !waiting.empty();)
+                runOldest();
+        else if (action == 5)
+        {
+            FUZZ_CHECK(queue.Pop(&popped).IsOK() == hasOne && (popped != nullptr) == hasOne);
+            delete std::exchange(popped, nullptr);
+            hasOne ? waiting.pop_front() : void();
+        }
+        else
+            FUZZ_EQUAL(queue.Dispatch().IsOK(), hasOne), hasOne ? runOldest() : void();
+        FUZZ_EQUAL(queue.Size(), static_cast<unsigned int>(waiting.size()));
+        FUZZ_EQUAL(record.alive.load(), static_cast<unsigned int>(waiting.size()));
+        FUZZ_CHECK(record.run == expected);
     }
-
-    void Pop()
-    {
-        nxFunctor* popped = nullptr;
-        FUZZ_EQUAL(_queue.Pop(&popped).IsOK(), !_model.empty());
-        FUZZ_EQUAL(popped == nullptr, _model.empty());
-        delete popped;
-        if (!_model.empty())
-            _model.pop_front();
-    }
-
-    nxManuallyDispatchedFunctorQueue _queue;
-    Record _record;
-    std::deque<Item> _model;
-    std::vector<unsigned int> _expected;
-    unsigned int _pushed = 0;
-};
+    while (queue.Pop(&popped).IsOK())
+        delete popped; // the queue would not
+}
 
 /// What waits in a queue and was not run, for its owner to delete.
 class Queue : public nxFunctorQueue
 {
 public:
-    void DeleteRest()
-    {
-        nxFunctor* left = nullptr;
-        while (_Pop(&left).IsOK())
-            delete left;
-    }
+    using nxFunctorQueue::_Pop;
 };
 
-void CheckWorkers(FuzzInput& input)
+void CheckWorkers(FuzzInput& input, unsigned int workers)
 {
     Queue queue;
     Record record;
-    unsigned int const workers = input.Below(5);
     unsigned int pushed = 0;
     unsigned int const before = input.Below(8);
     unsigned int const after = input.Below(32);
@@ -160,24 +119,24 @@ void CheckWorkers(FuzzInput& input)
     while (!isStoppedAtOnce && workers != 0 && queue.Size() != 0)
         sched_yield();
     FUZZ_CHECK(queue.Stop().IsOK());
-    std::vector<unsigned int> run = record.run;
-    FUZZ_EQUAL(run.size() + queue.Size(), std::size_t{pushed});
+    FUZZ_EQUAL(record.run.size() + queue.Size(), std::size_t{pushed});
     FUZZ_EQUAL(record.alive.load(), queue.Size());
     if (workers > 1)
-        std::sort(run.begin(), run.end()); // they end in any order, but the oldest are taken first
-    for (unsigned int i = 0; i < run.size(); ++i)
-        FUZZ_EQUAL(run[i], i);
-    queue.DeleteRest();
+        std::sort(record.run.begin(),
+                  record.run.end()); // they end in any order, but the oldest are taken first
+    for (unsigned int i = 0; i < record.run.size(); ++i)
+        FUZZ_EQUAL(record.run[i], i);
+    for (nxFunctor* left = nullptr; queue._Pop(&left).IsOK();)
+        delete left;
     FUZZ_EQUAL(record.alive.load(), 0u);
 }
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzInput input(data, size);
-    CheckWorkers(input);
-    ByHand byHand;
-    while (!input.IsEmpty())
-        byHand.Step(input);
-    return 0;
+    // Threads take a hundred times as long as the rest, so that few inputs have them.
+    unsigned int const workers = input.Take<std::uint8_t>();
+    if (workers >= 250)
+        CheckWorkers(input, workers - 250);
+    CheckByHand(input);
 }

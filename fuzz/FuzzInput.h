@@ -6,11 +6,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <stdlib.h>
 
 /// @file
-/// What every fuzz target needs: the bytes of an input taken apart, and a check that fails the input.
+/// What every fuzz target needs: the bytes of an input taken apart, plain helpers for its model, and a check that fails
+/// the input. A target defines FuzzOne(), and FuzzStart() if anything is to be done before the first input.
+
+__extension__ typedef __int128 FuzzWide;
 
 /// Hands out an input from front to back. What lies past its end is zero and empty, so any input is a whole one.
 class FuzzInput
@@ -24,6 +32,12 @@ public:
     bool IsEmpty() const
     {
         return _next == _end;
+    }
+
+    /// True for as many steps as an input may have, which is what keeps a sequence of calls short.
+    bool HasStep()
+    {
+        return !IsEmpty() && _steps-- != 0;
     }
 
     /// A value of a plain type, in the byte order of the machine.
@@ -40,9 +54,9 @@ public:
     }
 
     /// A number below `limit`, from one byte.
-    unsigned int Below(unsigned int limit)
+    unsigned int Below(std::size_t limit)
     {
-        return Take<std::uint8_t>() % limit;
+        return static_cast<unsigned int>(Take<std::uint8_t>() % limit);
     }
 
     bool Truth()
@@ -53,32 +67,92 @@ public:
     /// The bytes up to the next 0xFF, which is taken too.
     std::string Text()
     {
-        constexpr int endOfText = 0xFF;
-        auto const left = static_cast<std::size_t>(_end - _next);
-        auto const* const end =
-            left == 0 ? nullptr : static_cast<char const*>(std::memchr(_next, endOfText, left));
-        std::string text(_next, end == nullptr ? _end : end);
-        _next = end == nullptr ? _end : end + 1;
+        char const* const end = std::find(_next, _end, static_cast<char>(0xFF));
+        std::string text(_next, end);
+        _next = end == _end ? end : end + 1;
         return text;
     }
 
     /// All that is left.
     std::string Rest()
     {
-        std::string text(_next, _end);
-        _next = _end;
-        return text;
+        return {std::exchange(_next, _end), _end};
     }
 
 private:
     char const* _next;
     char const* _end;
+    unsigned int _steps = 64;
 };
 
-/// Keeps the lines of the log off the console. Called before anything logs.
-inline void FuzzQuietLog()
+void FuzzOne(FuzzInput& input);
+[[gnu::weak]] void FuzzStart();
+
+inline std::vector<std::string> FuzzSplit(std::string const& text, char separator)
 {
-    (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
+    std::vector<std::string> fields(1);
+    for (char const character : text)
+        character == separator ? (void)fields.emplace_back() : fields.back().push_back(character);
+    return fields;
+}
+
+inline std::string FuzzTrim(std::string const& text, std::string const& blanks = " \t\n\r")
+{
+    std::size_t const first = text.find_first_not_of(blanks);
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Whether there are none but digits, if any.
+inline bool FuzzIsDigits(std::string const& text)
+{
+    return text.find_first_not_of("0123456789") == std::string::npos;
+}
+
+inline FuzzWide FuzzPowerOfTen(unsigned int places)
+{
+    return places == 0 ? 1 : 10 * FuzzPowerOfTen(places - 1);
+}
+
+/// The digits as a number that wraps at 64 bits.
+inline unsigned long long FuzzNumber(std::string const& digits)
+{
+    unsigned long long number = 0;
+    for (char const digit : digits)
+        number = number * 10 + static_cast<unsigned int>(digit - '0');
+    return number;
+}
+
+/// As printf, into a text; a macro, so that the compiler sees the format.
+#define FUZZ_FORMAT(...)                                                                                     \
+    [&]                                                                                                      \
+    {                                                                                                        \
+        char fuzzText[400];                                                                                  \
+        std::snprintf(fuzzText, sizeof fuzzText, __VA_ARGS__);                                               \
+        return std::string(fuzzText);                                                                        \
+    }()
+
+/// The C library's digits of a real with the zeros at the end cut off.
+inline std::string FuzzFixed(double value, unsigned int places)
+{
+    std::string text = FUZZ_FORMAT("%.*f", static_cast<int>(places), value);
+    if (places != 0)
+        text.erase(text.find_last_not_of('0') + 1);
+    return text.substr(0, text.size() - (text.ends_with('.') ? 1 : 0));
+}
+
+/// A folder of the process's own, in memory where there is a place for that, which is gone when the process ends.
+inline std::string const& FuzzFolder()
+{
+    static std::string const& folder = *new auto(
+        []
+        {
+            std::string name =
+                std::filesystem::exists("/dev/shm") ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
+            (void)std::atexit([]
+                              { std::filesystem::remove_all(FuzzFolder()); }); // a forked child ends by _exit
+            return std::string(mkdtemp(name.data()));
+        }());
+    return folder;
 }
 
 /// What the library gave, as a text for the complaint.
@@ -87,16 +161,8 @@ std::string FuzzShow(ValueT const& value)
 {
     if constexpr (std::is_convertible_v<ValueT, std::string>)
         return '"' + std::string(value) + '"';
-    else if constexpr (std::is_floating_point_v<ValueT>)
-    {
-        char text[40];
-        std::snprintf(text, sizeof text, "%.17g", static_cast<double>(value));
-        return text;
-    }
-    else if constexpr (sizeof(value) > sizeof(long long))
-        return std::to_string(static_cast<long double>(value)); // 128 bits
     else
-        return std::to_string(value);
+        return FUZZ_FORMAT("%.21Lg", static_cast<long double>(value));
 }
 
 [[noreturn]] inline void FuzzFail(char const* file, int line, std::string const& complaint)
@@ -106,20 +172,15 @@ std::string FuzzShow(ValueT const& value)
 }
 
 /// Ends the process, and with it the input as a finding, unless the condition holds.
-#define FUZZ_CHECK(condition)                                                                                \
-    do                                                                                                       \
-    {                                                                                                        \
-        if (!(condition))                                                                                    \
-            FuzzFail(__FILE__, __LINE__, #condition);                                                        \
-    } while (false)
+#define FUZZ_CHECK(condition) (condition) ? (void)0 : FuzzFail(__FILE__, __LINE__, #condition)
 
 /// The same for two values that have to be equal, which it shows.
-#define FUZZ_EQUAL(got, expected)                                                                            \
-    do                                                                                                       \
-    {                                                                                                        \
-        auto const fuzzGot = (got);                                                                          \
-        decltype(fuzzGot) const fuzzExpected = (expected);                                                   \
-        if (!(fuzzGot == fuzzExpected))                                                                      \
-            FuzzFail(__FILE__, __LINE__,                                                                     \
-                     #got " is " + FuzzShow(fuzzGot) + ", expected " + FuzzShow(fuzzExpected));              \
-    } while (false)
+#define FUZZ_EQUAL(got, expected) FuzzEqual(got, expected, __FILE__, __LINE__, #got)
+
+template <class ValueT>
+void FuzzEqual(ValueT const& got, std::type_identity_t<ValueT> const& expected, char const* file, int line,
+               char const* what)
+{
+    if (!(got == expected))
+        FuzzFail(file, line, std::string(what) + " is " + FuzzShow(got) + ", expected " + FuzzShow(expected));
+}

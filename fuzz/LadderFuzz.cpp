@@ -7,64 +7,54 @@
 
 namespace
 {
-__extension__ typedef __int128 Wide;
-
 constexpr char const* names[] = {
-#define NX_LADDER_BEGIN(name) #name,
+#define NX_LADDER_BEGIN(name) "VTT_" #name,
 #define NX_RANGE(top, increment)
 #define NX_TOP(increment)
 #define NX_LADDER_END(name)
 #include "core/prices/tables/ladders.def"
 };
 
-constexpr unsigned int finest = 10; // places at which every number of the catalogue is whole
+constexpr unsigned char finest = 10; // places at which every number of the catalogue is whole
 
-Wide PowerOfTen(unsigned int places)
+FuzzWide Exact(nxDecimal const& number)
 {
-    Wide power = 1;
-    for (; places != 0; --places)
-        power *= 10;
-    return power;
+    return number.GetValue() * FuzzPowerOfTen(finest - number.GetDecimalPlaces());
 }
 
-Wide Exact(nxDecimal const& number)
-{
-    return number.GetValue() * PowerOfTen(finest - number.GetDecimalPlaces());
-}
-
-Wide Magnitude(Wide value)
+FuzzWide Magnitude(FuzzWide value)
 {
     return value < 0 ? -value : value;
+}
+
+nxDecimal MakeDecimal(FuzzWide exact, unsigned char places)
+{
+    auto const value = static_cast<long long>(exact / FuzzPowerOfTen(finest - places));
+    return nxDecimal::ConstructFromValueAndDecimalPlaces(value, places);
 }
 
 /// A ladder in whole numbers of 10^-10.
 class Ladder
 {
 public:
-    explicit Ladder(char const* name)
-        : _table(*nxVariableTickTableContainer::GetVariableTickTable(std::string("VTT_") + name)),
-          _ranges(_table.GetRangeData())
+    explicit Ladder(std::string const& name)
+        : table(*nxVariableTickTableContainer::GetVariableTickTable(name)), _ranges(table.GetRangeData())
     {
     }
 
-    nxVariableTickTable const& GetTable() const
-    {
-        return _table;
-    }
-
-    Wide Top(std::size_t range) const
+    FuzzWide Top(std::size_t range) const
     {
         return Exact(_ranges[range].first);
     }
 
-    Wide Tick(std::size_t range) const
+    FuzzWide Tick(std::size_t range) const
     {
         return Exact(_ranges[range].second);
     }
 
-    unsigned char Places(std::size_t range) const
+    unsigned char Places(FuzzWide price) const
     {
-        return _ranges[range].second.GetDecimalPlaces();
+        return _ranges[FindRange(price)].second.GetDecimalPlaces();
     }
 
     std::size_t GetRangeCount() const
@@ -72,7 +62,7 @@ public:
         return _ranges.size();
     }
 
-    std::size_t FindRange(Wide price) const
+    std::size_t FindRange(FuzzWide price) const
     {
         std::size_t range = 0;
         while (range + 1 < _ranges.size() && Magnitude(price) > Top(range))
@@ -89,74 +79,60 @@ public:
         return true;
     }
 
+    nxVariableTickTable const& table;
+
 private:
-    nxVariableTickTable const& _table;
     std::vector<std::pair<nxDecimal, nxDecimal>> const& _ranges;
 };
 
-nxDecimal MakeDecimal(Wide exact, unsigned char places)
+void CheckSteps(Ladder const& ladder, FuzzWide price, bool up, int ticks)
 {
-    auto const value = static_cast<long long>(exact / PowerOfTen(finest - places));
-    return nxDecimal::ConstructFromValueAndDecimalPlaces(value, places);
-}
-
-void CheckStep(Ladder const& ladder, Wide price, bool up)
-{
-    std::size_t const range = ladder.FindRange(price);
+    std::size_t range = ladder.FindRange(price);
     bool const towardZero = price != 0 && up == (price < 0);
-    bool const intoLower =
-        towardZero && range != 0 && Magnitude(price) - ladder.Tick(range) <= ladder.Top(range - 1);
-    Wide const tick = ladder.Tick(intoLower ? range - 1 : range);
-    Wide const expected = up ? price + tick : price - tick;
+    if (towardZero && range != 0 && Magnitude(price) - ladder.Tick(range) <= ladder.Top(range - 1))
+        --range; // down into the next range
+    FuzzWide const expected = up ? price + ladder.Tick(range) : price - ladder.Tick(range);
+    nxDecimal const start = MakeDecimal(price, ladder.Places(price));
+    nxDecimal moved = start;
+    up ? ladder.table.Increment(moved) : ladder.table.Decrement(moved);
+    FUZZ_EQUAL(Exact(moved), expected);
+    FUZZ_EQUAL(moved.GetDecimalPlaces(), ladder.Places(expected));
+    up ? ladder.table.Decrement(moved) : ladder.table.Increment(moved);
+    FUZZ_EQUAL(Exact(moved), price);
 
-    nxDecimal moved = MakeDecimal(price, ladder.Places(range));
-    up ? ladder.GetTable().Increment(moved) : ladder.GetTable().Decrement(moved);
-    FUZZ_CHECK(Exact(moved) == expected);
-    FUZZ_EQUAL(moved.GetDecimalPlaces(), ladder.Places(ladder.FindRange(expected)));
-    up ? ladder.GetTable().Decrement(moved) : ladder.GetTable().Increment(moved);
-    FUZZ_CHECK(Exact(moved) == price);
-}
-
-void CheckWalk(Ladder const& ladder, Wide price, int ticks)
-{
-    nxDecimal const start = MakeDecimal(price, ladder.Places(ladder.FindRange(price)));
-    nxDecimal walked = start;
-    ladder.GetTable().Increment(walked, ticks);
-    nxPriceManipulator const manipulator(&ladder.GetTable());
-    FUZZ_EQUAL(manipulator.GetPriceDifferenceInTicks(start, walked).GetValue(),
+    ladder.table.Increment(moved, ticks);
+    nxPriceManipulator const manipulator(&ladder.table);
+    FUZZ_EQUAL(manipulator.GetPriceDifferenceInTicks(start, moved).GetValue(),
                static_cast<unsigned int>(std::abs(ticks)));
-    ladder.GetTable().Increment(walked, -ticks);
-    FUZZ_CHECK(Exact(walked) == price);
+    ladder.table.Increment(moved, -ticks);
+    FUZZ_EQUAL(Exact(moved), price);
 }
 
-void CheckRound(Ladder const& ladder, Wide exact, unsigned char places, nxEnumValue method)
+void CheckRound(Ladder const& ladder, nxDecimal const& price, nxEnumValue method)
 {
-    nxDecimal const price = MakeDecimal(exact, places);
-    Wide const before = Exact(price);
+    FuzzWide const before = Exact(price);
     std::size_t range = ladder.FindRange(before);
     if (range != 0 && Magnitude(before) < ladder.Top(range - 1) + ladder.Tick(range - 1))
         --range; // off the ladder, between a top and one tick above it
-    Wide const tick = ladder.Tick(range);
+    FuzzWide const tick = ladder.Tick(range);
+    unsigned char const places = ladder.Places(ladder.Top(range));
     nxDecimal rounded = price;
-    ladder.GetTable().RoundToValidTick(nxRoundingMethodEnum(method), rounded);
-    Wide const after = Exact(rounded);
-    unsigned char const mostPlaces = std::max(places, ladder.Places(range));
-    if (Magnitude(before) / tick * PowerOfTen(mostPlaces) > PowerOfTen(15))
+    ladder.table.RoundToValidTick(nxRoundingMethodEnum(method), rounded);
+    FuzzWide const after = Exact(rounded);
+    if (Magnitude(before) / tick * FuzzPowerOfTen(std::max(price.GetDecimalPlaces(), places)) >
+        FuzzPowerOfTen(15))
         return; // the quotient is a double
     FUZZ_CHECK(after % tick == 0);
-    FUZZ_EQUAL(rounded.GetDecimalPlaces(), ladder.Places(range));
-    if (tick >= 2 * PowerOfTen(finest))
+    FUZZ_EQUAL(rounded.GetDecimalPlaces(), places);
+    if (tick >= 2 * FuzzPowerOfTen(finest))
         return; // a quotient that is nearly whole counts as whole, as it is wanted
-    Wide const below = before - ((before % tick) + tick) % tick;
-    switch (method)
-    {
-    case NX_ROUNDING_METHOD_DOWN: FUZZ_EQUAL(after, below); break;
-    case NX_ROUNDING_METHOD_UP: FUZZ_CHECK(after == (below == before ? below : below + tick)); break;
-    default:
-        FUZZ_CHECK(2 * Magnitude(after - before) <= tick);
-        if (2 * Magnitude(after - before) == tick)
-            FUZZ_EQUAL(Magnitude(after) > Magnitude(before), method == NX_ROUNDING_METHOD_NEAREST);
-    }
+    FuzzWide const below = before - ((before % tick) + tick) % tick;
+    FuzzWide const distance = 2 * Magnitude(after - before);
+    if (method == NX_ROUNDING_METHOD_DOWN || method == NX_ROUNDING_METHOD_UP)
+        FUZZ_EQUAL(after, below == before || method == NX_ROUNDING_METHOD_DOWN ? below : below + tick);
+    else
+        FUZZ_CHECK(distance < tick || (distance == tick && (Magnitude(after) > Magnitude(before)) ==
+                                                               (method == NX_ROUNDING_METHOD_NEAREST)));
 }
 
 /// A tick of any size, or none: a count of ticks is one product, so none is too many.
@@ -178,27 +154,25 @@ void CheckFixedTick(FuzzInput& input)
 }
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzInput input(data, size);
     Ladder const ladder(names[input.Below(std::size(names))]);
-    // Up to a thousand million, finely; at one of the tops, or anywhere.
-    Wide price = input.Take<long long>() % (PowerOfTen(9 + finest) + 1);
+    // Up to a million, finely; near one of the tops, or anywhere.
+    FuzzWide price = input.Take<long long>();
     if (input.Truth())
     {
         auto const range = input.Below(static_cast<unsigned int>(ladder.GetRangeCount()));
         price = price % (5 * ladder.Tick(range)) + ladder.Top(range);
     }
-    price %= PowerOfTen(6 + finest);
+    price %= FuzzPowerOfTen(6 + finest);
 
     auto const places = static_cast<unsigned char>(input.Below(7));
-    CheckRound(ladder, price, places, static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + input.Below(4)));
+    auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + input.Below(4));
+    CheckRound(ladder, MakeDecimal(price, places), method);
+    price -= price % ladder.Tick(ladder.FindRange(price));
+    bool const up = input.Truth();
+    int const ticks = input.Take<short>() % 200;
     if (ladder.IsEven())
-    {
-        price -= price % ladder.Tick(ladder.FindRange(price));
-        CheckStep(ladder, price, input.Truth());
-        CheckWalk(ladder, price, input.Take<short>() % 200);
-    }
+        CheckSteps(ladder, price, up, ticks);
     CheckFixedTick(input);
-    return 0;
 }

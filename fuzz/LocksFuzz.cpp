@@ -8,10 +8,27 @@
 #include "core/concurrency/nxSemaphore.h"
 #include "core/concurrency/nxSpinLock.h"
 
+#include <functional>
 #include <thread>
+
+#include <semaphore.h>
 
 namespace
 {
+std::function<void()> next;
+sem_t start;
+sem_t end;
+
+/// Runs something on another thread, which is the same for all inputs, and waits for it.
+void RunElsewhere(std::function<void()> action)
+{
+    next = std::move(action);
+    sem_post(&start);
+    while (sem_wait(&end) != 0) // the fuzzer's alarm interrupts it
+    {
+    }
+}
+
 class Session
 {
 public:
@@ -23,44 +40,33 @@ public:
 
     void Step(FuzzInput& input)
     {
-        switch (input.Below(14))
+        switch (input.Below(17))
         {
-        case 0:
-            FUZZ_CHECK(_semaphore.Post().IsOK());
-            ++_count;
-            break;
+        case 0: FUZZ_CHECK(_semaphore.Post().IsOK()), ++_count; break;
         case 1: Take(_semaphore.TryWait(), NX_ERR_THR_LOCKED); break;
         case 2: Take(_semaphore.TimedWait(-1.0 * input.Below(3)), NX_ERR_THR_TIMEDOUT); break;
-        case 3: Take(_semaphore.TimedWait_Microseconds(input.Below(3)), NX_ERR_THR_TIMEDOUT); break;
-        case 4: TryOdd(input.Take<double>()); break;
-        case 5:
-            FUZZ_CHECK(_recursive.TryLock().IsOK());
-            ++_depth;
+        case 3: Take(_semaphore.TimedWait_Microseconds(0), NX_ERR_THR_TIMEDOUT); break;
+        case 4: WaitAnyTime(input.Take<double>()); break;
+        case 5: FUZZ_CHECK(_recursive.TryLock().IsOK()), ++_depth; break;
+        case 6: FUZZ_EQUAL(_recursive.Unlock().IsOK(), _depth > 0), _depth -= _depth > 0; break;
+        case 7: TryLock(_plain, _isPlainLocked); break;
+        case 8: Unlock(_plain, _isPlainLocked); break;
+        case 9: TryLock(_spin, _isSpinLocked); break;
+        case 10: Unlock(_spin, _isSpinLocked); break;
+        case 11: FUZZ_EQUAL(_shared.TryReadLock().IsOK(), !_isOwned), _readers += !_isOwned; break;
+        case 12:
+            if (_readers > 0)
+                FUZZ_CHECK(_shared.ReadUnlock().IsOK()), --_readers;
             break;
-        case 6:
-            FUZZ_EQUAL(_recursive.Unlock().IsOK(), _depth > 0);
-            _depth -= _depth > 0 ? 1 : 0;
+        case 13:
+            FUZZ_EQUAL(_shared.TryWriteLock().IsOK(), !_isOwned && _readers == 0);
+            _isOwned = _isOwned || _readers == 0;
             break;
-        case 7:
-            FUZZ_EQUAL(_plain.TryLock().IsOK(), !_isPlainLocked);
-            _isPlainLocked = true;
+        case 14:
+            if (_isOwned)
+                FUZZ_CHECK(_shared.WriteUnlock().IsOK()), _isOwned = false;
             break;
-        case 8:
-            if (_isPlainLocked)
-                FUZZ_CHECK(_plain.Unlock().IsOK());
-            _isPlainLocked = false;
-            break;
-        case 9:
-            FUZZ_EQUAL(_spin.TryLock().IsOK(), !_isSpinLocked);
-            _isSpinLocked = true;
-            break;
-        case 10:
-            if (_isSpinLocked)
-                FUZZ_CHECK(_spin.Unlock().IsOK());
-            _isSpinLocked = false;
-            break;
-        case 11: ShareOrOwn(input); break;
-        case 12: AskFromElsewhere(); break;
+        case 15: AskFromElsewhere(); break;
         default: FUZZ_CHECK(_condition.Signal().IsOK());
         }
         FUZZ_EQUAL(_semaphore.GetValue(), _count);
@@ -70,8 +76,8 @@ public:
     {
         for (; _depth > 0; --_depth)
             (void)_recursive.Unlock();
-        if (_isPlainLocked)
-            (void)_plain.Unlock();
+        Unlock(_plain, _isPlainLocked);
+        Unlock(_spin, _isSpinLocked);
         for (; _readers > 0; --_readers)
             (void)_shared.ReadUnlock();
         if (_isOwned)
@@ -84,62 +90,46 @@ private:
         if (result == NX_ERR_THR_INTERRUPTED) // by the fuzzer's own alarm
             return;
         FUZZ_EQUAL(result.GetValue(), static_cast<unsigned int>(_count > 0 ? NX_UNDEFINED : whenNone));
-        _count -= _count > 0 ? 1 : 0;
+        _count -= _count > 0;
     }
 
-    /// Waits of any length but a long one: with a count there is no wait at all.
-    void TryOdd(double seconds)
+    /// With a count there is no wait, however long it may last.
+    void WaitAnyTime(double seconds)
     {
-        if (_count == 0 && seconds > 1e-3)
+        if (_count == 0 &&
+            !(seconds > -1e9 && seconds <= 0)) // far below zero, the 32 bits of it may be above
             return;
         nxErrorEnum const result = _semaphore.TimedWait(seconds);
         if (result != NX_ERR_INVALID_PARAMETER) // for what is no number
             Take(result, NX_ERR_THR_TIMEDOUT);
     }
 
-    void ShareOrOwn(FuzzInput& input)
+    template <class LockT>
+    void TryLock(LockT& lock, bool& isLocked)
     {
-        switch (input.Below(4))
-        {
-        case 0:
-        {
-            bool const shared = _shared.TryReadLock().IsOK();
-            FUZZ_EQUAL(shared, !_isOwned);
-            _readers += shared ? 1 : 0;
-            break;
-        }
-        case 1:
-            if (_readers > 0)
-                FUZZ_CHECK(_shared.ReadUnlock().IsOK());
-            _readers -= _readers > 0 ? 1 : 0;
-            break;
-        case 2:
-        {
-            bool const isFree = !_isOwned && _readers == 0;
-            FUZZ_EQUAL(_shared.TryWriteLock().IsOK(), isFree);
-            _isOwned = _isOwned || isFree;
-            break;
-        }
-        default:
-            if (_isOwned)
-                FUZZ_CHECK(_shared.WriteUnlock().IsOK());
-            _isOwned = false;
-        }
+        FUZZ_EQUAL(lock.TryLock().IsOK(), !isLocked);
+        isLocked = true;
+    }
+
+    template <class LockT>
+    void Unlock(LockT& lock, bool& isLocked)
+    {
+        if (isLocked)
+            FUZZ_CHECK(lock.Unlock().IsOK());
+        isLocked = false;
     }
 
     /// Another thread finds locked what is locked here.
     void AskFromElsewhere()
     {
-        std::thread(
+        RunElsewhere(
             [this]
             {
                 nxErrorEnum const result = _recursive.TryLock();
-                FUZZ_EQUAL(result.IsOK(), _depth == 0);
-                FUZZ_CHECK(result.IsOK() || result == NX_ERR_THR_LOCKED);
-                FUZZ_CHECK(result.IsOK() ? _recursive.Unlock().IsOK()
-                                         : _recursive.Unlock() == NX_ERR_THR_MISMATCH);
-            })
-            .join();
+                FUZZ_CHECK(_depth == 0 ? result.IsOK() : result == NX_ERR_THR_LOCKED);
+                nxErrorEnum const unlocked = _recursive.Unlock();
+                FUZZ_CHECK(_depth == 0 ? unlocked.IsOK() : unlocked == NX_ERR_THR_MISMATCH);
+            });
     }
 
     int _count;
@@ -157,11 +147,22 @@ private:
 };
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzStart()
 {
-    FuzzInput input(data, size);
+    sem_init(&start, 0, 0);
+    sem_init(&end, 0, 0);
+    std::thread(
+        []
+        {
+            for (;; sem_post(&end))
+                sem_wait(&start), next();
+        })
+        .detach();
+}
+
+void FuzzOne(FuzzInput& input)
+{
     Session session(input);
-    while (!input.IsEmpty())
+    while (input.HasStep())
         session.Step(input);
-    return 0;
 }

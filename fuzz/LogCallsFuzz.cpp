@@ -3,20 +3,31 @@
 // Built twice: with the log writing before a statement returns, where every call's effect is known at once, and with the
 // writer thread, where it is known once the writer has had its turn.
 
-#include "fuzz/FuzzFolder.h"
 #include "fuzz/FuzzInput.h"
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
 
-#include <algorithm>
 #include <array>
 #include <fstream>
 #include <mutex>
+
+#include <semaphore.h>
 #include <sys/wait.h>
-#include <utility>
-#include <vector>
+#include <unistd.h>
+
+#ifdef NX_FUZZ_DEFERRED
+/// The writer's wait for its next cycle, in the place of the C library's: a cycle is a few microseconds here.
+extern "C" int sem_clockwait(sem_t* semaphore, clockid_t, timespec const*)
+{
+    if (sem_trywait(semaphore) == 0)
+        return 0;
+    usleep(1);
+    errno = ETIMEDOUT;
+    return -1;
+}
+#endif
 
 namespace
 {
@@ -26,9 +37,20 @@ constexpr bool isDeferred = true;
 constexpr bool isDeferred = false;
 #endif
 
-constexpr std::size_t deviceCount = 4;
+using Notes = std::vector<std::string>;
 
-/// Notes what it is given, and does as a line tells it: logs on, or leaves.
+/// What the device of that name makes of a line: it logs an answer, or leaves.
+std::string GetAnswer(std::string const& line, std::string const& name)
+{
+    return line.ends_with(" answer") ? line.substr(0, line.size() - 7) + " answered by " + name : "";
+}
+
+bool IsLeaving(std::string const& line, std::string const& name)
+{
+    return line.ends_with(" leave " + name);
+}
+
+/// Notes what it is given, and does as a line tells it.
 class Device : public nxLogDevice
 {
 public:
@@ -44,9 +66,9 @@ public:
         if (!text.starts_with("line"))
             return; // what the log says about its files
         Note(text);
-        if (text.ends_with(" answer"))
-            NX_LOG(NX_INF, text.substr(0, text.size() - 7) << " answered by " << name);
-        else if (text.ends_with(" leave " + name))
+        if (std::string const answer = GetAnswer(text, name); !answer.empty())
+            NX_LOG(NX_INF, answer);
+        if (IsLeaving(text, name))
             nxLogManager::GetInstance().UnregisterLogDevice(this);
     }
 
@@ -54,7 +76,13 @@ public:
     {
     }
 
-    std::vector<std::string> TakeNotes()
+    void Note(std::string const& note)
+    {
+        std::lock_guard const guard(_mutex);
+        _notes.push_back(note);
+    }
+
+    Notes TakeNotes()
     {
         std::lock_guard const guard(_mutex);
         return std::exchange(_notes, {});
@@ -63,128 +91,28 @@ public:
     std::string name;
 
 private:
-    void Note(std::string const& note)
-    {
-        std::lock_guard const guard(_mutex);
-        _notes.push_back(note);
-    }
-
     std::mutex _mutex;
-    std::vector<std::string> _notes;
+    Notes _notes;
 };
 
-std::array<Device, deviceCount>& Devices()
+std::array<Device, 4>& devices = *new std::array<Device, 4>;
+
+/// The writer hands a batch to one device after the other, so that the places of what they answer are not known.
+Notes InOrder(Notes notes)
 {
-    static std::array<Device, deviceCount>& devices = *new std::array<Device, deviceCount>;
-    return devices;
+    auto const isNoAnswer = [](std::string const& note)
+    { return note.find("answered") == std::string::npos; };
+    if (isDeferred)
+        std::sort(std::stable_partition(notes.begin(), notes.end(), isNoAnswer), notes.end());
+    return notes;
 }
 
-/// The same devices as a list of numbers, and what each should have noted.
-class Model
-{
-public:
-    void Register(std::size_t device)
-    {
-        if (std::find(_listed.begin(), _listed.end(), device) == _listed.end())
-            _listed.push_back(device);
-    }
-
-    void Unregister(std::size_t device)
-    {
-        std::erase(_listed, device);
-    }
-
-    void Clear()
-    {
-        _listed.clear();
-    }
-
-    void Destroy()
-    {
-        for (std::size_t const device : _listed)
-            notes[device].push_back("destroyed");
-        Clear();
-    }
-
-    void Write(std::string const& text)
-    {
-        std::vector<std::size_t> const listed = _listed;
-        for (std::size_t const device : listed)
-        {
-            notes[device].push_back(text);
-            std::string const name = std::to_string(device);
-            if (text.ends_with(" answer"))
-                Write(text.substr(0, text.size() - 7) + " answered by " + name);
-            else if (text.ends_with(" leave " + name))
-                Unregister(device);
-        }
-    }
-
-    std::array<std::vector<std::string>, deviceCount> notes;
-
-private:
-    std::vector<std::size_t> _listed;
-};
-
-/// Lines of the file that is open, which all have to be in the folder in the end.
-class FileModel
-{
-public:
-    void Open()
-    {
-        _lines.clear();
-        _isOpen = true;
-    }
-
-    void Close()
-    {
-        _isOpen = false;
-    }
-
-    void Write(std::string const& line)
-    {
-        if (_isOpen)
-            _lines.push_back(line);
-    }
-
-    bool IsOpen() const
-    {
-        return _isOpen;
-    }
-
-    void Check() const
-    {
-        std::string all;
-        for (auto const& entry : std::filesystem::recursive_directory_iterator(FuzzFolder()))
-            if (entry.is_regular_file())
-            {
-                std::ifstream file(entry.path(), std::ios::binary);
-                all.append(std::istreambuf_iterator<char>(file), {});
-            }
-        for (std::string const& line : _lines)
-        {
-            std::size_t const place = all.find("] " + line + " [");
-            FUZZ_CHECK(place != std::string::npos);
-            FUZZ_CHECK(all.find("] " + line + " [", place + 1) == std::string::npos);
-        }
-    }
-
-private:
-    bool _isOpen = false;
-    std::vector<std::string> _lines;
-};
-
-/// Waits until the writer has written what was logged before.
+/// Waits until the writer has written what was logged before: after the cycle under way, those with lines and with answers.
 void Drain()
 {
     constexpr double longest = 10;
-    for (int cycle = 0; isDeferred && cycle < 2; ++cycle)
+    for (int cycle = 0; isDeferred && cycle < 3; ++cycle)
         nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(longest));
-}
-
-bool IsNoAnswer(std::string const& note)
-{
-    return note.find("answered") == std::string::npos;
 }
 
 /// A child that logs a line and ends.
@@ -206,115 +134,107 @@ class Session
 public:
     void Step(FuzzInput& input)
     {
-        nxLogManager& manager = nxLogManager::GetInstance();
-        std::size_t const device = input.Below(deviceCount);
-        switch (input.Below(16))
+        std::size_t const device = input.Below(devices.size());
+        unsigned int const call = input.Below(16);
+        if (call < 10 || call == 12) // an answer that comes later would miss a device that leaves
+            Drain();
+        switch (call)
         {
         case 0:
         case 1:
-            Drain();
-            manager.RegisterLogDevice(&Devices()[device]);
-            _model.Register(device);
+            _manager.RegisterLogDevice(&devices[device]);
+            if (std::find(_listed.begin(), _listed.end(), device) == _listed.end())
+                _listed.push_back(device);
             break;
-        case 2:
-            Drain();
-            manager.UnregisterLogDevice(&Devices()[device]);
-            _model.Unregister(device);
+        case 2: _manager.UnregisterLogDevice(&devices[device]), std::erase(_listed, device); break;
+        case 3: _manager.UnregisterAllLogDevices(), _listed.clear(), _isFileListed = false; break;
+        case 4: CreateFile(input.Take<unsigned char>()); break;
+        case 5: _isFileOpen ? Reopen() : void(); break;
+        case 6: WriteAtOnce(); break;
+        case 7: Destroy(); break;
+        case 8:
+            input.Take<std::uint8_t>() >= 252 && !std::exchange(_hasForked, true) ? Fork() : void();
             break;
-        case 3:
-            Drain();
-            manager.UnregisterAllLogDevices();
-            _model.Clear();
-            _isFileListed = false;
-            break;
-        case 4: manager.FlushDevices(); break;
-        case 5: manager.SetRecommendedBufferCapacity(input.Take<unsigned short>()); break;
-        case 6: Destroy(); break;
-        case 7: WriteAtOnce(); break;
-        case 8: Create(input); break;
-        case 9: Reopen(); break;
-        case 10:
-            if (input.Below(16) == 0)
-                Fork();
-            break;
+        case 9: _manager.SetRecommendedBufferCapacity(input.Take<unsigned short>()); break;
+        case 10: _manager.FlushDevices(); break;
         case 11: Write(" answer"); break;
-        case 12: Write(" leave " + std::to_string(device)); break;
-        default: Write(std::string(input.Below(3) * 300, 'x'));
+        case 12: Write(" leave " + devices[device].name); break;
+        default: Write(std::string(device * 300, 'x'));
         }
     }
 
     void Finish()
     {
         Drain();
-        for (std::size_t device = 0; device < deviceCount; ++device)
-        {
-            std::vector<std::string> notes = Devices()[device].TakeNotes();
-            if (isDeferred) // an answer comes with a later cycle, so its place among the others is not known
-            {
-                std::stable_partition(notes.begin(), notes.end(), IsNoAnswer);
-                std::stable_partition(_model.notes[device].begin(), _model.notes[device].end(), IsNoAnswer);
-            }
-            FUZZ_CHECK(notes == _model.notes[device]);
-        }
-        nxLogManager::GetInstance().UnregisterAllLogDevices();
+        for (std::size_t device = 0; device < devices.size(); ++device)
+            FUZZ_CHECK(InOrder(devices[device].TakeNotes()) == InOrder(_expected[device]));
+        _manager.UnregisterAllLogDevices();
         (void)nxFileLogDevice::GetInstance().Destroy();
-        _file.Check();
-        for (auto const& entry : std::filesystem::directory_iterator(FuzzFolder()))
-            std::filesystem::remove_all(entry.path());
+        if (_hasFiles)
+            CheckFiles();
     }
 
 private:
+    void Expect(std::string const& line)
+    {
+        for (std::size_t const device : std::vector<std::size_t>(_listed))
+        {
+            _expected[device].push_back(line);
+            if (std::string const answer = GetAnswer(line, devices[device].name); !answer.empty())
+                Expect(answer);
+            if (IsLeaving(line, devices[device].name))
+                std::erase(_listed, device);
+        }
+    }
+
+    std::string NextLine(std::string const& text)
+    {
+        return "line " + std::to_string(++_count) + text;
+    }
+
+    void Note(std::string const& line)
+    {
+        Expect(line);
+        if (_isFileListed && _isFileOpen)
+            _fileLines.push_back(line);
+    }
+
     void Write(std::string const& text)
     {
-        std::string const line = "line " + std::to_string(++_count) + text;
+        std::string const line = NextLine(text);
         bool const isWanted = _count % 7 != 0;
         NX_LOG(isWanted ? NX_INF : NX_DBG, line);
-        if (!isWanted)
-            return;
-        _model.Write(line);
-        NoteInFile(line);
+        if (isWanted)
+            Note(line);
     }
 
     /// Past the queue, and of any level.
     void WriteAtOnce()
     {
-        Drain();
-        std::string const line = "line " + std::to_string(++_count) + " at once";
+        std::string const line = NextLine(" at once");
         nxLog log(NX_DBG, "file.cpp", 1);
         log << line;
-        nxLogManager::GetInstance().ImmediateWrite(log);
-        _model.Write(line);
-        NoteInFile(line);
+        _manager.ImmediateWrite(log);
+        Note(line);
     }
 
-    void NoteInFile(std::string const& line)
-    {
-        if (_isFileListed)
-            _file.Write(line);
-    }
-
-    void Create(FuzzInput& input)
+    /// @param size  in units of 16 bytes; none for 0
+    void CreateFile(unsigned int size)
     {
         using Size = nxValueWrapper<unsigned long long, -1, -2>;
-        Drain();
-        bool const isLimited = input.Truth();
-        Size const size = isLimited ? Size(input.Take<unsigned char>() * 16ULL) : Size();
-        bool const isCreated = nxFileLogDevice::GetInstance().Create(size);
-        FUZZ_EQUAL(isCreated, !_file.IsOpen());
+        bool const isCreated = nxFileLogDevice::GetInstance().Create(size == 0 ? Size() : Size(size * 16ULL));
+        FUZZ_EQUAL(isCreated, !_isFileOpen);
         if (isCreated)
-            _file.Open();
-        nxLogManager::GetInstance().RegisterLogDevice(&nxFileLogDevice::GetInstance());
-        _isFileListed = true;
+            _fileLines.clear();
+        _manager.RegisterLogDevice(&nxFileLogDevice::GetInstance());
+        _isFileOpen = _isFileListed = _hasFiles = true;
     }
 
     /// A file that is opened within the second of another of its name begins anew; what follows counts again.
     void Reopen()
     {
-        if (!_file.IsOpen())
-            return;
-        Drain();
         FUZZ_CHECK(nxFileLogDevice::GetInstance().CloseAndReopenLogFile());
-        _file.Open();
+        _fileLines.clear();
     }
 
     /// With a writer the log ends for good, so that only the other kind is ended.
@@ -322,37 +242,56 @@ private:
     {
         if (isDeferred)
             return;
-        FUZZ_CHECK(nxLogManager::GetInstance().Destroy().IsOK());
-        _model.Destroy();
-        if (_isFileListed)
-            _file.Close();
+        FUZZ_CHECK(_manager.Destroy().IsOK());
+        for (std::size_t const device : std::exchange(_listed, {}))
+            _expected[device].push_back("destroyed");
+        _isFileOpen = _isFileOpen && !_isFileListed;
         _isFileListed = false;
     }
 
-    Model _model;
-    FileModel _file;
+    /// Each line is in one of the files, once.
+    void CheckFiles() const
+    {
+        std::string all;
+        for (auto const& entry : std::filesystem::recursive_directory_iterator(FuzzFolder()))
+            if (entry.is_regular_file())
+            {
+                std::ifstream file(entry.path(), std::ios::binary);
+                all.append(std::istreambuf_iterator<char>(file), {});
+                std::filesystem::remove(entry.path());
+            }
+        for (std::string const& line : _fileLines)
+        {
+            std::size_t const place = all.find("] " + line + " [");
+            FUZZ_CHECK(place != std::string::npos);
+            FUZZ_CHECK(all.find("] " + line + " [", place + 1) == std::string::npos);
+        }
+    }
+
+    nxLogManager& _manager = nxLogManager::GetInstance();
+    std::vector<std::size_t> _listed;
+    std::array<Notes, 4> _expected;
+    bool _isFileOpen = false;
     bool _isFileListed = false;
+    bool _hasFiles = false;
+    bool _hasForked = false; // once is enough: it takes as long as all the rest
+    Notes _fileLines;
     unsigned int _count = 0;
 };
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
+void FuzzStart()
 {
-    FuzzQuietLog();
     setenv("KVT_LOG_FORCE_FLUSH", isDeferred ? "NO" : "YES", 1);
-    setenv("KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01", 1);
     setenv("KVT_LOG_DIRECTORY", FuzzFolder().c_str(), 1);
-    for (std::size_t device = 0; device < deviceCount; ++device)
-        Devices()[device].name = std::to_string(device);
-    return 0;
+    for (std::size_t device = 0; device < devices.size(); ++device)
+        devices[device].name = std::to_string(device);
 }
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzInput input(data, size);
     Session session;
-    while (!input.IsEmpty())
+    while (input.HasStep())
         session.Step(input);
     session.Finish();
-    return 0;
 }

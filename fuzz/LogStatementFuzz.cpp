@@ -1,6 +1,5 @@
 // Log statements, dumps of buffers and names of log files, each as text that the C library would have made.
 
-#include "fuzz/FuzzFolder.h"
 #include "fuzz/FuzzInput.h"
 
 #include "core/logging/nxLogDevice.h"
@@ -8,18 +7,17 @@
 #include "core/logging/nxLogSite.h"
 #include "core/numbers/nxDecimal.h"
 #include "core/process/nxApplicationData.h"
-#include "core/vocabulary/nxErrorEnum.h"
 #include "core/vocabulary/nxExchangePriceFilterBitMask.h"
 
-#include <cctype>
-#include <vector>
+#include <unistd.h>
 
 namespace
 {
-/// The lines that reach a device.
+std::vector<std::string>& lines = *new std::vector<std::string>;
+
+/// Gathers the lines that the log writes.
 class Recorder : public nxLogDevice
 {
-public:
     nxErrorEnum Destroy() override
     {
         return nxErrorEnum();
@@ -31,125 +29,54 @@ public:
     void Flush() override
     {
     }
-
-    std::vector<std::string> lines;
 };
 
-Recorder& TheRecorder()
+/// @return what the C library makes of the numbers, which follow each other in the line
+template <class... NumberT>
+std::string Stream(nxLog& log, NumberT... numbers)
 {
-    static Recorder& recorder = *new Recorder;
-    return recorder;
+    (log << ... << numbers);
+    return (std::to_string(numbers) + ...);
 }
 
-/// As printf, into a text; a macro, so that the compiler sees the format.
-#define FORMAT(...)                                                                                          \
-    [&]                                                                                                      \
-    {                                                                                                        \
-        char text[64];                                                                                       \
-        std::snprintf(text, sizeof text, __VA_ARGS__);                                                       \
-        return std::string(text);                                                                            \
-    }()
-
-/// Streams one value and adds what it should look like.
-void AddValue(FuzzInput& input, nxLog& log, std::string& expected)
+/// Streams one value.
+/// @return what it should look like
+std::string AddValue(FuzzInput& input, nxLog& log)
 {
-    switch (input.Below(13))
+    unsigned int const kind = input.Below(13);
+    std::string const text = kind < 2 ? input.Text() : "";
+    auto const number = kind < 2 ? 0 : input.Take<int>();
+    auto const natural = static_cast<unsigned int>(number);
+    switch (kind)
     {
-    case 0:
-    {
-        std::string const text = input.Text();
-        log << text;
-        expected += text.c_str();
-        break;
-    }
-    case 1:
-    {
-        std::string const text = input.Text();
-        log << nxLogCharLenPair(text.data(), text.size());
-        expected += text;
-        break;
-    }
-    case 2:
-    {
-        auto const value = input.Take<char>();
-        log << value;
-        expected += std::to_string(static_cast<signed char>(value));
-        break;
-    }
-    case 3:
-    {
-        auto const value = input.Take<short>();
-        log << value << static_cast<unsigned short>(value);
-        expected += std::to_string(value) + std::to_string(static_cast<unsigned short>(value));
-        break;
-    }
-    case 4:
-    {
-        auto const value = input.Take<int>();
-        log << value << static_cast<unsigned int>(value);
-        expected += std::to_string(value) + std::to_string(static_cast<unsigned int>(value));
-        break;
-    }
-    case 5:
-    {
-        auto const value = input.Take<long long>();
-        log << value << static_cast<unsigned long long>(value) << static_cast<long>(value);
-        expected += std::to_string(value) + std::to_string(static_cast<unsigned long long>(value)) +
-                    std::to_string(value);
-        break;
-    }
-    case 6:
-    {
-        bool const value = input.Truth();
-        log << value;
-        expected += value ? "TRUE" : "FALSE";
-        break;
-    }
-    case 7:
-    {
-        // In steps of which binary fractions are exact; the other doubles have a target of their own.
-        double const value = input.Take<int>() / 256.0;
-        log << value;
-        std::string fixed = FORMAT("%.8f", value);
-        fixed.erase(fixed.find_last_not_of('0') + 1);
-        if (fixed.ends_with('.'))
-            fixed.pop_back();
-        expected += fixed;
-        break;
-    }
+    case 0: log << text; return text.c_str();
+    case 1: log << nxLogCharLenPair(text.data(), text.size()); return text;
+    case 2: log << static_cast<char>(number); return std::to_string(static_cast<signed char>(number));
+    case 3: return Stream(log, static_cast<short>(number), static_cast<unsigned short>(number));
+    case 4: return Stream(log, number, natural);
+    case 5: return Stream(log, number * 0x10001ll, natural * 0x100010001ull, long{number});
+    case 6: log << (number % 2 != 0); return number % 2 != 0 ? "TRUE" : "FALSE";
+    case 7: // in steps of which binary fractions are exact; the other doubles have a target of their own
+        log << number / 256.0;
+        return FuzzFixed(number / 256.0, 8);
     case 8:
-    {
-        nxVolume const value(input.Take<unsigned int>());
-        log << value;
-        expected += value.IsNull()       ? "NULL"
-                    : value.IsNoChange() ? "NO_CHANGE"
-                                         : std::to_string(value.GetValue());
-        break;
-    }
+        log << nxVolume(natural);
+        return ~natural == 0 ? "NULL" : ~natural == 1 ? "NO_CHANGE" : std::to_string(natural);
     case 9:
-    {
-        auto const cents = input.Take<int>();
-        log << nxDecimal::ConstructFromValueAndDecimalPlaces(cents, 2);
-        expected +=
-            FORMAT("%s%lld.%02lld", cents < 0 ? "-" : "", std::abs(cents / 100LL), std::abs(cents % 100LL));
-        break;
-    }
+        log << nxDecimal::ConstructFromValueAndDecimalPlaces(number, 2);
+        return FUZZ_FORMAT("%s%lld.%02lld", number < 0 ? "-" : "", std::abs(number / 100LL),
+                           std::abs(number % 100LL));
     case 10:
     {
-        nxErrorEnum const error(static_cast<nxEnumValue>(1000000 + input.Take<unsigned short>()));
+        nxErrorEnum const error(static_cast<nxEnumValue>(1000000 + natural % 0x10000));
         log << error;
-        expected += '(' + std::to_string(error.GetValue()) + ") " + error.GetShortDescription() + " - '" +
-                    error.GetLongDescription() + '\'';
-        break;
+        return '(' + std::to_string(error.GetValue()) + ") " + error.GetShortDescription() + " - '" +
+               error.GetLongDescription() + '\'';
     }
     case 11:
-    {
-        nxExchangePriceFilterBitMask const mask(input.Below(32));
-        log << mask;
-        expected += mask.GetShortDescription(" ");
-        break;
-    }
-    default: log << nxLog::nxLogDestinationUserID(nxVolume(input.Take<unsigned int>()));
+        log << nxExchangePriceFilterBitMask(natural % 32);
+        return nxExchangePriceFilterBitMask(natural % 32).GetShortDescription(" ");
+    default: log << nxLog::nxLogDestinationUserID(nxVolume(natural)); return "";
     }
 }
 
@@ -158,11 +85,11 @@ void CheckStatement(FuzzInput& input)
     nxLog log(NX_INF, "file.cpp", 1);
     std::string expected;
     for (unsigned int count = input.Below(16); count != 0; --count)
-        AddValue(input, log, expected);
+        expected += AddValue(input, log);
     FUZZ_EQUAL(*log.GetLogEntry(), expected);
+    lines.clear();
     log.Flush();
-    FUZZ_EQUAL(TheRecorder().lines.size(), std::size_t{1});
-    FUZZ_EQUAL(TheRecorder().lines[0], expected);
+    FUZZ_CHECK(lines == std::vector<std::string>{expected});
 }
 
 void CheckDump(FuzzInput& input)
@@ -174,13 +101,11 @@ void CheckDump(FuzzInput& input)
     char const nonPrintable = input.Take<char>();
     bool const sohAsPipe = input.Truth();
     std::string const bytes = input.Rest();
-    TheRecorder().lines.clear();
-    std::vector<std::string>& lines = TheRecorder().lines;
-    bool const done =
-        nxLog::LogBufferAsHex(bytes.data(), bytes.size(), bytesPerLine, maxLines, nonPrintable, sohAsPipe)
-            .IsOK();
-    FUZZ_EQUAL(done, bytesPerLine != 0);
-    if (!done)
+    lines.clear();
+    nxErrorEnum const result =
+        nxLog::LogBufferAsHex(bytes.data(), bytes.size(), bytesPerLine, maxLines, nonPrintable, sohAsPipe);
+    FUZZ_EQUAL(result.IsOK(), bytesPerLine != 0);
+    if (bytesPerLine == 0)
         return;
     std::string const shown = bytes.substr(0, bytesPerLine * maxLines);
     FUZZ_EQUAL(lines.size(), 1 + (shown.size() + bytesPerLine - 1) / bytesPerLine);
@@ -190,16 +115,14 @@ void CheckDump(FuzzInput& input)
         std::string characters;
         for (char const byte : shown.substr((line - 1) * bytesPerLine, bytesPerLine))
         {
-            hex += FORMAT("%02X ", static_cast<unsigned char>(byte));
+            hex += FUZZ_FORMAT("%02X ", static_cast<unsigned char>(byte));
             bool const isPlain = byte >= 32 && byte != 127;
             characters += isPlain ? byte : sohAsPipe && byte == 1 ? '|' : nonPrintable;
         }
         hex.resize(3 * bytesPerLine, ' ');
         characters.resize(bytesPerLine, ' ');
-        std::string const expected = hex + ' ' + characters;
-        FUZZ_EQUAL(lines[line].substr(0, hex.size()), hex);
-        if (expected.find('\0') == std::string::npos)
-            FUZZ_EQUAL(lines[line], expected);
+        // A zero byte, as what is not printable may be shown, ends a line.
+        FUZZ_EQUAL(std::string(lines[line].c_str()), (hex + ' ' + characters).c_str());
     }
 }
 
@@ -213,31 +136,26 @@ void CheckFileName(FuzzInput& input)
     bool const hasTime = input.Truth();
     bool const hasSequence = input.Truth();
     nxDateTime const time(2LL + input.Take<unsigned int>());
-    std::string const name =
-        nxFileLogDevice::GenerateFileName(".log", hasSequence, sequence, time, hasTime, true);
     std::string expected = application + (instance.empty() ? "" : '_' + instance);
     if (hasTime)
-        expected += '_' + FORMAT("%02d%02d%02d", time.GetHour(), time.GetMinute(), time.GetSecond());
+        expected += FUZZ_FORMAT("_%02d%02d%02d", time.GetHour(), time.GetMinute(), time.GetSecond());
     expected += '_' + std::to_string(getpid()) + (hasSequence ? '_' + std::to_string(sequence) : "") + ".log";
-    FUZZ_CHECK(name.ends_with('/' + expected));
+    FUZZ_CHECK(nxFileLogDevice::GenerateFileName(".log", hasSequence, sequence, time, hasTime, true)
+                   .ends_with('/' + expected));
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
+void FuzzStart()
 {
-    FuzzQuietLog();
+    static Recorder& recorder = *new Recorder;
     setenv("KVT_LOG_FORCE_FLUSH", "YES", 1);
     setenv("KVT_LOG_DIRECTORY", FuzzFolder().c_str(), 1);
-    nxLogManager::GetInstance().RegisterLogDevice(&TheRecorder());
-    return 0;
+    nxLogManager::GetInstance().RegisterLogDevice(&recorder);
 }
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzInput input(data, size);
-    TheRecorder().lines.clear();
     CheckStatement(input);
     CheckFileName(input);
     CheckDump(input);
-    return 0;
 }

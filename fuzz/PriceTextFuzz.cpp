@@ -14,7 +14,6 @@ namespace
 constexpr unsigned int firstFormat = NX_PRICE_FORMAT_DECIMALS;
 constexpr unsigned int formatCount =
     NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT - firstFormat + 1;
-constexpr double most = 1e6; // beyond, the double that carries a price is coarser than some ticks
 
 /// A ladder of the input's own, sound or not.
 class Ladder : public nxVariableTickTable
@@ -22,16 +21,14 @@ class Ladder : public nxVariableTickTable
 public:
     explicit Ladder(FuzzInput& input)
     {
+        auto const take = [&input]
+        {
+            auto const value = input.Take<short>();
+            return nxDecimal::ConstructFromValueAndDecimalPlaces(value, input.Take<unsigned char>());
+        };
         for (unsigned int ranges = input.Below(3); ranges != 0; --ranges)
-            _AddRange(TakeDecimal(input), TakeDecimal(input));
-        _AddTopRange(TakeDecimal(input));
-    }
-
-private:
-    static nxDecimal TakeDecimal(FuzzInput& input)
-    {
-        auto const value = input.Take<short>();
-        return nxDecimal::ConstructFromValueAndDecimalPlaces(value, input.Take<unsigned char>());
+            _AddRange(take(), take());
+        _AddTopRange(take());
     }
 };
 
@@ -41,26 +38,24 @@ bool IsSame(nxDoubleValueWrapper const& a, nxDoubleValueWrapper const& b)
     return double(a) == double(b) || (std::isnan(double(a)) && std::isnan(double(b)));
 }
 
+/// Beyond, the double that carries a price is coarser than some ticks.
 bool IsWithinReason(nxDoubleValueWrapper const& price)
 {
-    return std::fabs(double(price)) < most;
+    return std::fabs(double(price)) < 1e6;
 }
 
 /// @param isOnGrid  whether the converter's tick allows what the text shows
 void CheckText(nxPriceConverter& converter, std::string const& text, bool isOnGrid)
 {
     nxDoubleValueWrapper const before = converter.GetPrice();
-    if (!converter.SetPriceFromString(text))
-    {
-        FUZZ_CHECK(converter.GetPrice().IsNull() || IsSame(converter.GetPrice(), before));
-        return;
-    }
+    bool const taken = converter.SetPriceFromString(text);
     nxDoubleValueWrapper const price = converter.GetPrice();
+    FUZZ_CHECK(taken || price.IsNull() || IsSame(price, before));
     std::string const shown = converter.GetPriceAsString();
-    if (!isOnGrid || !price.IsValid() || !IsWithinReason(price))
+    FUZZ_CHECK(shown.size() < 400);
+    if (!taken || !isOnGrid || !price.IsValid() || !IsWithinReason(price))
         return;
-    FUZZ_CHECK(converter.SetPriceFromString(shown));
-    FUZZ_CHECK(converter.GetPrice() == price);
+    FUZZ_CHECK(converter.SetPriceFromString(shown) && converter.GetPrice() == price);
     FUZZ_EQUAL(converter.GetPriceAsString(), shown);
 }
 
@@ -71,46 +66,34 @@ void CheckSteps(nxPriceConverter& converter, int ticks, bool hasLadder)
     if (hasLadder)
         ticks %= 1000; // a ladder is climbed one by one
     if (!converter.ChangePrice(Ticks(ticks)))
-    {
         FUZZ_CHECK(IsSame(converter.GetPrice(), before));
-        return;
-    }
-    if (hasLadder || !IsWithinReason(before) || std::abs(ticks) > 1000)
-        return;
-    FUZZ_CHECK(converter.ChangePrice(Ticks(-ticks)));
-    FUZZ_CHECK(std::fabs(double(converter.GetPrice()) - double(before)) < 1e-6);
+    else if (!hasLadder && IsWithinReason(before) && std::abs(ticks) <= 1000)
+        FUZZ_CHECK(converter.ChangePrice(Ticks(-ticks)) &&
+                   std::fabs(double(converter.GetPrice()) - double(before)) < 1e-6);
 }
 
 /// The helper's text, from converters that it shares, is that of a converter of the caller's own.
 void CheckHelper(nxPriceFormatEnum const& format, double price, nxDecimal const& tick, bool validate)
 {
     std::unique_ptr<nxPriceConverter> const own(nxPriceConverterHelper::CreatePriceConverter(format));
-    std::string const untouched = "as it was";
-    std::string text = untouched;
+    std::string text = "as it was";
     bool const shown = nxPriceConverterHelper::GetPriceAsString(price, tick, format, text, true, validate);
-    bool const expected = own->SetMinimumTickIncrement(tick) && own->SetPrice(price, validate);
-    FUZZ_EQUAL(shown, expected);
-    FUZZ_EQUAL(text, expected ? own->GetPriceAsString() : untouched);
+    FUZZ_EQUAL(shown, own->SetMinimumTickIncrement(tick) && own->SetPrice(price, validate));
+    FUZZ_EQUAL(text, shown ? own->GetPriceAsString() : "as it was");
 }
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
+void FuzzOne(FuzzInput& input)
 {
-    FuzzQuietLog(); // a ladder that is not sound complains
-    return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
-{
-    FuzzInput input(data, size);
     nxPriceFormatEnum const format(static_cast<nxEnumValue>(firstFormat + input.Below(formatCount)));
     auto const tickValue = input.Take<short>();
-    unsigned char const tickPlaces = static_cast<unsigned char>(input.Below(12));
+    auto const tickPlaces = static_cast<unsigned char>(input.Below(12));
     nxDecimal const tick = nxDecimal::ConstructFromValueAndDecimalPlaces(tickValue, tickPlaces);
     bool const hasLadder = input.Truth();
     std::string const text = input.Text();
     auto const number = input.Take<double>();
     auto const ticks = input.Take<int>();
+    bool const validate = input.Truth();
 
     std::unique_ptr<nxPriceConverter> const converter(nxPriceConverterHelper::CreatePriceConverter(format));
     (void)converter->SetMinimumTickIncrement(tick);
@@ -119,12 +102,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         (void)converter->SetPriceManipulator(nxPriceManipulator(&ladder));
 
     // A tick of eight places and more is beside the tolerance by which prices are checked.
-    bool const isFine = tickPlaces < 7 && tickValue > 0;
-    CheckText(*converter, text, isFine && !hasLadder);
+    CheckText(*converter, text, tickPlaces < 7 && tickValue > 0 && !hasLadder);
     CheckSteps(*converter, ticks, hasLadder);
-    if (converter->SetPrice(number, input.Truth()))
+    if (converter->SetPrice(number, validate))
         FUZZ_CHECK(converter->GetPriceAsString().size() < 400);
     CheckSteps(*converter, ticks, hasLadder);
-    CheckHelper(format, number, tick, input.Truth());
-    return 0;
+    CheckHelper(format, number, tick, validate);
 }

@@ -6,109 +6,71 @@
 #include "core/vocabulary/nxVocabularyCatalogue.h"
 
 #include <iterator>
+#include <map>
 
 namespace
 {
 using Catalogue = nxVocabularyCatalogue;
 
-nxEnumRow const* FindToken(std::string const& token, Catalogue::Enumeration const*& owner)
-{
-    for (Catalogue::Enumeration const& enumeration : Catalogue::GetEnumerations())
-        for (nxEnumRow const& row : enumeration.rows)
-            if (token == row.token)
-                return owner = &enumeration, &row;
-    return nullptr;
-}
-
-/// What a class keeps of a number that it is given.
-unsigned int Checked(Catalogue::Enumeration const& bounds, unsigned int number)
-{
-    return bounds.Owns(number) || number == NX_NO_CHANGE ? number : 0;
-}
-
-void CheckWords(nxEnum const& value)
-{
-    unsigned int const number = value.GetValue();
-    Catalogue::Enumeration const* const owner = Catalogue::FindOwner(number);
-    std::string token = number == 0 ? "UNDEFINED" : number == NX_NO_CHANGE ? "NO_CHANGE" : "NOT_REGISTERED";
-    for (std::size_t i = 0; owner != nullptr && i < owner->rows.size(); ++i)
-        if (owner->rows[i].number == number)
-            token = owner->rows[i].token;
-    FUZZ_EQUAL(value.GetShortDescription(), token);
-    FUZZ_EQUAL(value.GetAsString(), token);
-    FUZZ_EQUAL(nxEnum::IsRegisteredEnumValue(number),
-               token != "NOT_REGISTERED" || number == NX_NOT_REGISTERED);
-}
+std::map<unsigned int, std::string> tokens;
+std::map<std::string, unsigned int> numbers;
 
 template <class EnumerationT>
 void CheckEnumeration(char const* name, unsigned int number, std::string const& token)
 {
-    Catalogue::Enumeration const& bounds = *Catalogue::FindEnumeration(name);
+    static Catalogue::Enumeration const& bounds = *Catalogue::FindEnumeration(name);
+    auto const keep = [](unsigned int any) { return bounds.Owns(any) || any == NX_NO_CHANGE ? any : 0; };
     EnumerationT value(static_cast<nxEnumValue>(number));
-    FUZZ_EQUAL(value.GetValue(), Checked(bounds, number));
-    CheckWords(value);
-    FUZZ_EQUAL(value.IsSpecificTypeForInstance(), bounds.Owns(value.GetValue()));
-    FUZZ_EQUAL(value.GetClassNameA(), std::string(name));
+    unsigned int const before = keep(number);
+    FUZZ_EQUAL(value.GetValue(), before);
+    auto const known = tokens.find(before);
+    FUZZ_EQUAL(value.GetShortDescription(), known == tokens.end() ? "NOT_REGISTERED" : known->second);
+    FUZZ_EQUAL(value.GetAsString(), value.GetShortDescription());
+    FUZZ_EQUAL(nxEnum::IsRegisteredEnumValue(number), tokens.count(number) != 0);
+    FUZZ_EQUAL(value.IsSpecificTypeForInstance(), bounds.Owns(before));
+    FUZZ_EQUAL(value.GetClassNameA(), name);
     EnumerationT assigned;
     static_cast<nxEnum&>(assigned) = number;
-    FUZZ_EQUAL(assigned.GetValue(), value.GetValue());
+    FUZZ_EQUAL(assigned.GetValue(), before);
 
-    Catalogue::Enumeration const* owner = nullptr;
-    nxEnumRow const* const row = FindToken(token, owner);
-    unsigned int const before = value.GetValue();
+    auto const row = numbers.find(token);
     bool const taken = value.SetFromShortDescriptionString(token);
-    if (row != nullptr)
-    {
-        FUZZ_EQUAL(value.GetValue(), Checked(bounds, row->number));
-        FUZZ_EQUAL(taken, bounds.Owns(row->number));
-    }
-    else if (token == "UNDEFINED" || token == "NO_CHANGE" || token == "NOT_REGISTERED")
-    {
-        FUZZ_EQUAL(value.GetValue(), token == "NO_CHANGE" ? 2u : 0u);
-        FUZZ_EQUAL(taken, token != "NOT_REGISTERED");
-    }
-    else
-    {
-        FUZZ_CHECK(!taken);
-        FUZZ_EQUAL(value.GetValue(), before);
-    }
+    FUZZ_EQUAL(value.GetValue(), row == numbers.end() ? before : keep(row->second));
+    bool const isCommon = token == "UNDEFINED" || token == "NO_CHANGE";
+    FUZZ_EQUAL(taken, isCommon || (row != numbers.end() && bounds.Owns(row->second)));
 }
 
 template <class MaskT>
 void CheckMask(char const* name, unsigned long long bits, std::string const& separator)
 {
-    Catalogue::BitMask const& table = *Catalogue::FindBitMask(name);
+    static Catalogue::BitMask const& table = *Catalogue::FindBitMask(name);
     MaskT mask;
     using Number = decltype(mask.GetValue());
     mask.SetValue(static_cast<Number>(bits));
     constexpr Number nullBit = Number{1} << (sizeof(Number) * 8 - 1);
     constexpr Number noChangeBit = nullBit >> 1;
     Number const value = mask.GetValue();
-    std::string tokens;
+    std::string words;
     for (Number bit = 1; bit != 0 && bit <= value; bit <<= 1)
     {
-        if ((value & bit) == 0)
-            continue;
-        char const* token = "???";
-        for (nxBitMaskRow const& row : table.rows)
-            if (row.bits == bit)
-                token = row.token;
-        tokens += (tokens.empty() ? "" : separator) + token;
+        auto const row = std::find_if(table.rows.begin(), table.rows.end(),
+                                      [bit](nxBitMaskRow const& each) { return each.bits == bit; });
+        if ((value & bit) != 0)
+            words += (words.empty() ? "" : separator) + (row == table.rows.end() ? "???" : row->token);
     }
-    if (table.rows.empty())
-        tokens = "No Description Available";
-    if (mask.IsNull() || mask.IsNoChange())
-        tokens = mask.IsNull() ? "Null" : "No Change";
-    FUZZ_EQUAL(mask.GetShortDescription(separator), tokens);
+    words = table.rows.empty() ? "No Description Available" : words;
+    words = mask.IsNull() ? "Null" : mask.IsNoChange() ? "No Change" : words;
+    FUZZ_EQUAL(mask.GetShortDescription(separator), words);
     // One class gives its null up for a flag.
     constexpr bool hasNull = !std::is_same_v<MaskT, nxExtendedAttributeHighlightBitMask>;
     FUZZ_EQUAL(mask.IsNull(), hasNull && (value & nullBit) != 0);
     FUZZ_EQUAL(mask.IsNoChange(), (value & noChangeBit) != 0);
     bool const startsAnew = !mask.IsValid();
-    mask.SetBits(static_cast<Number>(6));
-    FUZZ_EQUAL(mask.GetValue(), static_cast<Number>((startsAnew ? 0 : value) | 6));
-    mask.ClearBits(static_cast<Number>(6));
-    FUZZ_CHECK(!mask.AreAnyBitsSet(static_cast<Number>(6)) && mask.AreAllBitsSet(static_cast<Number>(0)));
+    constexpr Number two = 6; // bits
+    mask.SetBits(two);
+    FUZZ_EQUAL(mask.GetValue(), static_cast<Number>((startsAnew ? 0 : value) | two));
+    mask.ClearBits(two);
+    FUZZ_CHECK(!mask.AreAnyBitsSet(two) && mask.AreAllBitsSet(Number{0}));
 }
 
 constexpr void (*enumerationChecks[])(unsigned int, std::string const&) = {
@@ -129,15 +91,18 @@ constexpr void (*maskChecks[])(unsigned long long, std::string const&) = {
 #include "core/vocabulary/tables/masks.def"
 };
 
-constexpr unsigned int classesAtOnce = 10;
+Catalogue::Enumeration const& TakeClass(FuzzInput& input)
+{
+    auto const enumerations = Catalogue::GetEnumerations();
+    return enumerations[input.Below(enumerations.size())];
+}
 
 /// The words a fuzzer can't guess, and those it can.
 std::string TakeToken(FuzzInput& input)
 {
     if (input.Truth())
         return input.Text();
-    auto const enumerations = Catalogue::GetEnumerations();
-    auto const& rows = enumerations[input.Below(static_cast<unsigned int>(enumerations.size()))].rows;
+    auto const& rows = TakeClass(input).rows;
     auto const place = input.Take<unsigned short>();
     return rows.empty() ? "NO_CHANGE" : rows[place % rows.size()].token;
 }
@@ -147,23 +112,30 @@ unsigned int TakeNumber(FuzzInput& input)
 {
     if (input.Truth())
         return input.Take<unsigned int>();
-    auto const enumerations = Catalogue::GetEnumerations();
-    auto const& bounds = enumerations[input.Below(static_cast<unsigned int>(enumerations.size()))];
+    auto const& bounds = TakeClass(input);
     return (input.Truth() ? bounds.lowerBound : bounds.upperBound) + input.Below(3) - 1;
 }
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+void FuzzStart()
 {
-    FuzzInput input(data, size);
+    for (Catalogue::Enumeration const& enumeration : Catalogue::GetEnumerations())
+        for (nxEnumRow const& row : enumeration.rows)
+        {
+            FUZZ_CHECK(tokens.emplace(row.number, row.token).second);
+            FUZZ_CHECK(numbers.emplace(row.token, row.number).second);
+        }
+    for (auto const& [number, token] :
+         {std::pair(0u, "UNDEFINED"), {NX_NOT_REGISTERED, "NOT_REGISTERED"}, {NX_NO_CHANGE, "NO_CHANGE"}})
+        tokens.emplace(number, token), numbers.emplace(token, number);
+}
+
+void FuzzOne(FuzzInput& input)
+{
     std::string const token = TakeToken(input);
     unsigned int const number = TakeNumber(input);
     auto const bits = input.Take<unsigned long long>();
-    unsigned int const first = input.Take<unsigned char>();
-    for (unsigned int i = first; i < first + classesAtOnce; ++i)
-    {
-        enumerationChecks[i % std::size(enumerationChecks)](number, token);
-        maskChecks[i % std::size(maskChecks)](bits, token);
-    }
-    return 0;
+    std::size_t const which = input.Take<unsigned char>();
+    enumerationChecks[which % std::size(enumerationChecks)](number, token);
+    maskChecks[which % std::size(maskChecks)](bits, token);
 }
