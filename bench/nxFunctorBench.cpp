@@ -15,10 +15,18 @@
 #include <cstdint>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #ifdef NX_BENCH_BOOST
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
+#endif
+#ifdef NX_BENCH_TBB
+#include <oneapi/tbb/task_arena.h>
+#endif
+#if __has_include(<concurrentqueue/blockingconcurrentqueue.h>)
+#define NX_BENCH_CONCURRENTQUEUE
+#include <concurrentqueue/blockingconcurrentqueue.h>
 #endif
 
 namespace
@@ -112,6 +120,70 @@ void AsioThreadPoolHandlers(benchmark::State& state)
     pool.join();
 }
 BENCHMARK(AsioThreadPoolHandlers)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+#endif
+
+#ifdef NX_BENCH_TBB
+void TbbArena(benchmark::State& state)
+{
+    std::atomic<std::int64_t> done = 0;
+    // One more than workers: a place is the caller's.
+    tbb::task_arena arena(static_cast<int>(state.range(0)) + 1, 1);
+    std::int64_t pushed = 0;
+    for (auto _ : state)
+    {
+        for (int functor = 0; functor < functorsPerRun; ++functor)
+        {
+            arena.enqueue([work = std::make_shared<Count>(done)] { (*work)(); });
+        }
+        pushed += functorsPerRun;
+        WaitFor(done, pushed);
+    }
+    state.SetItemsProcessed(pushed);
+}
+BENCHMARK(TbbArena)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+#endif
+
+#ifdef NX_BENCH_CONCURRENTQUEUE
+// Its queue and threads by hand; a null pointer ends one of them.
+void ConcurrentQueue(benchmark::State& state)
+{
+    std::atomic<std::int64_t> done = 0;
+    moodycamel::BlockingConcurrentQueue<nxFunctor*> queue;
+    std::vector<std::thread> workers;
+    for (int worker = 0; worker < state.range(0); ++worker)
+    {
+        workers.emplace_back(
+            [&]
+            {
+                nxFunctor* functor = nullptr;
+                for (queue.wait_dequeue(functor); functor != nullptr; queue.wait_dequeue(functor))
+                {
+                    std::unique_ptr<nxFunctor> const owner(functor);
+                    (*functor)();
+                }
+            });
+    }
+    std::int64_t pushed = 0;
+    for (auto _ : state)
+    {
+        for (int functor = 0; functor < functorsPerRun; ++functor)
+        {
+            queue.enqueue(new Count(done));
+        }
+        pushed += functorsPerRun;
+        WaitFor(done, pushed);
+    }
+    state.SetItemsProcessed(pushed);
+    for (std::size_t worker = 0; worker < workers.size(); ++worker)
+    {
+        queue.enqueue(nullptr);
+    }
+    for (std::thread& worker : workers)
+    {
+        worker.join();
+    }
+}
+BENCHMARK(ConcurrentQueue)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 #endif
 
 void MutexGuard(benchmark::State& state)

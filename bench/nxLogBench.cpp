@@ -1,13 +1,27 @@
 // What a log statement costs the thread that makes it, and how many lines a second reach the file: the library beside
-// spdlog, with the same statement (text, int, double, 12 characters, token) and a file of its own for each.
-//
-// Contestants take turns over seven rounds; what is printed is the median of the rounds.
+// other logs, with the same statement (text, int, double, 12 characters, token) and a file of its own for each.
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 #include "core/vocabulary/nxBuySellEnum.h"
 
+#include <benchmark/benchmark.h>
+
+#ifdef NX_BENCH_BOOST_LOG
+#include <boost/log/attributes/clock.hpp>
+#include <boost/log/core.hpp>
+#include <boost/log/expressions.hpp>
+#include <boost/log/sinks/sync_frontend.hpp>
+#include <boost/log/sinks/text_ostream_backend.hpp>
+#include <boost/log/sources/record_ostream.hpp>
+#include <boost/log/sources/severity_logger.hpp>
+#include <boost/log/support/date_time.hpp>
+#include <boost/log/trivial.hpp>
+#endif
+#ifdef NX_BENCH_GLOG
+#include <glog/logging.h>
+#endif
 #ifdef NX_BENCH_SPDLOG
 #include <spdlog/async.h>
 #include <spdlog/sinks/basic_file_sink.h>
@@ -19,9 +33,9 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <mutex>
 #include <string>
@@ -34,9 +48,9 @@ namespace
 using Clock = std::chrono::steady_clock;
 using Nanoseconds = std::chrono::duration<double, std::nano>;
 
-constexpr int rounds = 7;
 constexpr unsigned int timedLines = 300000;    // of a producer, for the figures of single statements
 constexpr unsigned int writtenLines = 1000000; // of a producer, until all are on disk
+constexpr unsigned int slowness = 5;           // the slow peers get so much less to do
 
 /// Counts what comes behind the file device, so that its flush means that the lines before it are on disk.
 class CountingDevice : public nxLogDevice
@@ -78,15 +92,7 @@ struct Contestant
     std::string name;
     std::function<void(unsigned int lines, std::vector<float>* nanoseconds)> log;
     std::function<void()> finish;
-};
-
-struct Figures
-{
-    double mean = 0;
-    double median = 0;
-    double p99 = 0;
-    double p999 = 0;
-    double linesPerSecond = 0;
+    unsigned int share = 1; // of the lines
 };
 
 /// Times each call of `statement` by one reading of the clock, which the figures contain. Without a place for the
@@ -136,16 +142,20 @@ double RunProducers(Contestant const& contestant, unsigned int lines,
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-Figures Run(Contestant const& contestant, unsigned int producers)
+void Statements(benchmark::State& state, Contestant const& contestant, unsigned int producers)
 {
+    unsigned int const lines = timedLines / contestant.share;
     std::vector<std::vector<float>> times(producers);
     std::vector<std::vector<float>*> places;
     for (std::vector<float>& time : times)
     {
-        time.assign(timedLines, 0); // its pages are there before the clock runs
+        time.assign(lines, 0); // its pages are there before the clock runs
         places.push_back(&time);
     }
-    (void)RunProducers(contestant, timedLines, places);
+    for ([[maybe_unused]] auto const& round : state)
+    {
+        (void)RunProducers(contestant, lines, places);
+    }
 
     std::vector<float> all;
     for (std::vector<float> const& time : times)
@@ -153,57 +163,25 @@ Figures Run(Contestant const& contestant, unsigned int producers)
         all.insert(all.end(), time.begin(), time.end());
     }
     std::sort(all.begin(), all.end());
-    Figures figures;
+    double sum = 0;
     for (float const time : all)
     {
-        figures.mean += static_cast<double>(time) / static_cast<double>(all.size());
+        sum += static_cast<double>(time);
     }
-    figures.median = Percentile(all, 0.5);
-    figures.p99 = Percentile(all, 0.99);
-    figures.p999 = Percentile(all, 0.999);
-
-    double const seconds =
-        RunProducers(contestant, writtenLines, std::vector<std::vector<float>*>(producers, nullptr));
-    figures.linesPerSecond = static_cast<double>(writtenLines) * producers / seconds;
-    return figures;
+    state.counters["mean"] = sum / static_cast<double>(all.size());
+    state.counters["p50"] = Percentile(all, 0.5);
+    state.counters["p99"] = Percentile(all, 0.99);
+    state.counters["p99.9"] = Percentile(all, 0.999);
 }
 
-double Median(std::vector<double> values)
+void Lines(benchmark::State& state, Contestant const& contestant, unsigned int producers)
 {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-void Compare(std::vector<Contestant> const& contestants, unsigned int producers)
-{
-    std::vector<std::vector<Figures>> all(contestants.size());
-    for (int round = 0; round <= rounds; ++round)
+    unsigned int const lines = writtenLines / contestant.share;
+    std::vector<std::vector<float>*> const untimed(producers, nullptr);
+    for ([[maybe_unused]] auto const& round : state)
     {
-        for (std::size_t i = 0; i < contestants.size(); ++i)
-        {
-            Figures const figures = Run(contestants[i], producers);
-            if (round != 0) // the first warms up
-            {
-                all[i].push_back(figures);
-            }
-        }
-    }
-    std::printf("\n%u producer%s\n", producers, producers == 1 ? "" : "s");
-    std::printf("%-14s %9s %9s %9s %9s %12s\n", "", "mean ns", "p50 ns", "p99 ns", "p99.9 ns", "lines/s");
-    for (std::size_t i = 0; i < contestants.size(); ++i)
-    {
-        auto const median = [&](double Figures::*figure)
-        {
-            std::vector<double> values;
-            for (Figures const& figures : all[i])
-            {
-                values.push_back(figures.*figure);
-            }
-            return Median(values);
-        };
-        std::printf("%-14s %9.0f %9.0f %9.0f %9.0f %12.0f\n", contestants[i].name.c_str(),
-                    median(&Figures::mean), median(&Figures::median), median(&Figures::p99),
-                    median(&Figures::p999), median(&Figures::linesPerSecond));
+        double const seconds = RunProducers(contestant, lines, untimed);
+        state.counters["lines"] = static_cast<double>(lines) * producers / seconds;
     }
 }
 
@@ -240,7 +218,7 @@ Contestant GetLibrary(std::string const& directory)
 }
 
 #ifdef NX_BENCH_SPDLOG
-Contestant GetPeer(std::string const& name, std::shared_ptr<spdlog::logger> logger)
+Contestant GetSpdlog(std::string const& name, std::shared_ptr<spdlog::logger> logger)
 {
     auto const log = [logger](unsigned int lines, std::vector<float>* nanoseconds)
     {
@@ -257,62 +235,119 @@ Contestant GetPeer(std::string const& name, std::shared_ptr<spdlog::logger> logg
 }
 #endif
 
-void CompareLevelOff()
+#ifdef NX_BENCH_GLOG
+Contestant GetGlog(std::string const& directory)
 {
-    constexpr unsigned int statements = 200000000;
-    std::vector<double> library;
-    std::vector<double> peer;
-#ifdef NX_BENCH_SPDLOG
-    auto const logger = spdlog::get("sync");
-#endif
-    for (int round = 0; round < rounds; ++round)
+    FLAGS_log_dir = directory;
+    FLAGS_logtostderr = false;
+    google::InitGoogleLogging("bench");
+    auto const log = [](unsigned int lines, std::vector<float>* nanoseconds)
     {
-        auto start = Clock::now();
-        for (unsigned int i = 0; i < statements; ++i)
+        nxBuySellEnum const side(NX_BUY);
+        Repeat(lines, nanoseconds,
+               [&](unsigned int i)
+               {
+                   LOG(INFO) << "Order accepted, quantity " << static_cast<int>(i) << " price "
+                             << 101.375 + static_cast<double>(i % 64) << " user " << userName << " side "
+                             << side.GetShortDescription();
+               });
+    };
+    return Contestant{"glog", log, [] { google::FlushLogFiles(google::INFO); }, slowness};
+}
+#endif
+
+#ifdef NX_BENCH_BOOST_LOG
+namespace expr = boost::log::expressions;
+using BoostLogger = boost::log::sources::severity_logger_mt<boost::log::trivial::severity_level>;
+
+Contestant GetBoost(std::string const& directory)
+{
+    using Backend = boost::log::sinks::text_ostream_backend;
+    auto const backend = boost::make_shared<Backend>();
+    backend->add_stream(boost::make_shared<std::ofstream>(directory + "/boost.log"));
+    auto const sink = boost::make_shared<boost::log::sinks::synchronous_sink<Backend>>(backend);
+    sink->set_formatter(
+        expr::stream << '[' << boost::log::trivial::severity << "]["
+                     << expr::format_date_time<boost::posix_time::ptime>("TimeStamp", "%d%b%y %H:%M:%S.%f")
+                     << "] " << expr::smessage);
+    boost::log::core::get()->add_sink(sink);
+    boost::log::core::get()->add_global_attribute("TimeStamp", boost::log::attributes::local_clock());
+    boost::log::core::get()->set_filter(boost::log::trivial::severity >= boost::log::trivial::info);
+    auto const log = [](unsigned int lines, std::vector<float>* nanoseconds)
+    {
+        BoostLogger logger;
+        nxBuySellEnum const side(NX_BUY);
+        Repeat(lines, nanoseconds,
+               [&](unsigned int i)
+               {
+                   BOOST_LOG_SEV(logger, boost::log::trivial::info)
+                       << "Order accepted, quantity " << static_cast<int>(i) << " price "
+                       << 101.375 + static_cast<double>(i % 64) << " user " << userName << " side "
+                       << side.GetShortDescription();
+               });
+    };
+    return Contestant{"boost", log, [sink] { sink->flush(); }, slowness};
+}
+
+void BoostLevelOff(benchmark::State& state)
+{
+    BoostLogger logger;
+    unsigned int i = 0;
+    for ([[maybe_unused]] auto const& round : state)
+    {
+        BOOST_LOG_SEV(logger, boost::log::trivial::debug) << "Order accepted, quantity " << i++;
+    }
+}
+BENCHMARK(BoostLevelOff)->Name("LevelOff/boost");
+#endif
+
+// A loop of its own: what the benchmark's loop takes is more than what is measured.
+constexpr unsigned int offStatements = 1000;
+
+void LevelOff(benchmark::State& state)
+{
+    for ([[maybe_unused]] auto const& round : state)
+    {
+        for (unsigned int i = 0; i < offStatements; ++i)
         {
             NX_LOG(NX_DBG, "Order accepted, quantity " << i);
-            asm volatile("" : : : "memory");
+            benchmark::ClobberMemory();
         }
-        library.push_back(Nanoseconds(Clock::now() - start).count() / statements);
+    }
+    state.counters["ns"] = benchmark::Counter(
+        offStatements / 1e9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(LevelOff)->Name("LevelOff/nxLog");
+
 #ifdef NX_BENCH_SPDLOG
-        start = Clock::now();
-        for (unsigned int i = 0; i < statements; ++i)
+void SpdlogLevelOff(benchmark::State& state)
+{
+    auto const logger = spdlog::get("sync");
+    for ([[maybe_unused]] auto const& round : state)
+    {
+        for (unsigned int i = 0; i < offStatements; ++i)
         {
             logger->debug("Order accepted, quantity {}", i);
-            asm volatile("" : : : "memory");
+            benchmark::ClobberMemory();
         }
-        peer.push_back(Nanoseconds(Clock::now() - start).count() / statements);
+    }
+    state.counters["ns"] = benchmark::Counter(
+        offStatements / 1e9, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(SpdlogLevelOff)->Name("LevelOff/spdlog");
 #endif
-    }
-    std::printf("\na level that is off\n%-14s %9.2f ns\n", "nxLog", Median(library));
-    if (!peer.empty())
+
+void ClockRead(benchmark::State& state)
+{
+    for ([[maybe_unused]] auto const& round : state)
     {
-        std::printf("%-14s %9.2f ns\n", "spdlog", Median(peer));
+        benchmark::DoNotOptimize(Clock::now());
     }
 }
+BENCHMARK(ClockRead);
 
-void MeasureClock()
+std::vector<Contestant> GetContestants(std::string const& directory)
 {
-    constexpr int reads = 10000000;
-    auto const start = Clock::now();
-    for (int i = 0; i < reads; ++i)
-    {
-        (void)Clock::now();
-    }
-    std::printf("one reading of the clock: %.1f ns; each time below contains one\n",
-                Nanoseconds(Clock::now() - start).count() / reads);
-}
-
-} // namespace
-
-int main()
-{
-    std::string name = (std::filesystem::temp_directory_path() / "nxLogBenchXXXXXX").string();
-    std::string const directory = mkdtemp(name.data());
-    // A process with one thread has cheaper mutexes than any host has.
-    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
-
-    MeasureClock();
     std::vector<Contestant> contestants = {GetLibrary(directory)};
 #ifdef NX_BENCH_SPDLOG
     std::string const pattern = "[%l][%d%b%y %H:%M:%S.%f] %v [%s:%#]";
@@ -323,18 +358,53 @@ int main()
         spdlog::basic_logger_mt<spdlog::async_factory>("async", directory + "/async.log", true);
     sync->set_pattern(pattern);
     async->set_pattern(pattern);
-    contestants.push_back(GetPeer("spdlog sync", sync));
-    contestants.push_back(GetPeer("spdlog async", async));
-#else
-    std::printf("spdlog: not found, left out\n");
+    contestants.push_back(GetSpdlog("spdlog", sync));
+    contestants.push_back(GetSpdlog("spdlog_async", async));
 #endif
-    Compare(contestants, 1);
-    Compare(contestants, 2);
-    CompareLevelOff();
+#ifdef NX_BENCH_GLOG
+    contestants.push_back(GetGlog(directory));
+#endif
+#ifdef NX_BENCH_BOOST_LOG
+    contestants.push_back(GetBoost(directory));
+#endif
+    return contestants;
+}
+
+void Register(std::string const& kind, void (*run)(benchmark::State&, Contestant const&, unsigned int),
+              std::vector<Contestant> const& contestants)
+{
+    for (unsigned int producers = 1; producers <= 2; ++producers)
+    {
+        for (Contestant const& contestant : contestants)
+        {
+            std::string const name = kind + "/" + contestant.name + "/" + std::to_string(producers);
+            benchmark::RegisterBenchmark(name.c_str(), run, contestant, producers)->Iterations(1);
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::string name = (std::filesystem::temp_directory_path() / "nxLogBenchXXXXXX").string();
+    std::string const directory = mkdtemp(name.data());
+    // A process with one thread has cheaper mutexes than any host has.
+    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
+
+    std::vector<Contestant> const contestants = GetContestants(directory);
+    // Hosts run for days: what each keeps in memory is there before the clock runs.
+    for (Contestant const& contestant : contestants)
+    {
+        (void)RunProducers(contestant, writtenLines / contestant.share, {nullptr, nullptr});
+    }
+    Register("Statement", Statements, contestants);
+    Register("Lines", Lines, contestants);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
 
     (void)nxLogManager::GetInstance().Destroy();
     std::error_code error;
     std::filesystem::remove_all(directory, error);
-    (void)std::fflush(stdout);
     std::_Exit(0); // without the peers' own ends
 }

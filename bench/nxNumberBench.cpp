@@ -93,22 +93,24 @@ void EachResult(benchmark::State& state, WorkT work)
 
 void DecimalFromText(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     nxDecimal decimal;
     Each(state,
          [&](std::size_t i)
          {
-             (void)decimal.SetFromString(GetPrices().texts[i], '.');
+             (void)decimal.SetFromString(prices.texts[i], '.');
              benchmark::DoNotOptimize(decimal);
          });
 }
 
 void DoubleFromCharsOfPrice(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     double value = 0.0;
     Each(state,
          [&](std::size_t i)
          {
-             std::string const& text = GetPrices().texts[i];
+             std::string const& text = prices.texts[i];
              std::from_chars(text.data(), text.data() + text.size(), value);
              benchmark::DoNotOptimize(value);
          });
@@ -116,11 +118,12 @@ void DoubleFromCharsOfPrice(benchmark::State& state)
 
 void DecimalToText(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     char buffer[nxDecimal::maximumTextSize];
     Each(state,
          [&](std::size_t i)
          {
-             GetPrices().decimals[i].GetAsString(buffer, '.');
+             prices.decimals[i].GetAsString(buffer, '.');
              benchmark::DoNotOptimize(buffer);
              benchmark::ClobberMemory();
          });
@@ -128,12 +131,12 @@ void DecimalToText(benchmark::State& state)
 
 void DoubleToCharsFixed(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     char buffer[64];
     Each(state,
          [&](std::size_t i)
          {
-             std::to_chars(buffer, buffer + sizeof(buffer), GetPrices().doubles[i], std::chars_format::fixed,
-                           2);
+             std::to_chars(buffer, buffer + sizeof(buffer), prices.doubles[i], std::chars_format::fixed, 2);
              benchmark::DoNotOptimize(buffer);
              benchmark::ClobberMemory();
          });
@@ -141,60 +144,65 @@ void DoubleToCharsFixed(benchmark::State& state)
 
 void DecimalAddSameScale(benchmark::State& state)
 {
-    EachResult<nxDecimal>(state,
-                          [&](std::size_t i) { return GetPrices().decimals[i] + GetPrices().others[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<nxDecimal>(state, [&](std::size_t i) { return prices.decimals[i] + prices.others[i]; });
 }
 
 void StandardAddSameScale(benchmark::State& state)
 {
-    EachResult<StandardDecimal>(state, [&](std::size_t i)
-                                { return GetPrices().standard[i] + GetPrices().standardOthers[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<StandardDecimal>(state,
+                                [&](std::size_t i) { return prices.standard[i] + prices.standardOthers[i]; });
 }
 
 void DecimalAddOtherScale(benchmark::State& state)
 {
-    EachResult<nxDecimal>(state,
-                          [&](std::size_t i) { return GetPrices().decimals[i] + GetPrices().finer[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<nxDecimal>(state, [&](std::size_t i) { return prices.decimals[i] + prices.finer[i]; });
 }
 
 void StandardAddOtherScale(benchmark::State& state)
 {
-    EachResult<StandardDecimal>(state, [&](std::size_t i)
-                                { return GetPrices().standard[i] + GetPrices().standardFiner[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<StandardDecimal>(state,
+                                [&](std::size_t i) { return prices.standard[i] + prices.standardFiner[i]; });
 }
 
 void DecimalMultiply(benchmark::State& state)
 {
-    EachResult<nxDecimal>(state,
-                          [&](std::size_t i) { return GetPrices().decimals[i] * GetPrices().others[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<nxDecimal>(state, [&](std::size_t i) { return prices.decimals[i] * prices.others[i]; });
 }
 
 void StandardMultiply(benchmark::State& state)
 {
-    EachResult<StandardDecimal>(state, [&](std::size_t i)
-                                { return GetPrices().standard[i] * GetPrices().standardOthers[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<StandardDecimal>(state,
+                                [&](std::size_t i) { return prices.standard[i] * prices.standardOthers[i]; });
 }
 
 void DecimalDivide(benchmark::State& state)
 {
-    EachResult<nxDecimal>(state,
-                          [&](std::size_t i) { return GetPrices().decimals[i] / GetPrices().others[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<nxDecimal>(state, [&](std::size_t i) { return prices.decimals[i] / prices.others[i]; });
 }
 
 void StandardDivide(benchmark::State& state)
 {
-    EachResult<StandardDecimal>(state, [&](std::size_t i)
-                                { return GetPrices().standard[i] / GetPrices().standardOthers[i]; });
+    Prices const& prices = GetPrices();
+    EachResult<StandardDecimal>(state,
+                                [&](std::size_t i) { return prices.standard[i] / prices.standardOthers[i]; });
 }
 
 void DecimalRoundNearest(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     nxDecimal const step(0.25, 2);
     nxRoundingMethodEnum const nearest(NX_ROUNDING_METHOD_NEAREST);
     EachResult<nxDecimal>(state,
                           [&](std::size_t i)
                           {
-                              nxDecimal price = GetPrices().decimals[i];
+                              nxDecimal price = prices.decimals[i];
                               price.Round(step, nearest);
                               return price;
                           });
@@ -203,12 +211,13 @@ void DecimalRoundNearest(benchmark::State& state)
 /// To a multiple of a step, which this type does by a quotient, a conversion and a product.
 void StandardRoundNearest(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     StandardDecimal const step = std::decimal::make_decimal64(25ll, -2);
     StandardDecimal const half = std::decimal::make_decimal64(5ll, -1);
     EachResult<StandardDecimal>(state,
                                 [&](std::size_t i)
                                 {
-                                    StandardDecimal const steps = GetPrices().standard[i] / step + half;
+                                    StandardDecimal const steps = prices.standard[i] / step + half;
                                     return StandardDecimal(std::decimal::decimal64_to_long_long(steps)) *
                                            step;
                                 });
@@ -232,17 +241,19 @@ void EachAppended(benchmark::State& state, WorkT append)
 
 void HelperAppendDouble(benchmark::State& state)
 {
-    EachAppended(state, [](std::string& out, std::size_t i)
-                 { nxStringHelper::AppendAsString(out, GetPrices().doubles[i]); });
+    Prices const& prices = GetPrices();
+    EachAppended(state, [&](std::string& out, std::size_t i)
+                 { nxStringHelper::AppendAsString(out, prices.doubles[i]); });
 }
 
 void ToCharsFixedAndStrip(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     EachAppended(state,
-                 [](std::string& out, std::size_t i)
+                 [&](std::string& out, std::size_t i)
                  {
                      char buffer[64];
-                     char* end = std::to_chars(buffer, buffer + sizeof(buffer), GetPrices().doubles[i],
+                     char* end = std::to_chars(buffer, buffer + sizeof(buffer), prices.doubles[i],
                                                std::chars_format::fixed, 9)
                                      .ptr;
                      while (end[-1] == '0')
@@ -255,39 +266,43 @@ void ToCharsFixedAndStrip(benchmark::State& state)
 
 void SnprintfDouble(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     EachAppended(state,
-                 [](std::string& out, std::size_t i)
+                 [&](std::string& out, std::size_t i)
                  {
                      char buffer[64];
-                     int const length = std::snprintf(buffer, sizeof(buffer), "%.9f", GetPrices().doubles[i]);
+                     int const length = std::snprintf(buffer, sizeof(buffer), "%.9f", prices.doubles[i]);
                      out.append(buffer, static_cast<std::size_t>(length));
                  });
 }
 
 void HelperAppendInt(benchmark::State& state)
 {
-    EachAppended(state, [](std::string& out, std::size_t i)
-                 { nxStringHelper::AppendAsString(out, GetPrices().wholes[i]); });
+    Prices const& prices = GetPrices();
+    EachAppended(state, [&](std::string& out, std::size_t i)
+                 { nxStringHelper::AppendAsString(out, prices.wholes[i]); });
 }
 
 void HelperIntFromText(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     int value = 0;
     Each(state,
          [&](std::size_t i)
          {
-             (void)nxStringHelper::SetFromString(GetPrices().wholeTexts[i], value);
+             (void)nxStringHelper::SetFromString(prices.wholeTexts[i], value);
              benchmark::DoNotOptimize(value);
          });
 }
 
 void IntFromChars(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     int value = 0;
     Each(state,
          [&](std::size_t i)
          {
-             std::string const& text = GetPrices().wholeTexts[i];
+             std::string const& text = prices.wholeTexts[i];
              std::from_chars(text.data(), text.data() + text.size(), value);
              benchmark::DoNotOptimize(value);
          });
@@ -295,11 +310,12 @@ void IntFromChars(benchmark::State& state)
 
 void HelperDoubleFromText(benchmark::State& state)
 {
+    Prices const& prices = GetPrices();
     double value = 0.0;
     Each(state,
          [&](std::size_t i)
          {
-             (void)nxStringHelper::SetFromString(GetPrices().texts[i], value, '.');
+             (void)nxStringHelper::SetFromString(prices.texts[i], value, '.');
              benchmark::DoNotOptimize(value);
          });
 }
@@ -329,14 +345,16 @@ BENCHMARK(HelperDoubleFromText);
 #ifdef NX_BENCH_FMT
 void FmtAppendDouble(benchmark::State& state)
 {
-    EachAppended(state, [](std::string& out, std::size_t i)
-                 { fmt::format_to(std::back_inserter(out), FMT_COMPILE("{}"), GetPrices().doubles[i]); });
+    Prices const& prices = GetPrices();
+    EachAppended(state, [&](std::string& out, std::size_t i)
+                 { fmt::format_to(std::back_inserter(out), FMT_COMPILE("{}"), prices.doubles[i]); });
 }
 
 void FmtAppendInt(benchmark::State& state)
 {
-    EachAppended(state, [](std::string& out, std::size_t i)
-                 { fmt::format_to(std::back_inserter(out), FMT_COMPILE("{}"), GetPrices().wholes[i]); });
+    Prices const& prices = GetPrices();
+    EachAppended(state, [&](std::string& out, std::size_t i)
+                 { fmt::format_to(std::back_inserter(out), FMT_COMPILE("{}"), prices.wholes[i]); });
 }
 
 BENCHMARK(FmtAppendDouble);

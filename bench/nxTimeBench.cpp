@@ -13,6 +13,16 @@
 #include <thread>
 #include <vector>
 
+#if __has_include(<date/date.h>)
+#define NX_BENCH_DATE
+#include <date/date.h>
+#endif
+#if __has_include(<fmt/chrono.h>)
+#define NX_BENCH_FMT
+#define FMT_HEADER_ONLY
+#include <fmt/chrono.h>
+#endif
+
 namespace
 {
 
@@ -132,6 +142,38 @@ void StampTextLocaltimeAndStrftime(benchmark::State& state)
     }
 }
 BENCHMARK(StampTextLocaltimeAndStrftime);
+
+#ifdef NX_BENCH_DATE
+void StampTextDate(benchmark::State& state)
+{
+    unsigned int n = 0;
+    std::string text;
+    for (auto _ : state)
+    {
+        text = date::format("%d%b%Y %T", date::sys_seconds(std::chrono::seconds(NextSecond(n))));
+        benchmark::DoNotOptimize(text);
+    }
+}
+BENCHMARK(StampTextDate);
+#endif
+
+#ifdef NX_BENCH_FMT
+void StampTextFmt(benchmark::State& state)
+{
+    unsigned int n = 0;
+    char text[32];
+    std::time_t const first = start;
+    std::tm fields = {};
+    localtime_r(&first, &fields);
+    for (auto _ : state)
+    {
+        fields.tm_sec = static_cast<int>(n++ % 60);
+        fmt::format_to_n(text, sizeof(text), "{:%d%b%Y %H:%M:%S}", fields);
+        benchmark::DoNotOptimize(text);
+    }
+}
+BENCHMARK(StampTextFmt);
+#endif
 
 void FieldsToMoment(benchmark::State& state)
 {
