@@ -96,6 +96,40 @@ private:
     unsigned int _length;
 };
 
+/// Whether all digits of a number, shown with all its places, are made in one word: the usual price.
+bool IsShort(long long value, unsigned char places)
+{
+    constexpr unsigned char mostPlaces = 7;
+    return nxDigits::hasWords && places <= mostPlaces &&
+           nxArithmetic::Magnitude(value) < nxDigits::Word::limit;
+}
+
+/// Writes a short number and no byte behind it.
+/// @return the end of the text.
+char* WriteShort(char* out, long long value, unsigned char places, char separator)
+{
+    nxDigits::Word const word =
+        nxDigits::WriteWord(static_cast<unsigned int>(nxArithmetic::Magnitude(value)), places + 1u);
+    if (value < 0)
+    {
+        *out++ = '-';
+    }
+    if (places == 0)
+    {
+        nxDigits::Word::Put(out, word.bytes, word.count);
+        return out + word.count;
+    }
+    unsigned int const wholeBits = 8 * (word.count - places);
+    std::uint64_t const whole = word.bytes & ((std::uint64_t{1} << wholeBits) - 1);
+    std::uint64_t const point = std::uint64_t{static_cast<unsigned char>(separator)} << wholeBits;
+    std::uint64_t const text = whole | point | word.bytes >> wholeBits << wholeBits << 8;
+    char* const end = out + word.count + 1;
+    // The last of eight digits has no room beside a separator.
+    end[-1] = static_cast<char>(word.bytes >> 8 * (word.count - 1));
+    nxDigits::Word::Put(out, text, std::min(word.count + 1, unsigned{sizeof text}));
+    return end;
+}
+
 } // namespace
 
 nxDecimal::nxDecimal(nxNullInitalizer) : _value(0), _decimalPlaces(0), _status(NX_NULL)
@@ -253,18 +287,7 @@ void nxDecimal::SetDecimalPlaces(unsigned char const& places, bool onlyDropZeros
 
 nxDecimal& nxDecimal::operator*=(nxDecimal const& right)
 {
-    if (!IsValid() || !right.IsValid())
-    {
-        return *this;
-    }
-    if (_decimalPlaces == 0 && right._decimalPlaces == 0)
-    {
-        _value = nxArithmetic::Multiply(_value, right._value);
-    }
-    else
-    {
-        _SetFromDouble(GetAsDouble() * right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
-    }
+    _Multiply(right);
     return *this;
 }
 
@@ -437,6 +460,11 @@ void nxDecimal::GetAsString(char* buffer, char separator) const
         *buffer = '\0';
         return;
     }
+    if (IsShort(_value, _decimalPlaces))
+    {
+        *WriteShort(buffer, _value, _decimalPlaces, separator) = '\0';
+        return;
+    }
     Text const text(_value, _decimalPlaces, _decimalPlaces);
     char* const end = buffer + text.GetLength();
     *end = '\0';
@@ -470,6 +498,13 @@ void nxDecimal::_Append(std::string& out, unsigned int maximumPlaces, char separ
 {
     if (IsValid())
     {
+        if (IsShort(_value, _decimalPlaces) && maximumPlaces >= _decimalPlaces)
+        {
+            char text[maximumTextSize];
+            out.append(text,
+                       static_cast<std::size_t>(WriteShort(text, _value, _decimalPlaces, separator) - text));
+            return;
+        }
         Text const text(_value, _decimalPlaces, maximumPlaces);
         out.resize(out.size() + text.GetLength());
         text.WriteBackward(out.data() + out.size(), separator);

@@ -170,7 +170,8 @@ public:
     nxDecimal operator*(nxDecimal const& right) const
     {
         nxDecimal result(*this);
-        return result *= right;
+        result._Multiply(right);
+        return result;
     }
 
     nxDecimal operator/(nxDecimal const& right) const
@@ -251,6 +252,7 @@ public:
 private:
     // By value, for the inline operators: a reference would keep the sum out of a register.
     void _SetFromDouble(double value, unsigned char places);
+    void _Multiply(nxDecimal const& right);
     void _Clear(nxEnumValue status);
     void _Append(std::string& out, unsigned int maximumPlaces, char separator) const;
     char const* _GetStatusWord() const; // for the log; empty if valid
@@ -260,6 +262,22 @@ private:
     unsigned char _decimalPlaces;
     nxValueStatusEnum _status;
 };
+
+inline void nxDecimal::_Multiply(nxDecimal const& right)
+{
+    if (!IsValid() || !right.IsValid())
+    {
+        return;
+    }
+    if (_decimalPlaces == 0 && right._decimalPlaces == 0)
+    {
+        _value = nxArithmetic::Multiply(_value, right._value);
+    }
+    else
+    {
+        _SetFromDouble(GetAsDouble() * right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
+    }
+}
 
 inline nxDecimal& nxDecimal::operator+=(nxDecimal const& right)
 {

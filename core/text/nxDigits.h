@@ -4,6 +4,7 @@
 #include <bit>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -101,6 +102,64 @@ inline unsigned long long WriteLowestBackward(char* end, unsigned long long valu
     return value;
 }
 
+/// The digits of a small number as text in one word: the first digit in its lowest byte, nothing above the last.
+struct Word
+{
+    static constexpr unsigned int limit = 100000000; ///< numbers below it have room
+
+    std::uint64_t bytes;
+    unsigned int count; ///< of digits
+
+    /// Writes the bytes of a text that is `size` bytes long, 1 to 8, and touches no byte behind it.
+    static void Put(char* out, std::uint64_t text, unsigned int size)
+    {
+        if (size == sizeof text)
+        {
+            std::memcpy(out, &text, sizeof text);
+        }
+        else if (size >= sizeof(std::uint32_t))
+        {
+            auto const first = static_cast<std::uint32_t>(text);
+            auto const last = static_cast<std::uint32_t>(text >> 8 * (size - sizeof first));
+            std::memcpy(out, &first, sizeof first);
+            std::memcpy(out + size - sizeof last, &last, sizeof last);
+        }
+        else
+        {
+            // The second of two bytes is their last, that of three is written by itself.
+            out[0] = static_cast<char>(text);
+            out[size / 2] = static_cast<char>(text >> 8 * (size / 2));
+            out[size - 1] = static_cast<char>(text >> 8 * (size - 1));
+        }
+    }
+};
+
+/// Whether numbers may be made as words: the lowest byte of a word is its first in memory.
+inline constexpr bool hasWords = std::endian::native == std::endian::little;
+
+inline constexpr std::uint64_t wordOfZeros = 0x3030303030303030;
+
+/// The digits of two numbers below 10000, four each, leading zeros included. Hundreds and tens are parted side by side
+/// in one word, by products with the inverses of 100 and 10.
+constexpr std::uint64_t EightDigits(unsigned int upper, unsigned int lower)
+{
+    std::uint64_t const halves = upper | std::uint64_t{lower} << 32;
+    std::uint64_t const hundreds = halves * 10486 >> 20 & 0x0000007F0000007F;
+    std::uint64_t const quarters = hundreds | (halves - hundreds * 100) << 16;
+    std::uint64_t const tens = quarters * 103 >> 10 & 0x000F000F000F000F;
+    return (tens | (quarters - tens * 10) << 8) | wordOfZeros;
+}
+
+/// The digits of `value`, below Word::limit, and zeros before them if there are fewer than `least` (1 to 8).
+constexpr Word WriteWord(unsigned int value, unsigned int least)
+{
+    std::uint64_t const digits = EightDigits(value / 10000, value % 10000);
+    // The lowest byte that is no zero, or the first of those that are wanted anyway.
+    auto const first = static_cast<unsigned int>(
+        std::countr_zero((digits ^ wordOfZeros) | std::uint64_t{1} << 8 * (8 - least)) / 8);
+    return {digits >> 8 * first, 8 - first};
+}
+
 /// What a text of digits with at most one separator holds.
 struct Number
 {
@@ -109,9 +168,8 @@ struct Number
     std::size_t decimals;        ///< of those behind the separator
 };
 
-/// Reads digits up to a zero byte, among them at most one separator.
-/// @return whether there was nothing else and at least one digit; if not, `number` is left in any state.
-inline bool Read(char const* text, char separator, Number& number)
+/// Read() for a separator that is a digit itself.
+inline bool ReadWithDigitAsSeparator(char const* text, char separator, Number& number)
 {
     char const* point = nullptr;
     char const* at = text;
@@ -138,6 +196,43 @@ inline bool Read(char const* text, char separator, Number& number)
     number.count = static_cast<std::size_t>(at - text) - (point == nullptr ? 0 : 1);
     number.decimals = static_cast<std::size_t>(point == nullptr ? 0 : at - point - 1);
     return number.count != 0;
+}
+
+/// Adds the digits from `at` on to `gathered`, wrapping.
+/// @return the first byte that is no digit.
+inline char const* ReadRun(char const* at, unsigned long long& gathered)
+{
+    for (unsigned int digit = ValueOf(*at); digit <= 9; digit = ValueOf(*at))
+    {
+        gathered = gathered * 10 + digit;
+        ++at;
+    }
+    return at;
+}
+
+/// Reads digits up to a zero byte, among them at most one separator, which may be any byte but zero: one that is a digit
+/// is a separator.
+/// @return whether there was nothing else and at least one digit; if not, `number` is left in any state.
+inline bool Read(char const* text, char separator, Number& number)
+{
+    if (ValueOf(separator) <= 9)
+    {
+        return ReadWithDigitAsSeparator(text, separator, number);
+    }
+    number.gathered = 0;
+    char const* const point = ReadRun(text, number.gathered);
+    char const* end = point;
+    if (*point == separator && *point != '\0')
+    {
+        end = ReadRun(point + 1, number.gathered);
+        number.decimals = static_cast<std::size_t>(end - point - 1);
+    }
+    else
+    {
+        number.decimals = 0;
+    }
+    number.count = static_cast<std::size_t>(point - text) + number.decimals;
+    return *end == '\0' && number.count != 0;
 }
 
 /// Reads a text that is digits and nothing else, at least one. Too many of them wrap around in the width of `value`.

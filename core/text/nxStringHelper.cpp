@@ -5,8 +5,12 @@
 #include "core/vocabulary/nxEnum.h"
 
 #include <algorithm>
+#include <bit>
 #include <cctype>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace
@@ -40,6 +44,16 @@ void Append(std::string& out, IntegerT value)
     {
         magnitude = 0 - magnitude;
     }
+    if (nxDigits::hasWords && magnitude < nxDigits::Word::limit)
+    {
+        nxDigits::Word const word = nxDigits::WriteWord(static_cast<unsigned int>(magnitude), 1);
+        unsigned int const size = word.count + (negative ? 1 : 0);
+        char text[1 + sizeof word.bytes];
+        text[0] = '-';
+        std::memcpy(text + (negative ? 1 : 0), &word.bytes, sizeof word.bytes);
+        out.append(text, size);
+        return;
+    }
     char* const end = Grow(out, nxDigits::Count(magnitude) + (negative ? 1 : 0));
     char* const first = nxDigits::WriteBackward(end, magnitude);
     if (negative)
@@ -57,7 +71,7 @@ struct Fixed
 };
 
 /// Halves go to even as far as the last digit goes; see the header.
-Fixed RoundToFixed(double magnitude, unsigned int places)
+inline Fixed RoundToFixed(double magnitude, unsigned int places)
 {
     auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[places]);
     Fixed fixed{static_cast<unsigned int>(magnitude), 0, places};
@@ -118,7 +132,34 @@ void AppendScientific(std::string& out, double value)
     out.append(buffer, result.ptr);
 }
 
-void Append(std::string& out, double value, unsigned int precision)
+constexpr std::size_t fixedSize = 24; // more than sign, ten digits, point and nine digits
+
+/// Writes the text of nine places and a whole part that is a word: the usual price, without a branch on its digits.
+/// @param out  has room for fixedSize bytes, all of which may be written.
+/// @return the end of the text.
+inline char* WriteWords(char* out, bool negative, unsigned int whole, unsigned int fraction)
+{
+    constexpr unsigned int digitsOfWord = 8;
+    unsigned int const upper = fraction / 100000;
+    unsigned int const firstEight = fraction / 10;
+    unsigned int const last = fraction - firstEight * 10;
+    std::uint64_t const digits = nxDigits::EightDigits(upper, firstEight - upper * 10000);
+    auto const zeros = static_cast<unsigned int>(std::countl_zero(digits ^ nxDigits::wordOfZeros)) / 8;
+    unsigned int const decimals = last != 0 ? digitsOfWord + 1 : digitsOfWord - zeros;
+
+    nxDigits::Word const word = nxDigits::WriteWord(whole, 1);
+    *out = '-';
+    out += negative ? 1 : 0;
+    std::memcpy(out, &word.bytes, sizeof word.bytes);
+    out += word.count;
+    *out = '.';
+    std::memcpy(out + 1, &digits, sizeof digits);
+    out[1 + digitsOfWord] = static_cast<char>('0' + last);
+    return out + decimals + (decimals != 0 ? 1 : 0);
+}
+
+/// Any number at any precision.
+[[gnu::noinline]] void AppendFixed(std::string& out, double value, unsigned int precision)
 {
     bool const negative = value < 0.0; // not so for a negative zero
     double const magnitude = negative ? -value : value;
@@ -133,7 +174,7 @@ void Append(std::string& out, double value, unsigned int precision)
     DropTrailingZeros(fixed);
     // The 1 of a whole power stands behind the point even though no digit is left to it.
     unsigned int const decimals = fixed.fraction == 0 ? 0 : std::max(fixed.decimals, 1u);
-    char buffer[24]; // sign, ten digits, point, nine digits
+    char buffer[fixedSize];
     char* const end = buffer + sizeof(buffer);
     char* first = end;
     if (decimals != 0)
@@ -148,6 +189,34 @@ void Append(std::string& out, double value, unsigned int precision)
         *--first = '-';
     }
     out.append(first, static_cast<std::size_t>(end - first));
+}
+
+/// The usual number is written in its place, if there is room: a copy of now seven, now eight bytes is a branch that is
+/// guessed wrong. All else is done elsewhere, so that nothing is saved and restored for it here.
+void Append(std::string& out, double value, unsigned int precision)
+{
+    static constexpr char room[fixedSize] = {};
+    constexpr auto power = static_cast<unsigned int>(nxDigits::powersOfTen[maximumPrecision]);
+    constexpr double limit = nxDigits::Word::limit;
+    double const magnitude = std::fabs(value);
+    std::size_t const size = out.size();
+    if (nxDigits::hasWords && magnitude < limit && precision == maximumPrecision &&
+        out.capacity() - size >= fixedSize)
+    {
+        // Rounded without a look at what truncation leaves: what comes after waits for the fraction. The look, which
+        // finds the ties, can come late.
+        auto const whole = static_cast<unsigned int>(magnitude);
+        double const scaled = (magnitude - whole) * power;
+        auto const fraction = static_cast<unsigned int>(scaled + 0.5);
+        if (std::fabs(fraction - scaled) < 0.5 && fraction < power)
+        {
+            out.append(room, fixedSize);
+            char const* const end = WriteWords(out.data() + size, value < 0.0, whole, fraction);
+            out.erase(static_cast<std::size_t>(end - out.data()));
+            return;
+        }
+    }
+    AppendFixed(out, value, precision);
 }
 
 /// Digits up to a zero byte, wrapping in the width of the number.
