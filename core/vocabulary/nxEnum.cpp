@@ -90,8 +90,8 @@ void nxEnum::GetRegisteredEnumValuesForInstance(std::set<nxEnumValue>& values) c
 
 bool nxEnum::SetFromShortDescriptionString(std::string const& token)
 {
-    unsigned int value = 0;
-    return nxEnumIndex::ofRegistry.Find(token, value) && _Set(value);
+    std::uint64_t const number = nxEnumIndex::ofRegistry.Find(token);
+    return number != nxEnumIndex::none && _Set(static_cast<unsigned int>(number));
 }
 
 bool nxEnum::SetFromString(std::string const& token)

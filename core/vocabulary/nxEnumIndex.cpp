@@ -9,13 +9,7 @@ namespace
 constexpr std::size_t firstNumberOfSlots = 64;
 } // namespace
 
-bool nxEnumIndex::Find(std::string_view token, unsigned int& number) const
-{
-    return (_knowsTokens && nxEnumWords::Find(token, number)) ||
-           (_slots != nullptr && _FindOfHost(token, number));
-}
-
-bool nxEnumIndex::_FindOfHost(std::string_view token, unsigned int& number) const
+std::uint64_t nxEnumIndex::_FindOfHost(std::string_view token) const
 {
     std::uint64_t const hash = nxTokenHash(token);
     std::size_t const mask = _capacity - 1;
@@ -23,12 +17,9 @@ bool nxEnumIndex::_FindOfHost(std::string_view token, unsigned int& number) cons
     {
         Slot const& slot = _slots[at];
         if (slot.hash == hash && slot.descriptions->first == token)
-        {
-            number = slot.number;
-            return true;
-        }
+            return slot.number;
     }
-    return false;
+    return none;
 }
 
 void nxEnumIndex::Add(unsigned int number, Descriptions const& descriptions)

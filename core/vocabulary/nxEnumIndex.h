@@ -38,9 +38,18 @@ public:
         return own != nullptr ? own : _FindOfHost(number);
     }
 
-    /// @param number  receives the number of the row
-    /// @return false, with the number as it was, when no row has the token
-    bool Find(std::string_view token, unsigned int& number) const;
+    /// What is no number.
+    static constexpr std::uint64_t none = std::uint64_t{1} << 32;
+
+    /// @return the number of the row that has the token, or `none`. A std::optional comes through memory here, written in
+    ///         two parts and read as one, which takes longer than the search.
+    std::uint64_t Find(std::string_view token) const
+    {
+        unsigned int const own = _knowsTokens ? nxEnumWords::Find(token) : nxEnumWords::numberLimit;
+        if (own != nxEnumWords::numberLimit)
+            return own;
+        return _slots == nullptr ? none : _FindOfHost(token);
+    }
 
     /// Notes a row of the library.
     /// @param descriptions  outlive the index
@@ -78,7 +87,7 @@ private:
         Page const* const page = (*_pages)[number / pageSize];
         return page == nullptr ? nullptr : (*page)[number % pageSize];
     }
-    bool _FindOfHost(std::string_view token, unsigned int& number) const;
+    std::uint64_t _FindOfHost(std::string_view token) const;
     void _AddNumber(unsigned int number, Descriptions const& descriptions);
     void _AddToken(Slot const& slot);
     void _Grow();

@@ -199,6 +199,36 @@ consteval TokenTable MakeTokenTable()
     return table;
 }
 
+/// Whether less than eight bytes are the same.
+bool IsSameShort(char const* token, char const* text, std::size_t size)
+{
+    using nxTokenHashDetail::Load;
+    constexpr std::size_t halfSize = sizeof(std::uint32_t);
+    if (size < halfSize) // up to three: the first, the middle and the last, and no token is empty
+        return token[0] == text[0] && token[size / 2] == text[size / 2] && token[size - 1] == text[size - 1];
+    std::size_t const last = size - halfSize;
+    return Load<std::uint32_t>(token) == Load<std::uint32_t>(text) &&
+           Load<std::uint32_t>(token + last) == Load<std::uint32_t>(text + last);
+}
+
+/// Whether a token of the table has these bytes. Tokens of all sizes are asked for by turns, so that no branch may
+/// depend on the size: all words of the longest token are compared, the last one in place of those that there are not.
+bool IsSame(char const* token, char const* text, std::size_t size)
+{
+    using nxTokenHashDetail::Load;
+    constexpr std::size_t wordSize = sizeof(std::uint64_t);
+    if (size < wordSize)
+        return IsSameShort(token, text, size);
+    std::uint64_t differences = 0;
+#pragma GCC unroll 8
+    for (std::size_t word = 0; word < maxTokenLength / wordSize; ++word)
+    {
+        std::size_t const at = std::min(word * wordSize, size - wordSize);
+        differences |= Load<std::uint64_t>(token + at) ^ Load<std::uint64_t>(text + at);
+    }
+    return differences == 0;
+}
+
 constexpr std::array numbersByToken = SortByToken();
 constexpr std::array firstRows = FirstRows();
 constexpr TokenTable tokenTable = MakeTokenTable();
@@ -206,7 +236,7 @@ constexpr TokenTable tokenTable = MakeTokenTable();
 
 constinit nxEnumWords::NumberTable const nxEnumWords::numberTable = MakeNumberTable();
 
-bool nxEnumWords::Find(std::string_view token, unsigned int& number)
+unsigned int nxEnumWords::Find(std::string_view token)
 {
     std::uint64_t const hash = nxTokenHash(token);
     for (std::size_t at = hash % numberOfSlots; tokenTable.slots[at].lengthAndPlace != 0;
@@ -216,12 +246,11 @@ bool nxEnumWords::Find(std::string_view token, unsigned int& number)
         if ((slot.hashAndNumber & ~numberMask) != HashPart(hash))
             continue;
         std::size_t const place = (slot.lengthAndPlace & ((1u << placeBits) - 1)) - 1;
-        if (std::string_view(packed.words.data() + place, slot.lengthAndPlace >> placeBits) != token)
-            continue;
-        number = slot.hashAndNumber & numberMask;
-        return true;
+        if (slot.lengthAndPlace >> placeBits == token.size() &&
+            IsSame(packed.words.data() + place, token.data(), token.size()))
+            return slot.hashAndNumber & numberMask;
     }
-    return false;
+    return numberLimit;
 }
 
 std::size_t nxEnumWords::GetIndex() const

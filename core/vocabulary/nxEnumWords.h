@@ -38,9 +38,8 @@ struct nxEnumWords
     /// The numbers of all rows in the ascending order of their tokens.
     static std::span<std::uint32_t const> NumbersByToken();
 
-    /// @param number  receives the number of the row
-    /// @return false, with the number as it was, when no row has the token
-    static bool Find(std::string_view token, unsigned int& number);
+    /// @return the number of the row that has the token, or numberLimit
+    static unsigned int Find(std::string_view token);
 
     /// How many rows there are, and one number that none of them reaches.
     static constexpr std::size_t count = 3
