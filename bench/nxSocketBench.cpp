@@ -150,7 +150,7 @@ void SendAndReceive(benchmark::State& state)
                 }}},
               batch);
 }
-BENCHMARK(SendAndReceive)->Iterations(5000)->UseRealTime();
+BENCHMARK(SendAndReceive)->Iterations(1000)->UseRealTime();
 
 void GatherAndReceiveFrom(benchmark::State& state)
 {
@@ -190,7 +190,7 @@ void GatherAndReceiveFrom(benchmark::State& state)
                 }}},
               batch);
 }
-BENCHMARK(GatherAndReceiveFrom)->Iterations(5000)->UseRealTime();
+BENCHMARK(GatherAndReceiveFrom)->Iterations(1000)->UseRealTime();
 
 // To and fro: one end asks, the other, on a thread of its own, answers until it gets an empty text.
 
@@ -390,13 +390,21 @@ void TcpToAndFro(benchmark::State& state)
 {
     ToAndFro<Tcp>(state, ConnectTcp);
 }
-BENCHMARK(TcpToAndFro)->Iterations(1000)->UseRealTime();
+BENCHMARK(TcpToAndFro)->Iterations(300)->UseRealTime();
 
 void UdpToAndFro(benchmark::State& state)
 {
     ToAndFro<Udp>(state, ConnectUdp);
 }
-BENCHMARK(UdpToAndFro)->Iterations(1000)->UseRealTime();
+BENCHMARK(UdpToAndFro)->Iterations(300)->UseRealTime();
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    // A process of one thread flatters the system's calls, which look up descriptors more cheaply there.
+    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

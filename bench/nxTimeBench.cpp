@@ -1,12 +1,14 @@
 // Stamps and date-times beside what their users would write with the C library. Run it with TZ set and without: the
 // C library's mktime() and strftime() look at the zone file again each time when it is not set.
 
+#include "core/logging/nxLogLine.h"
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"
 
 #include <benchmark/benchmark.h>
 
 #include <condition_variable>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <mutex>
@@ -111,6 +113,25 @@ void StampTextFast(benchmark::State& state)
     }
 }
 BENCHMARK(StampTextFast);
+
+// As the log's writer does it: the stamps of a batch rise, and many share a second.
+void StampTextInBatch(benchmark::State& state)
+{
+    constexpr unsigned int nanosecondsBetween = 2'000'000;
+    constexpr unsigned int nanosecondsPerSecond = 1'000'000'000;
+    std::vector<nxTimeStamp> stamps;
+    for (unsigned int n = 0; n != secondsPerHour; ++n)
+    {
+        unsigned long long const nanoseconds = std::uint64_t{n} * nanosecondsBetween;
+        stamps.emplace_back(start + static_cast<long long>(nanoseconds / nanosecondsPerSecond),
+                            static_cast<unsigned int>(nanoseconds % nanosecondsPerSecond));
+    }
+    nxLogStampText text;
+    unsigned int n = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text.Get(stamps[n++ % secondsPerHour]));
+}
+BENCHMARK(StampTextInBatch);
 
 void StampTextStrftime(benchmark::State& state)
 {
