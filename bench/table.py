@@ -10,6 +10,7 @@ import json
 import os
 import pathlib
 import platform
+import re
 import statistics
 import subprocess
 import sys
@@ -22,7 +23,7 @@ MARKS = ("<!-- table: begin -->", "<!-- table: end -->")
 
 @dataclass
 class Workload:
-    """One line of the table. A contestant is a benchmark's name; '*' in it stands for `kind`, 'nxLog' or a peer."""
+    """One line of the table. A contestant is a benchmark's name, behind which ":" and a figure stand if `figure` is empty."""
 
     name: str
     program: str
@@ -35,42 +36,48 @@ class Workload:
     environment: dict[str, str] = field(default_factory=dict)
 
 
+def counted(count, what):
+    return f"{count} {what}{'' if count == 1 else 's'}"
+
+
 def numbers(name, library, peer, goal, **more):
     return Workload(name, "nxNumberBench", library, peer, goal, more=more)
 
 
 def statements(producers, figure, goal, peer="spdlog"):
     others = {"spdlog async": "spdlog_async", "glog": "glog", "Boost.Log": "boost"}
-    return Workload(f"log statement, {producers} producer(s): {figure}", "nxLogBench", f"Statement/nxLog/{producers}",
-                    f"Statement/{peer}/{producers}", goal, figure,
+    return Workload(f"log statement, {counted(producers, 'producer')}: {figure}", "nxLogBench",
+                    f"Statement/nxLog/{producers}", f"Statement/{peer}/{producers}", goal, figure,
                     more={name: f"Statement/{short}/{producers}" for name, short in others.items()})
 
 
 def lines(producers, goal):
     others = {"spdlog async": "spdlog_async", "glog": "glog", "Boost.Log": "boost"}
-    return Workload(f"log lines a second until on disk, {producers} producer(s)", "nxLogBench",
+    return Workload(f"log lines a second until on disk, {counted(producers, 'producer')}", "nxLogBench",
                     f"Lines/nxLog/{producers}", f"Lines/spdlog/{producers}", goal, "lines", "/s",
                     more={name: f"Lines/{short}/{producers}" for name, short in others.items()})
 
 
 def functors(workers, goal):
-    more = {"TBB": f"TbbArena/{workers}/real_time", "moodycamel": f"ConcurrentQueue/{workers}/real_time",
-            "Asio, bare handler": f"AsioThreadPoolHandlers/{workers}/real_time"}
-    return Workload(f"functors a second, {workers} worker(s)", "nxFunctorBench",
-                    f"QueueOfFunctors/{workers}/real_time", f"AsioThreadPool/{workers}/real_time", goal,
+    more = {"TBB": f"TbbArena/{workers}", "moodycamel": f"ConcurrentQueue/{workers}",
+            "Asio, bare handler": f"AsioThreadPoolHandlers/{workers}"}
+    return Workload(f"functors a second, {counted(workers, 'worker')}", "nxFunctorBench",
+                    f"QueueOfFunctors/{workers}", f"AsioThreadPool/{workers}", goal,
                     "items_per_second", "/s", more=more)
 
 
 def ladder(threads, goal):
-    suffix = f"real_time/threads:{threads}"
-    return Workload(f"ladder look-up in the last range, {threads} thread(s)", "nxLadderBench",
-                    f"Library/SameScale/{suffix}", f"MutexAndCache/{suffix}", goal, "real_time",
-                    more={"atomic cache": f"AtomicCache/{suffix}", "library, other scale": f"Library/OtherScale/{suffix}"})
+    suffix = f"threads:{threads}"
+    return Workload(f"ladder look-up in the last range, {counted(threads, 'thread')}", "nxLadderBench",
+                    f"Library/SameScale/{suffix}", f"MutexAndCache/{suffix}", goal,
+                    "cpu_time" if threads == 1 else "real_time",
+                    more={"atomic cache": f"AtomicCache/{suffix}",
+                          "library, other scale": f"Library/OtherScale/{suffix}"})
 
 
-def socket(name, benchmark):
+def socket(name, benchmark, **more):
     return Workload(name, "nxSocketBench", f"{benchmark}:nxSocket_ns", f"{benchmark}:bare_ns", "<= 1.05", "",
-                    more={"Asio": f"{benchmark}:asio_ns"})
+                    more=more)
 
 
 UNSET_ZONE = {"TZ": ""}  # removed from the environment
@@ -116,23 +123,28 @@ WORKLOADS = [
     ladder(2, "<= 0.2"),
     functors(1, ">= 1.0"),
     functors(2, ">= 0.6"),
-    Workload("CSV, 100 MB into rows", "nxCSVBench", "ReadInChild/nxCSVFileReader/manual_time",
-             "ReadInChild/libfccp/manual_time", ">= 1.5", "bytes_per_second", "B/s",
-             more={"getline and split": "ReadInChild/getline_and_split/manual_time",
-                   "library, quotes": "ReadInChild/nxCSVFileReader_quotes/manual_time"}),
-    Workload("CSV, peak memory", "nxCSVBench", "ReadInChild/nxCSVFileReader/manual_time",
-             "ReadInChild/getline_and_split/manual_time", "<= 0.75", "peak_MiB", "MiB",
-             more={"libfccp": "ReadInChild/libfccp/manual_time"}),
+    Workload("CSV, 100 MB into rows", "nxCSVBench", "ReadInChild/nxCSVFileReader",
+             "ReadInChild/libfccp", ">= 1.5", "bytes_per_second", "B/s",
+             more={"getline and split": "ReadInChild/getline_and_split",
+                   "library, quotes": "ReadInChild/nxCSVFileReader_quotes"}),
+    Workload("CSV, peak memory", "nxCSVBench", "ReadInChild/nxCSVFileReader",
+             "ReadInChild/getline_and_split", "<= 0.75", "peak_MiB", "MiB",
+             more={"libfccp": "ReadInChild/libfccp"}),
     Workload("mutex with guard", "nxFunctorBench", "MutexGuard", "BareMutex", "<= 1.05"),
     Workload("spin lock with guard", "nxFunctorBench", "SpinLockGuard", "BareSpinLock", "<= 1.05"),
     Workload("semaphore", "nxFunctorBench", "Semaphore", "BareSemaphore", "<= 1.05"),
-    socket("UDP send and receive", "SendAndReceive/iterations:1000/real_time"),
-    socket("TCP to and fro", "TcpToAndFro/iterations:300/real_time"),
-    socket("UDP to and fro", "UdpToAndFro/iterations:300/real_time"),
-    Workload("start-up, processor time above the C++ runtime's", "nxStartBench", "nxStartHost/manual_time",
-             "nxStartEmpty/manual_time", "<= 1500 more", "real_time", "µs",
-             more={"C++ runtime alone": "nxStartRuntime/manual_time"}),
+    socket("UDP send and receive", "SendAndReceive"),
+    socket("TCP to and fro", "TcpToAndFro", Asio="TcpToAndFro:asio_ns"),
+    socket("UDP to and fro", "UdpToAndFro", Asio="UdpToAndFro:asio_ns"),
+    Workload("start-up, processor time above the C++ runtime's", "nxStartBench", "nxStartHost",
+             "nxStartEmpty", "<= 1500 more", "real_time", "µs",
+             more={"C++ runtime alone": "nxStartRuntime"}),
 ]
+
+
+def short_name(name):
+    """Without what the name says of how it is measured."""
+    return re.sub(r"/(iterations:\d+|real_time|manual_time)", "", name)
 
 
 def run_program(program, environment):
@@ -144,7 +156,7 @@ def run_program(program, environment):
     done = subprocess.run(command, env=env, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         sys.exit(f"{program} failed:\n{done.stderr}")
-    return {report["name"]: report for report in json.loads(done.stdout)["benchmarks"]}
+    return {short_name(report["name"]): report for report in json.loads(done.stdout)["benchmarks"]}
 
 
 def programs_of(workloads):
@@ -164,9 +176,7 @@ def measure(workloads, rounds):
 
 def figures(reports, workload, contestant):
     """The contestant's figure in each round; nothing if it is absent."""
-    name, _, figure = contestant.partition(":") if workload.figure == "" else (contestant, "", workload.figure)
-    if workload.figure == "":
-        name, _, figure = contestant.rpartition(":")
+    name, figure = contestant.rsplit(":", 1) if not workload.figure else (contestant, workload.figure)
     rounds = reports[workload.program, tuple(workload.environment.items())]
     return [report[name][figure] for report in rounds if name in report and figure in report[name]]
 
@@ -190,7 +200,6 @@ def row(reports, workload):
         return [workload.name, "not built", "", "", workload.goal, "", ""]
     peer = figures(reports, workload, workload.peer) if workload.peer else []
     own, other, ratio, result = statistics.median(library), "", "", ""
-    scale = 1e9 if workload.library == "LevelOff/nxLog:ns" else 1
     if peer:
         other = f"{short(statistics.median(peer))} {workload.unit}"
         ratio = statistics.median(mine / theirs for mine, theirs in zip(library, peer))
@@ -199,15 +208,14 @@ def row(reports, workload):
         result = verdict(workload.goal, compared) if workload.goal else ""
         ratio = f"+{short(more)}" if workload.goal.endswith("more") else f"{ratio:.2f}"
     elif not workload.peer:
-        result = verdict(workload.goal, own * scale)
+        result = verdict(workload.goal, own)
     else:
         other, result = "absent", "not compared"
     others = []
     for name, contestant in workload.more.items():
         values = figures(reports, workload, contestant)
-        factor = scale if contestant.endswith(":ns") else 1
-        others.append(f"{name} {short(statistics.median(values) * factor) if values else 'absent'}")
-    return [workload.name, f"{short(own * scale)} {workload.unit}", other, ratio, workload.goal, result,
+        others.append(f"{name} {short(statistics.median(values)) if values else 'absent'}")
+    return [workload.name, f"{short(own)} {workload.unit}", other, ratio, workload.goal, result,
             ", ".join(others)]
 
 
