@@ -1,11 +1,18 @@
 #include "Arguments.h"
 
+#include "NearMiss.h"
+
+#include "core/process/nxCmdLineArgs.h"
+
+#include <algorithm>
 #include <charconv>
 
 namespace nxTool
 {
 namespace
 {
+constexpr char guard = '\\';
+
 bool IsSwitch(std::string_view word)
 {
     if (word.size() < 2 || word.front() != '-')
@@ -17,6 +24,26 @@ bool IsSwitch(std::string_view word)
     return !(character >= '0' && character <= '9') && character != '.';
 }
 
+std::string_view NameOf(std::string_view word)
+{
+    return word.substr(word.starts_with("--") ? 2 : 1);
+}
+
+bool IsGuarded(std::string_view word)
+{
+    return word.starts_with(guard);
+}
+
+std::string Guarded(std::string_view word)
+{
+    return (word.starts_with('-') || IsGuarded(word) ? std::string(1, guard) : std::string()).append(word);
+}
+
+std::string Unguarded(std::string_view word)
+{
+    return std::string(IsGuarded(word) ? word.substr(1) : word);
+}
+
 Option const* FindOption(Command const& command, std::string_view name)
 {
     for (auto const options : {command.options, CommonOptions()})
@@ -25,32 +52,62 @@ Option const* FindOption(Command const& command, std::string_view name)
                 return &option;
     return nullptr;
 }
+
+std::string UnknownSwitch(Command const& command, std::string_view name)
+{
+    std::vector<std::string_view> names;
+    for (auto const options : {command.options, CommonOptions()})
+        for (Option const& option : options)
+            names.push_back(option.name);
+    std::string const nearest = NearestOf(name, names);
+    return "unknown switch -" + std::string(name) +
+           (nearest.empty() ? "" : ", did you mean -" + nearest + "?");
+}
 } // namespace
 
-Arguments::Arguments(Command const& command, std::span<char const* const> words)
+CommandLine::CommandLine(Command const& command, std::string_view program, std::span<char const* const> words)
 {
+    std::vector<std::string> switches;
+    _words = {std::string(program), std::string(command.name)};
     for (std::size_t index = 0; index < words.size(); ++index)
     {
         std::string_view const word = words[index];
         if (!IsSwitch(word))
         {
-            _arguments.emplace_back(word);
+            _words.push_back(Guarded(word));
             continue;
         }
-        std::string_view const name = word.substr(word.starts_with("--") ? 2 : 1);
+        Option const* const option = FindOption(command, NameOf(word));
+        switches.push_back("-" + std::string(NameOf(word)));
+        bool const takesValue = option != nullptr && !option->value.empty();
+        if (takesValue && index + 1 < words.size() && !IsSwitch(words[index + 1]))
+            switches.push_back(Guarded(words[++index]));
+    }
+    std::ranges::move(switches, std::back_inserter(_words));
+
+    for (std::string& word : _words)
+        _pointers.push_back(word.data());
+    _pointers.push_back(nullptr);
+}
+
+Arguments::Arguments(Command const& command)
+{
+    nxCmdLineArgs const& commandLine = nxCmdLineArgs::GetInstance();
+    commandLine.GetUnprocessedArgs(_arguments);
+    _arguments.erase(_arguments.begin()); // the command itself
+    std::ranges::transform(_arguments, _arguments.begin(), Unguarded);
+
+    std::map<std::string, std::string> switches;
+    commandLine.GetArgs(switches);
+    for (auto const& [name, value] : switches)
+    {
         Option const* const option = FindOption(command, name);
         if (option == nullptr)
-        {
-            _fault = "unknown switch " + std::string(word);
+            _fault = UnknownSwitch(command, name);
+        else if (!option->value.empty() && value.empty())
+            _fault = "-" + name + " needs a value: " + std::string(option->value);
+        if (!_fault.empty())
             return;
-        }
-        bool const takesValue = !option->value.empty();
-        if (takesValue && index + 1 == words.size())
-        {
-            _fault = "-" + std::string(name) + " needs a value: " + std::string(option->value);
-            return;
-        }
-        _options[std::string(name)] = takesValue ? words[++index] : "";
     }
     if (!Has("help"))
         _CheckCount(command);
@@ -71,15 +128,14 @@ std::string Arguments::Get(std::size_t index) const
 
 bool Arguments::Has(std::string_view option) const
 {
-    return _options.contains(std::string(option));
+    return nxCmdLineArgs::GetInstance().IsArgDefined(std::string(option));
 }
 
 std::optional<std::string> Arguments::GetOption(std::string_view option) const
 {
-    auto const found = _options.find(std::string(option));
-    if (found == _options.end())
+    if (!Has(option))
         return std::nullopt;
-    return found->second;
+    return Unguarded(nxCmdLineArgs::GetInstance().GetArgValue(std::string(option)));
 }
 
 std::string Arguments::GetOption(std::string_view option, std::string_view otherwise) const

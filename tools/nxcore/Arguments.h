@@ -5,19 +5,41 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace nxTool
 {
-/// The command line of one command, read by its table: `-name value` for a switch with a value, `-name` for a flag,
-/// the rest are arguments in their order. A word that begins with "-" and a digit or a point, or with "--" and a digit,
-/// is an argument, so that negative prices can be given; so is a dash alone.
-class Arguments
+/// A command's line in the order that nxCmdLineArgs reads as it is meant.
+///
+/// nxCmdLineArgs has no table of switches: to it the word behind any switch is that switch's value, and a word that begins
+/// with a dash is a switch. People write `-quotes FILE`, where `-quotes` is a flag, and negative prices such as `-101-16`.
+/// So the command's table is consulted here: the arguments go first, the switches behind them, each with its value if it
+/// takes one, and an argument or a value that begins with a dash gets a backslash in front, as one that begins with a
+/// backslash does. A switch may have two dashes. What begins with dashes and a digit or a point is no switch, and neither
+/// is a dash alone.
+class CommandLine
 {
 public:
     /// @param words  what follows the command's name
-    Arguments(Command const& command, std::span<char const* const> words);
+    CommandLine(Command const& command, std::string_view program, std::span<char const* const> words);
+
+    /// For nxCmdLineArgs::Initialise(); valid as long as this object.
+    char** GetArgv()
+    {
+        return _pointers.data();
+    }
+
+private:
+    std::vector<std::string> _words;
+    std::vector<char*> _pointers;
+};
+
+/// The arguments and switches of one command, as nxCmdLineArgs has read them, checked against the command's table.
+class Arguments
+{
+public:
+    /// nxCmdLineArgs has been given the CommandLine of this command.
+    explicit Arguments(Command const& command);
 
     /// What is wrong with the line; empty when nothing is.
     std::string const& GetFault() const
@@ -46,7 +68,6 @@ private:
     void _CheckCount(Command const& command);
 
     std::vector<std::string> _arguments;
-    std::unordered_map<std::string, std::string> _options;
     std::string _fault;
 };
 } // namespace nxTool

@@ -77,10 +77,7 @@ bool ReadRates(std::string const& path, nxExchangeRateList& rates, Result& resul
 {
     RowLines lines;
     nxCSVFileReader reader('=', false, &lines);
-    bool const isWhole = reader.ReadFile(path).IsOK();
-    if (!isWhole)
-        result.AddProblem(
-            {path, lines.GetLineCount() == 0 ? 0 : lines.GetLineCount() + 1, "", "can't be read"});
+    bool const isWhole = ReadRows(reader, path, lines, result);
     for (unsigned int row = 0; row < reader.GetRowCount(); ++row)
     {
         Problem problem{path, lines.GetLine(row), "", ""};

@@ -3,16 +3,19 @@
 #include "Arguments.h"
 #include "Commands.h"
 #include "Result.h"
+#include "RowLines.h"
 #include "Terminal.h"
 
 #include "core/text/nxCSVFileReader.h"
-#include "core/text/nxFileHelper.h"
 #include "core/text/nxStringParser.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace nxTool
 {
@@ -24,15 +27,17 @@ constexpr Option options[] = {
     {"columns", "LIST", "only these columns, in this order, such as 3,1"},
 };
 constexpr std::size_t gapBetweenColumns = 2;
-constexpr char quote = '"';
 
 /// Shows on a terminal how far a long file has been read.
 class Progress
 {
 public:
-    explicit Progress(std::string const& path)
-        : _fileSize(nxFileHelper::GetFileSize(path)), _isShown(IsTerminal(Stream::Error))
+    explicit Progress(std::string const& path) : _isShown(IsTerminal(Stream::Error))
     {
+        std::error_code unknown; // as for a pipe; nxFileHelper's sizes end at 2 GiB
+        std::uintmax_t const size = std::filesystem::file_size(path, unknown);
+        if (!unknown)
+            _total = " of " + InMiB(size);
     }
 
     ~Progress()
@@ -51,76 +56,44 @@ public:
         if (!_isShown || _bytesRead - _bytesShown < step)
             return;
         _bytesShown = _bytesRead;
-        std::fprintf(stderr, "\rreading: %zu MiB of %llu MiB", _bytesRead >> 20, _fileSize >> 20);
+        std::fprintf(stderr, "\rreading: %s%s", InMiB(_bytesRead).c_str(), _total.c_str());
     }
 
 private:
-    unsigned long long _fileSize;
+    static std::string InMiB(std::uintmax_t bytes)
+    {
+        return std::to_string(bytes / (1024 * 1024)) + " MiB";
+    }
+
+    std::string _total; // empty where it is not known
     bool _isShown;
     std::size_t _bytesRead = 0;
     std::size_t _bytesShown = 0;
 };
 
-/// Whether a row's last quoted column lacks its closing quote.
-bool EndsInsideQuotes(std::string_view row, char separator)
-{
-    char const ends[] = {separator, quote};
-    std::size_t position = 0;
-    while ((position = row.find_first_of(std::string_view(ends, sizeof(ends)), position)) !=
-           std::string_view::npos)
-    {
-        if (row[position++] == separator)
-            continue;
-        for (;;)
-        {
-            position = row.find(quote, position);
-            if (position == std::string_view::npos)
-                return true;
-            if (++position >= row.size() || row[position] != quote)
-                break;
-            ++position; // a doubled quote
-        }
-        position = row.find(separator, position);
-        if (position == std::string_view::npos)
-            return false;
-        ++position;
-    }
-    return false;
-}
-
-/// Follows a reader through a file: which line each row stands on, and which lines it leaves out.
-class LineCounter : public nxCSVFileReaderCallback
+/// Follows a reader through a file: the lines that it leaves out, and how far it has come.
+class SkippedLines : public RowLines
 {
 public:
-    LineCounter(std::string const& path, std::optional<char> separatorOfQuoted)
-        : _progress(path), _separatorOfQuoted(separatorOfQuoted)
+    SkippedLines(std::string const& path, std::optional<char> separatorOfQuoted)
+        : RowLines(separatorOfQuoted), _progress(path)
     {
     }
 
     bool IsCommentRow(std::string const& row) override
     {
-        ++lineCount;
         _progress.Add(row.size() + 1);
-        if (nxCSVFileReaderCallback::IsCommentRow(row))
-        {
-            (row.empty() ? emptyLines : commentLines).push_back(lineCount);
-            return true;
-        }
-        rowLines.push_back(lineCount);
-        if (_separatorOfQuoted && EndsInsideQuotes(row, *_separatorOfQuoted))
-            openLines.push_back(lineCount);
-        return false;
+        bool const isSkipped = RowLines::IsCommentRow(row);
+        if (isSkipped)
+            (row.empty() ? emptyLines : commentLines).push_back(GetLineCount());
+        return isSkipped;
     }
 
-    long long lineCount = 0;
-    std::vector<long long> rowLines;
     std::vector<long long> emptyLines;
     std::vector<long long> commentLines;
-    std::vector<long long> openLines; ///< that end inside quotes
 
 private:
     Progress _progress;
-    std::optional<char> _separatorOfQuoted;
 };
 
 struct Request
@@ -181,24 +154,6 @@ std::optional<Request> ReadRequest(Arguments const& arguments, Result& result)
     return request;
 }
 
-bool CanBeOpened(std::string const& path)
-{
-    std::FILE* const file = std::fopen(path.c_str(), "r");
-    if (file == nullptr)
-        return false;
-    (void)std::fclose(file);
-    return true;
-}
-
-Problem WhyUnread(std::string const& path, long long linesRead)
-{
-    if (nxFileHelper::DoesDirectoryExist(path))
-        return {path, 0, "", "is a directory"};
-    if (!CanBeOpened(path))
-        return {path, 0, "", "can't be opened"};
-    return {path, linesRead + 1, "", "can't be read from this line on; a line has at most 8191 bytes"};
-}
-
 /// The columns that are shown, where `width` is the number of columns of the widest row.
 std::vector<unsigned int> ShownColumns(Request const& request, unsigned int width)
 {
@@ -211,11 +166,11 @@ std::vector<unsigned int> ShownColumns(Request const& request, unsigned int widt
 }
 
 /// A line for each row: a file of millions of rows is not kept a second time as a table.
-void AddText(nxCSVFileReader const& reader, LineCounter const& lines,
-             std::vector<unsigned int> const& columns, Result& result)
+void AddText(nxCSVFileReader const& reader, RowLines const& lines, std::vector<unsigned int> const& columns,
+             Result& result)
 {
     std::string const lineTitle = "Line";
-    std::size_t const lineWidth = std::max(lineTitle.size(), std::to_string(lines.lineCount).size());
+    std::size_t const lineWidth = std::max(lineTitle.size(), std::to_string(lines.GetLineCount()).size());
     std::vector<std::size_t> widths;
     std::string title = lineTitle;
     title.insert(0, lineWidth - title.size(), ' ');
@@ -231,7 +186,7 @@ void AddText(nxCSVFileReader const& reader, LineCounter const& lines,
     result.AddLine(title.substr(0, title.find_last_not_of(' ') + 1));
     for (unsigned int row = 0; row < reader.GetRowCount(); ++row)
     {
-        std::string line = std::to_string(lines.rowLines[row]);
+        std::string line = std::to_string(lines.GetLine(row));
         line.insert(0, lineWidth - line.size(), ' ');
         for (std::size_t i = 0; i < columns.size(); ++i)
         {
@@ -243,8 +198,8 @@ void AddText(nxCSVFileReader const& reader, LineCounter const& lines,
     }
 }
 
-void AddJson(nxCSVFileReader const& reader, LineCounter const& lines,
-             std::vector<unsigned int> const& columns, Result& result)
+void AddJson(nxCSVFileReader const& reader, RowLines const& lines, std::vector<unsigned int> const& columns,
+             Result& result)
 {
     Json list = Json::array();
     for (unsigned int row = 0; row < reader.GetRowCount(); ++row)
@@ -253,7 +208,7 @@ void AddJson(nxCSVFileReader const& reader, LineCounter const& lines,
         for (unsigned int const column : columns)
             if (column < reader.GetRow(row)->GetColCount())
                 values.push_back(reader.GetRow(row)->GetColValue(column));
-        list.push_back({{"line", lines.rowLines[row]}, {"columns", std::move(values)}});
+        list.push_back({{"line", lines.GetLine(row)}, {"columns", std::move(values)}});
     }
     result.AddValue("rows", std::move(list));
 }
@@ -273,16 +228,12 @@ Status Run(Arguments const& arguments, Result& result)
     if (!request)
         return Status::Unusable;
 
-    LineCounter lines(request->file,
-                      request->useQuotes ? std::optional<char>(request->separator) : std::nullopt);
+    SkippedLines lines(request->file,
+                       request->useQuotes ? std::optional<char>(request->separator) : std::nullopt);
     nxCSVFileReader reader(request->separator, request->useQuotes, &lines);
-    bool const isWhole = reader.ReadFile(request->file).IsOK();
-    if (!isWhole)
-        result.AddProblem(WhyUnread(request->file, lines.lineCount));
-    if (!isWhole && lines.lineCount == 0)
+    bool const isWhole = ReadRows(reader, request->file, lines, result);
+    if (!isWhole && lines.GetLineCount() == 0)
         return Status::Unusable;
-    for (long long const line : lines.openLines)
-        result.AddProblem({request->file, line, "", "ends inside quotes"});
 
     unsigned int width = 0;
     long long widestLine = 0;
@@ -291,7 +242,7 @@ Status Run(Arguments const& arguments, Result& result)
         if (reader.GetRow(row)->GetColCount() > width)
         {
             width = reader.GetRow(row)->GetColCount();
-            widestLine = lines.rowLines[row];
+            widestLine = lines.GetLine(row);
         }
     }
     std::vector<unsigned int> const columns = ShownColumns(*request, width);

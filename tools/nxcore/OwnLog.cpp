@@ -28,11 +28,11 @@ std::string OpenOwnLog(std::string const& directory)
     return {};
 }
 
-std::string JoinedWords(std::span<char const* const> words)
+std::string OwnCommandLine()
 {
     std::string text;
-    for (char const* const word : words)
-        text.append(text.empty() ? "" : " ").append(Printable(word));
+    for (char const* const* word = nxCmdLineArgs::GetInstance().GetRawArgv() + 1; *word != nullptr; ++word)
+        text.append(text.empty() ? "" : " ").append(Printable(*word));
     return text;
 }
 } // namespace nxTool

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <span>
 #include <string>
 
 /// @file
@@ -12,6 +11,6 @@ namespace nxTool
 /// @return what is wrong; empty when the file is open.
 std::string OpenOwnLog(std::string const& directory);
 
-/// Words of a command line as one text, control characters as \xNN.
-std::string JoinedWords(std::span<char const* const> words);
+/// The command, its arguments and its switches as one text, control characters as \xNN.
+std::string OwnCommandLine();
 } // namespace nxTool

@@ -3,7 +3,6 @@
 #include "PriceWords.h"
 #include "RowLines.h"
 #include "core/prices/nxVolumeConverter_Raw.h"
-#include "core/text/nxCSVFileReader.h"
 
 #include <algorithm>
 #include <array>
@@ -194,12 +193,14 @@ std::optional<std::vector<unsigned int>> FindColumns(nxCSVFileRow const& header,
 
 std::optional<std::vector<Product>> ReadProducts(std::string const& path, Result& result)
 {
-    RowLines lines;
-    nxCSVFileReader reader(',', true, &lines);
-    bool const isComplete = reader.ReadFile(path).IsOK();
+    constexpr char separator = ',';
+    RowLines lines(separator);
+    nxCSVFileReader reader(separator, true, &lines);
+    bool const isWhole = ReadRows(reader, path, lines, result);
     if (reader.GetRowCount() == 0)
     {
-        result.AddProblem({path, 0, "", isComplete ? "holds no products" : "can't be read"});
+        if (isWhole)
+            result.AddProblem({path, 0, "", "holds no products"});
         return std::nullopt;
     }
     auto const positions = FindColumns(*reader.GetRow(0), {path, lines.GetLine(0), "", ""}, result);
@@ -212,9 +213,6 @@ std::optional<std::vector<Product>> ReadProducts(std::string const& path, Result
         if (auto product = row.Read())
             products.push_back(std::move(*product));
     }
-    if (!isComplete)
-        result.AddProblem(
-            {path, lines.GetLineCount() + 1, "", "can't be read from here on; is the line too long?"});
     return products;
 }
 } // namespace nxTool

@@ -50,9 +50,9 @@ void Print(nxTool::Result const& result, bool asJson)
         NX_LOG(NX_DBG, "Problem: " << nxTool::Printable(problem.column + " " + problem.reason));
 }
 
-int Run(nxTool::Command const& command, std::span<char const* const> words)
+int Run(nxTool::Command const& command)
 {
-    nxTool::Arguments const arguments(command, words);
+    nxTool::Arguments const arguments(command);
     if (!arguments.GetFault().empty())
         return ComplainAndExit(std::string(command.name) + ": " + arguments.GetFault() + " (see nxcore " +
                                std::string(command.name) + " -help)");
@@ -68,7 +68,7 @@ int Run(nxTool::Command const& command, std::span<char const* const> words)
         if (!fault.empty())
             return ComplainAndExit(fault);
     }
-    NX_LOG(NX_INF, "Command started: " << std::string(command.name) << " " << nxTool::JoinedWords(words));
+    NX_LOG(NX_INF, "Command started: " << nxTool::OwnCommandLine());
     nxTool::Result result;
     Status const status = command.run(arguments, result);
     Print(result, arguments.Has("json"));
@@ -92,7 +92,6 @@ void SetUp(char** argv, char** envp)
 
 int main(int argc, char** argv, char** envp)
 {
-    SetUp(argv, envp);
     std::span<char const* const> const words(argv, static_cast<std::size_t>(argc));
     std::string_view const name = words.size() > 1 ? words[1] : "-help";
     if (name == "-help" || name == "--help" || name == "help")
@@ -103,9 +102,11 @@ int main(int argc, char** argv, char** envp)
     nxTool::Command const* const command = nxTool::FindCommand(name);
     if (command == nullptr)
         return ComplainAboutCommand(name);
+    nxTool::CommandLine commandLine(*command, words.front(), words.subspan(2));
+    SetUp(commandLine.GetArgv(), envp);
     try
     {
-        return Run(*command, words.subspan(2));
+        return Run(*command);
     }
     catch (std::exception const& failure)
     {
