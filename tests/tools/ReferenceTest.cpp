@@ -69,31 +69,6 @@ TEST(LadderPicture, IsDrawnWhereALadderHasOneRangeOrFalls)
     }
 }
 
-TEST(LadderPicture, SaysWhyThereIsNone)
-{
-    struct Row
-    {
-        char const* arguments;
-        char const* error;
-    };
-    static constexpr Row rows[] = {
-        {"ladder -svg /tmp/x.svg", "a picture is of one ladder"},
-        {"ladder CHIX_EUZ1 10 -svg /tmp/x.svg", "a picture is of one ladder"},
-        {"ladder CHIX_EUZ -svg /tmp/x.svg", "did you mean CHIX_EUZ"},
-        {"ladder CHIX_EUZ1 -svg /nowhere/x.svg", "/nowhere/x.svg: No such file or directory"},
-        {"ladder CHIX_EUZ1 -svg /dev/full", "/dev/full: No space left on device"},
-        {"reference /dev/null/page", "/dev/null/page: Not a directory"},
-    };
-    for (Row const& row : rows)
-    {
-        SCOPED_TRACE(row.arguments);
-        ToolRun const run = RunTool(row.arguments);
-        EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.output, "");
-        EXPECT_NE(run.error.find(row.error), std::string::npos) << run.error;
-    }
-}
-
 TEST(Reference, IsOneFileThatLoadsNothing)
 {
     std::string const directory = testing::TempDir() + "nxcore-reference";

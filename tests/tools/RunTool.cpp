@@ -20,11 +20,16 @@ public:
     Scratch() : _path(std::filesystem::temp_directory_path() / ("nxcore-test-" + std::to_string(getpid())))
     {
         std::filesystem::create_directories(_path);
+        std::filesystem::create_directory_symlink(NX_EXAMPLES_PATH, _path / "examples");
     }
     ~Scratch()
     {
         std::error_code ignored;
         std::filesystem::remove_all(_path, ignored);
+    }
+    std::string GetPath() const
+    {
+        return _path.string();
     }
     std::filesystem::path operator/(std::string_view name) const
     {
@@ -58,14 +63,21 @@ std::string AwaitContents(std::filesystem::path const& path, std::string_view te
 }
 } // namespace
 
-ToolRun RunTool(std::string const& arguments, std::string_view environment)
+ToolRun RunLine(std::string const& line)
 {
-    auto const output = GetScratch() / "output";
-    auto const error = GetScratch() / "error";
-    std::string const command = std::string(environment) + " '" NX_TOOL_PATH "' " + arguments + " >'" +
-                                output.string() + "' 2>'" + error.string() + "' </dev/null";
+    auto const output = GetScratch() / ".output";
+    auto const error = GetScratch() / ".error";
+    // A group of its own line, so that only what the line itself ends with counts.
+    std::string const command = "PATH='" NX_TOOL_DIRECTORY "':$PATH; cd '" + GetScratch().GetPath() +
+                                "'; {\n" + line + "\n} >'" + output.string() + "' 2>'" + error.string() +
+                                "' </dev/null";
     int const status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(output), Contents(error)};
+}
+
+ToolRun RunTool(std::string const& arguments, std::string_view environment)
+{
+    return RunLine(std::string(environment) + " nxcore " + arguments);
 }
 
 std::string MakeFile(std::string_view name, std::string_view content)
@@ -80,7 +92,7 @@ BackgroundTool::BackgroundTool(std::string const& arguments)
     static int count = 0;
     _name = "background" + std::to_string(++count);
     auto const path = GetScratch() / _name;
-    std::string const command = "exec '" NX_TOOL_PATH "' " + arguments + " >'" + path.string() +
+    std::string const command = "exec '" NX_TOOL_DIRECTORY "/nxcore' " + arguments + " >'" + path.string() +
                                 ".output' 2>'" + path.string() + ".error' </dev/null";
     _process = fork();
     if (_process == 0)

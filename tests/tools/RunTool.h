@@ -11,7 +11,10 @@ struct ToolRun
     std::string error;
 };
 
-/// Runs `nxcore` through the shell.
+/// Runs a line of the shell in a directory of this process's own that holds `examples`; `nxcore` is the program.
+ToolRun RunLine(std::string const& line);
+
+/// The same for `nxcore` with these arguments.
 /// @param arguments    as in a shell, quoting included
 /// @param environment  assignments in front of the command, such as "TZ=UTC"
 ToolRun RunTool(std::string const& arguments, std::string_view environment = {});

@@ -141,10 +141,7 @@ Status ShowScript(std::string const& name, Result& result)
     {
         if (shell.name != name)
             continue;
-        std::string script = shell.write();
-        script.pop_back(); // a line ends itself
-        result.AddLine(script);
-        result.AddValue("script", script);
+        result.AddText("script", shell.write());
         return Status::Good;
     }
     return Refuse(name, "the shell", ShellNames(), result);

@@ -72,10 +72,7 @@ std::string ManualPage()
 
 Status Run(Arguments const&, Result& result)
 {
-    std::string page = ManualPage();
-    page.pop_back(); // a line ends itself
-    result.AddLine(page);
-    result.AddValue("manual", page);
+    result.AddText("manual", ManualPage());
     return Status::Good;
 }
 } // namespace

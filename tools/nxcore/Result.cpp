@@ -177,6 +177,12 @@ void Result::AddValue(std::string key, Json value)
     _parts.emplace_back(Value{std::move(key), std::move(value)});
 }
 
+void Result::AddText(std::string key, std::string text)
+{
+    AddLine(text.substr(0, text.rfind('\n'))); // a line ends itself
+    AddValue(std::move(key), std::move(text));
+}
+
 void Result::AddProblem(Problem problem)
 {
     _problems.push_back(std::move(problem));

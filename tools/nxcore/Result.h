@@ -135,6 +135,9 @@ public:
     /// A value for programs only.
     void AddValue(std::string key, Json value);
 
+    /// A text of whole lines, for people as it stands and for programs under a key.
+    void AddText(std::string key, std::string text);
+
     void AddProblem(Problem problem);
 
     std::vector<Problem> const& GetProblems() const

@@ -23,8 +23,20 @@ int ExitCode(Status status)
     return static_cast<int>(status);
 }
 
+bool IsJsonWanted()
+{
+    return nxCmdLineArgs::GetInstance().IsArgDefined("json");
+}
+
+/// Whoever asked for a document gets one, also when nothing can be done.
 int ComplainAndExit(std::string const& complaint)
 {
+    if (IsJsonWanted())
+    {
+        nxTool::Result result;
+        result.AddProblem({"", 0, "", complaint});
+        result.PrintJson(std::cout);
+    }
     std::cerr << "nxcore: " << complaint << '\n';
     return ExitCode(Status::Unusable);
 }
@@ -38,9 +50,9 @@ int ComplainAboutCommand(std::string_view name)
     return ComplainAndExit(complaint + " (nxcore -help lists all)");
 }
 
-void Print(nxTool::Result const& result, bool asJson)
+void Print(nxTool::Result const& result)
 {
-    if (asJson)
+    if (IsJsonWanted())
         result.PrintJson(std::cout);
     else
         result.PrintText(std::cout, nxTool::UsesColour(nxTool::Stream::Output));
@@ -56,12 +68,13 @@ int Run(nxTool::Command const& command)
     if (!arguments.GetFault().empty())
         return ComplainAndExit(std::string(command.name) + ": " + arguments.GetFault() + " (see nxcore " +
                                std::string(command.name) + " -help)");
+    nxTool::Result result;
     if (arguments.Has("help"))
     {
-        std::cout << nxTool::HelpOf(command);
+        result.AddText("help", nxTool::HelpOf(command));
+        Print(result);
         return ExitCode(Status::Good);
     }
-
     if (auto const directory = arguments.GetOption("log"))
     {
         std::string const fault = nxTool::OpenOwnLog(*directory);
@@ -69,9 +82,8 @@ int Run(nxTool::Command const& command)
             return ComplainAndExit(fault);
     }
     NX_LOG(NX_INF, "Command started: " << nxTool::OwnCommandLine());
-    nxTool::Result result;
     Status const status = command.run(arguments, result);
-    Print(result, arguments.Has("json"));
+    Print(result);
     bool const isFaulty = status == Status::Good && !result.GetProblems().empty();
     int const code = ExitCode(isFaulty ? Status::Faulty : status);
     NX_LOG(NX_INF, "Command ended, exit status: " << code);
@@ -101,7 +113,10 @@ int main(int argc, char** argv, char** envp)
     }
     nxTool::Command const* const command = nxTool::FindCommand(name);
     if (command == nullptr)
+    {
+        SetUp(argv, envp);
         return ComplainAboutCommand(name);
+    }
     nxTool::CommandLine commandLine(*command, words.front(), words.subspan(2));
     SetUp(commandLine.GetArgv(), envp);
     try

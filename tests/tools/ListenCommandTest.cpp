@@ -1,4 +1,4 @@
-// What `nxcore` reads of addresses, and what it sends to itself over TCP, UDP and multicast.
+// What `nxcore listen` shows of what `nxcore send` sends it.
 
 #include "tests/tools/RunTool.h"
 
@@ -24,63 +24,6 @@ std::string PortOf(BackgroundTool const& listener)
     return text.substr(0, text.find('\n'));
 }
 } // namespace
-
-TEST(AddressCommand, ReadsAddressesAndMasks)
-{
-    ToolRun const run = RunTool("address 192.168.1.9/24 010.0.0.1 255.255.255.255/0 -json");
-    EXPECT_EQ(run.status, 0) << run.error;
-    auto const addresses = nlohmann::json::parse(run.output)["addresses"];
-    ASSERT_EQ(addresses.size(), 3u);
-    EXPECT_EQ(addresses[0]["address"], "192.168.1.9");
-    EXPECT_EQ(addresses[0]["mask"], "255.255.255.0");
-    EXPECT_EQ(addresses[0]["network"], "192.168.1.0");
-    EXPECT_EQ(addresses[0]["host"], 9);
-    EXPECT_EQ(addresses[1]["hexadecimal"], "0x0a000001");
-    EXPECT_TRUE(addresses[1]["mask"].is_null());
-    EXPECT_EQ(addresses[2]["host"], 4294967295u); // the number of a null, and yet a host
-}
-
-TEST(AddressCommand, SaysWhatIsWrong)
-{
-    static constexpr char const* rows[][2] = {
-        {"1.2.3", "has 3 numbers, not 4"},
-        {"1.2.3.4.5", "has 5 numbers, not 4"},
-        {"1..3.4", "has an empty number"},
-        {"1.2.3.256", "has a number above 255"},
-        {"1.2.x.4", "\"x\" is no number"},
-        {"1.2.3.4/32", "/32 has more than 31 bits"},
-        {"1.2.3.4/8x", "\"8x\" behind the slash is no count of bits"},
-    };
-    for (auto const& [text, fault] : rows)
-    {
-        ToolRun const run = RunTool(std::string("address ") + text);
-        EXPECT_EQ(run.status, 2) << text;
-        EXPECT_TRUE(Holds(run.error, std::string(text) + ": " + fault)) << run.error;
-    }
-    EXPECT_EQ(RunTool("address 1.2.3 1.2.3.4").status, 1);
-}
-
-TEST(SendCommand, SaysWhatIsWrong)
-{
-    static constexpr char const* rows[][2] = {
-        {"send localhost 9", "no dotted address"},
-        {"send 127.0.0.1 0", "no port from 1 to 65535"},
-        {"send 127.0.0.1 9x", "no port"},
-        {"send 127.0.0.1 1 /nothing/there", "/nothing/there: No such file or directory"},
-        {"send 127.0.0.1 1 /tmp", "NX_ERR_SOCKET_CONNECT_FAILED"},
-        {"send 127.0.0.1 9 -udp /tmp", "/tmp: Is a directory"},
-        {"listen 65536", "no port from 0 to 65535"},
-        {"listen 0 -group 239.1.1", "no dotted address"},
-        {"listen 0 -group 127.0.0.1", "NX_ERR_SOCKET_CONNECT_FAILED"},
-        {"listen 0 -raw -json", "exclude each other"},
-    };
-    for (auto const& [arguments, fault] : rows)
-    {
-        ToolRun const run = RunTool(arguments);
-        EXPECT_EQ(run.status, 2) << arguments;
-        EXPECT_TRUE(Holds(run.error, fault)) << run.error;
-    }
-}
 
 TEST(ListenCommand, DumpsWhatComesOverTcp)
 {
