@@ -1,12 +1,8 @@
 // The lines that the classes of this folder log, and that a device may call them back while it writes one.
-#include "core/logging/nxLog.h"
-#include "core/logging/nxLogDevice.h"
-#include "core/logging/nxLogManager.h"
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/vocabulary/nxExchangePriceFilterBitMask.h"
-
-#include <gtest/gtest.h>
+#include "tests/logging/nxRecordingLogDevice.h"
 
 #include <cstdlib>
 
@@ -19,76 +15,81 @@ bool const isLogSet =
 
 using Lines = std::vector<std::string>;
 
-// Keeps lines as "LEVEL message", and asks the process for names and values in the middle of each.
-class AskingDevice : public nxLogDevice
-{
-public:
-    AskingDevice()
-    {
-        nxLogManager::GetInstance().RegisterLogDevice(this);
-    }
-
-    ~AskingDevice() override
-    {
-        nxLogManager::GetInstance().UnregisterLogDevice(this);
-    }
-
-    nxErrorEnum Destroy() override
-    {
-        return nxErrorEnum();
-    }
-
-    void Write(nxLog const& log) override
-    {
-        std::map<std::string, std::string> envs;
-        nxCmdLineArgs::GetInstance().GetEnvs(envs);
-        (void)nxCmdLineArgs::GetInstance().GetEnvValue("KVT_LOG_DIRECTORY");
-        (void)nxApplicationData::GetApplicationName();
-        (void)nxApplicationData::GetProcessID();
-        std::string const* const entry = log.GetLogEntry();
-        lines.push_back(log.GetLogLevel().GetShortDescription() + " " + (entry == nullptr ? "" : *entry));
-        file = log.GetSourceFile();
-    }
-
-    void Flush() override
-    {
-    }
-
-    Lines lines;
-    std::string file;
-};
-
 } // namespace
 
-TEST(nxProcessLog, ToldOfChangedVariables)
+// The device asks the process for names and values in the middle of each line.
+class nxProcessLog : public nxRecordingTest
+{
+protected:
+    nxProcessLog()
+    {
+        _device.onWrite = [](std::string const&)
+        {
+            std::map<std::string, std::string> envs;
+            nxCmdLineArgs::GetInstance().GetEnvs(envs);
+            (void)nxCmdLineArgs::GetInstance().GetEnvValue("KVT_LOG_DIRECTORY");
+            (void)nxApplicationData::GetApplicationName();
+            (void)nxApplicationData::GetProcessID();
+        };
+    }
+
+    // What was logged since the last call, each behind the level.
+    Lines Take()
+    {
+        Lines lines = _device.Messages();
+        std::vector<unsigned int> const levels = _device.Levels();
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            lines[i].insert(0,
+                            nxLogLevelEnum(static_cast<nxEnumValue>(levels[i])).GetShortDescription() + " ");
+        _device.Clear();
+        return lines;
+    }
+};
+
+TEST_F(nxProcessLog, ToldOfChangedVariables)
 {
     ASSERT_TRUE(isLogSet);
-    AskingDevice device;
     nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
     EXPECT_FALSE(arguments.SetEnvValue("", "v"));
     EXPECT_FALSE(arguments.SetEnvValue("A=B", "v"));
     EXPECT_TRUE(arguments.SetEnvValue("NX_TEST_LOG", "v"));
     EXPECT_TRUE(arguments.SetEnvValue("NX_TEST_LOG", ""));
-    EXPECT_EQ(device.lines, (Lines{"ERR Failed to change environment variable. A=B=v",
-                                   "INF Successfully changed environment variable.  NX_TEST_LOG=v",
-                                   "INF Successfully changed environment variable.  NX_TEST_LOG="}));
+    EXPECT_EQ(Take(), (Lines{"ERR Failed to change environment variable. A=B=v",
+                             "INF Successfully changed environment variable.  NX_TEST_LOG=v",
+                             "INF Successfully changed environment variable.  NX_TEST_LOG="}));
 }
 
-TEST(nxProcessLog, ToldOfThePriceFilter)
+TEST_F(nxProcessLog, ToldOfThePriceFilter)
 {
-    ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("NX_TEST_FILTER", "IMPLIEDS, BOGUS,,IMPLIEDS"));
-    AskingDevice device;
-    nxExchangePriceFilterBitMask mask;
-    mask.ReadFromEnvValue("NX_TEST_FILTER");
-    EXPECT_EQ(device.lines, (Lines{"ERR Detected invalid price filter bitmask: ",
-                                   "ERR Detected invalid price filter bitmask: BOGUS",
-                                   "INF Setting price filter bitmask bit: IMPLIEDS"}));
-    device.lines.clear();
-    mask.ReadFromEnvValue("NX_TEST_NOT_SET");
-    EXPECT_EQ(device.lines, Lines());
+    struct
+    {
+        char const* value;
+        unsigned int bits;
+        Lines lines;
+    } const rows[] = {
+        {"", 0, {}},
+        {"IMPLIEDS, BOGUS,,IMPLIEDS",
+         0x2,
+         {"ERR Detected invalid price filter bitmask: ", "ERR Detected invalid price filter bitmask: BOGUS",
+          "INF Setting price filter bitmask bit: IMPLIEDS"}},
+        {" NEW_PRODUCTS\t,\r\nBLOCK_TRADES ,",
+         0x5,
+         {"INF Setting price filter bitmask bit: BLOCK_TRADES",
+          "INF Setting price filter bitmask bit: NEW_PRODUCTS"}},
+        {"implieds", 0, {"ERR Detected invalid price filter bitmask: implieds"}},
+    };
+    for (auto const& row : rows)
+    {
+        ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("NX_TEST_FILTER", row.value));
+        (void)Take();
+        nxExchangePriceFilterBitMask mask(0x100);
+        mask.ReadFromEnvValue("NX_TEST_FILTER");
+        EXPECT_EQ(mask.GetValue(), row.bits | 0x100) << row.value;
+        EXPECT_EQ(Take(), row.lines) << row.value;
+    }
 }
 
-TEST(nxProcessLog, DumpsWhatWasRead)
+TEST_F(nxProcessLog, DumpsWhatWasRead)
 {
     class Arguments : public nxCmdLineArgs
     {
@@ -99,20 +100,15 @@ TEST(nxProcessLog, DumpsWhatWasRead)
     char const* const envp[] = {"Y=2", "X=", nullptr};
     Arguments arguments;
     arguments.Initialise(const_cast<char**>(argv), const_cast<char**>(envp));
-    AskingDevice device;
     arguments.Dump(nxLogLevelEnum(NX_WRN));
-    EXPECT_EQ(device.lines, (Lines{"WRN Command Line Args:", "WRN a ", "WRN b 2",
-                                   "WRN Environment Variables:", "WRN X=", "WRN Y=2"}));
-    EXPECT_EQ(device.file.substr(device.file.rfind('/') + 1), "nxCmdLineArgs.cpp");
-    device.lines.clear();
+    EXPECT_EQ(Take(), (Lines{"WRN Command Line Args:", "WRN a ", "WRN b 2",
+                             "WRN Environment Variables:", "WRN X=", "WRN Y=2"}));
     arguments.Dump(nxLogLevelEnum(NX_DBG));
-    EXPECT_EQ(device.lines, Lines());
+    EXPECT_EQ(Take(), Lines());
 }
 
-TEST(nxProcessLog, ToldOfAMissingAddress)
+TEST_F(nxProcessLog, ToldOfAMissingAddress)
 {
-    AskingDevice device;
-    std::string const address = nxApplicationData::GetIPAddress();
-    Lines const expected = address.empty() ? Lines{"INF ERROR - Failed to get IP address for host"} : Lines();
-    EXPECT_EQ(device.lines, expected);
+    bool const isMissing = nxApplicationData::GetIPAddress().empty();
+    EXPECT_EQ(Take(), isMissing ? Lines{"INF ERROR - Failed to get IP address for host"} : Lines());
 }

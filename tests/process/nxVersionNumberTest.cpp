@@ -3,48 +3,38 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 
-TEST(nxVersionNumber, TakesVersionsApart)
-{
-    struct
-    {
-        char const* version;
-        unsigned int parts[3];
-    } const rows[] = {
-        {"1.37.2032", {1, 37, 2032}},
-        {"", {0, 0, 0}},
-        {"1", {1, 0, 0}},
-        {"1.2.3.4", {1, 2, 3}},
-        {"..7", {0, 0, 7}},
-        {"1.37abc.5", {1, 37, 5}},
-        {"a1. 2.+3", {0, 2, 3}},
-        {"-1.- 1.--1", {UINT_MAX, 0, 0}},
-        {"2147483647.2147483648.-2147483649", {INT_MAX, INT_MAX, 1u << 31}},
-        {"99999999999999999999999.0000000000000000000000012.-", {INT_MAX, 12, 0}},
-    };
-    for (auto const& row : rows)
-    {
-        unsigned int major = 9;
-        unsigned int minor = 9;
-        unsigned int sub = 9;
-        nxVersionNumber::GetInstance().GetMajorMinorSubVersionParts(row.version, major, minor, sub);
-        EXPECT_EQ(major, row.parts[0]) << row.version;
-        EXPECT_EQ(minor, row.parts[1]) << row.version;
-        EXPECT_EQ(sub, row.parts[2]) << row.version;
-    }
-}
-
-TEST(nxVersionNumber, IsCompatibleByMajorAndMinor)
+TEST(nxVersionNumber, TakesVersionsApartAndComparesMajorAndMinor)
 {
     nxVersionNumber const& version = nxVersionNumber::GetInstance();
     EXPECT_EQ(version.GetVersionNumber(), "1.37.2032");
-    for (char const* const other : {"1.37.2032", "1.37.1", "1.37.99999", "1.37", "1.37abc.5", "01.037"})
+    struct
     {
-        EXPECT_TRUE(version.IsCompatibleVersionNumber(other)) << other;
-    }
-    for (char const* const other : {"", "1", "1.38.2032", "2.37.2032", "1.3.7", "v1.37"})
+        char const* text;
+        unsigned int parts[3];
+        bool isCompatible;
+    } const rows[] = {
+        {"1.37.2032", {1, 37, 2032}, true},
+        {"1.37", {1, 37, 0}, true},
+        {"1.37abc.5", {1, 37, 5}, true},
+        {"01.037.99999", {1, 37, 99999}, true},
+        {"", {0, 0, 0}, false},
+        {"1.38.2032", {1, 38, 2032}, false},
+        {"2.37.2032", {2, 37, 2032}, false},
+        {"1.2.3.4", {1, 2, 3}, false},
+        {"..7", {0, 0, 7}, false},
+        {"a1. 2.+3", {0, 2, 3}, false},
+        {"-1.- 1.--1", {UINT_MAX, 0, 0}, false},
+        {"2147483647.2147483648.-2147483649", {INT_MAX, INT_MAX, 1u << 31}, false},
+        {"99999999999999999999999.0000000000000000000000012.-", {INT_MAX, 12, 0}, false},
+    };
+    for (auto const& row : rows)
     {
-        EXPECT_FALSE(version.IsCompatibleVersionNumber(other)) << other;
+        unsigned int parts[3] = {9, 9, 9};
+        version.GetMajorMinorSubVersionParts(row.text, parts[0], parts[1], parts[2]);
+        EXPECT_TRUE(std::equal(parts, parts + 3, row.parts)) << row.text;
+        EXPECT_EQ(version.IsCompatibleVersionNumber(row.text), row.isCompatible) << row.text;
     }
 }

@@ -57,7 +57,8 @@ TEST(Json, IsOneDocumentOfEveryCommand)
     {
         ExpectDocument(name + " -help -json", 0, 0);
         ExpectDocument(name + " -nothing -json", 2, 2);
-        ExpectDocument(name + " qq1 qq2 qq3 qq4 qq5 qq6 -json", 1, 2); // nothing that it knows, or more than it takes
+        // Nothing that it knows, or more than it takes.
+        ExpectDocument(name + " qq1 qq2 qq3 qq4 qq5 qq6 -json", 1, 2);
         std::string example = ExampleOf(name);
         if (name == "listen")
             continue; // ends only when it is interrupted: see the tests of its own
