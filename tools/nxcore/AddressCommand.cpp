@@ -74,7 +74,7 @@ void Show(std::string const& text, Table& table, Result& result)
     nxVolume host;
     if (!nxSocket::ParseAddressAndMask(text, addressText, address, mask, network, host).IsOK())
     {
-        result.AddProblem({.file = {}, .line = 0, .column = Printable(text), .reason = FaultOf(text)});
+        result.AddProblem(Printable(text), FaultOf(text));
         return;
     }
     // No mask is all ones, so the wrapper's null is not a value of it; those of the other two may be.
@@ -108,10 +108,8 @@ Command const addressCommand = {
         "within the network. What the library refuses is named with what is wrong; the exit status is\n"
         "then 1, or 2 when nothing could be read. Leading zeros don't make a number octal.",
     .example = "nxcore address 192.168.1.9/24 10.0.0.1",
-    .options = {},
     .fewestArguments = 1,
     .mostArguments = 10000,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

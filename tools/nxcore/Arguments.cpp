@@ -59,9 +59,7 @@ std::string UnknownSwitch(Command const& command, std::string_view name)
     for (auto const options : {command.options, CommonOptions()})
         for (Option const& option : options)
             names.push_back(option.name);
-    std::string const nearest = NearestOf(name, names);
-    return "unknown switch -" + std::string(name) +
-           (nearest.empty() ? "" : ", did you mean -" + nearest + "?");
+    return "unknown switch -" + std::string(name) + DidYouMean(name, names, "-");
 }
 } // namespace
 

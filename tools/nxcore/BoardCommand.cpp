@@ -80,7 +80,6 @@ Command const boardCommand = {
         "begin with # are comments.\n\n"
         "A row at fault is named on standard error with its line and column; the others are shown.",
     .example = "nxcore board examples/products.csv",
-    .options = {},
     .fewestArguments = 1,
     .mostArguments = 1,
     .completes = Completes::File,

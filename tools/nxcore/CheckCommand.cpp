@@ -177,7 +177,6 @@ Status Run(Arguments const&, Result& result)
 
 Command const checkCommand = {
     .name = "check",
-    .arguments = "",
     .summary = "test whether the library works on this host as it should",
     .details =
         "Tests the library as it is installed and what the host gives it: that the vocabulary is complete\n"
@@ -185,10 +184,6 @@ Command const checkCommand = {
         "line; \"notice\" means that it works but somebody should know. The exit status is 1 when something\n"
         "is wrong. The log directory is that of KVT_LOG_DIRECTORY; a file is made there and removed.",
     .example = "nxcore check",
-    .options = {},
-    .fewestArguments = 0,
-    .mostArguments = 0,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

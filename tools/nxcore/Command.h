@@ -48,16 +48,16 @@ enum class Status
 struct Command
 {
     std::string_view name;
-    std::string_view arguments; ///< as the help shows them, such as "FORMAT TEXT"
-    std::string_view summary;   ///< half a line, no full stop
-    std::string_view details;   ///< sentences, lines of at most 100 characters
-    std::string_view example;   ///< a whole command line
-    std::span<Option const> options;
-    std::size_t fewestArguments;
-    std::size_t mostArguments;
-    Completes completes;
-    Status (*run)(Arguments const& arguments, Result& result);
+    std::string_view arguments = {}; ///< as the help shows them, such as "FORMAT TEXT"
+    std::string_view summary;        ///< half a line, no full stop
+    std::string_view details;        ///< sentences, lines of at most 100 characters
+    std::string_view example;        ///< a whole command line
+    std::span<Option const> options = {};
+    std::size_t fewestArguments = 0;
+    std::size_t mostArguments = 0;
+    Completes completes = Completes::Nothing;
     std::size_t completedArgument = 0; ///< the position of the argument that `completes` means
+    Status (*run)(Arguments const& arguments, Result& result);
 };
 
 /// All commands in the order of the help.

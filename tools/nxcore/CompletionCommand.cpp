@@ -109,15 +109,12 @@ std::vector<std::string> WordsFor(Completes kind)
 Status Refuse(std::string const& word, std::string_view what, std::vector<std::string> const& known,
               Result& result)
 {
-    std::string const nearest = NearestOf(word, std::vector<std::string_view>(known.begin(), known.end()));
     std::string all;
     for (std::string const& name : known)
         all.append(all.empty() ? "" : ", ").append(name);
-    std::string const hint = nearest.empty() ? "it is one of " + all : "did you mean " + nearest + "?";
-    result.AddProblem(
-        {"", 0, "",
-         std::string(what) + (word.empty() ? " is missing" : " " + word + " is unknown") + ", " + hint});
-    return Status::Unusable;
+    std::string const nearest = DidYouMean(word, std::vector<std::string_view>(known.begin(), known.end()));
+    return result.Refuse("", std::string(what) + (word.empty() ? " is missing" : " " + word + " is unknown") +
+                                 (nearest.empty() ? ", it is one of " + all : nearest));
 }
 
 Status ShowWords(std::string const& name, Result& result)
@@ -164,7 +161,6 @@ Command const completionCommand = {
         "methods from the library, which the script asks through -words.",
     .example = "source <(nxcore completion bash)",
     .options = options,
-    .fewestArguments = 0,
     .mostArguments = 1,
     .completes = Completes::Shell,
     .run = Run,

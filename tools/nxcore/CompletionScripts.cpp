@@ -91,10 +91,7 @@ std::string ZshCase(Command const& command)
     {
         std::string entry = "-" + std::string(option.name) + "[" + Escaped(option.help) + "]";
         if (!option.value.empty())
-            entry.append(":")
-                .append(Escaped(option.value))
-                .append(":")
-                .append(ZshAction(option.completes));
+            entry.append(":").append(Escaped(option.value)).append(":").append(ZshAction(option.completes));
         text.append(" \\\n                ").append(Quoted(entry));
     }
     for (std::size_t index = 0; index < command.mostArguments && index <= command.completedArgument; ++index)

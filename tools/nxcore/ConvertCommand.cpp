@@ -95,7 +95,7 @@ std::optional<nxMoney> ReadMoney(std::string const& text, Result& result)
     if (money.SetFromString(text, '.').IsOK() && money.IsValid() &&
         money.GetCurrency().IsSpecificTypeForInstance())
         return money;
-    result.AddProblem({"", 0, Printable(text), "an amount such as 100.50USD expected"});
+    result.AddProblem(Printable(text), "an amount such as 100.50USD expected");
     return std::nullopt;
 }
 
@@ -118,7 +118,7 @@ Status Run(Arguments const& arguments, Result& result)
         result.AddProblem(NoCurrency(arguments.Get(1)));
     std::optional<std::string> const file = arguments.GetOption("rates");
     if (!file)
-        result.AddProblem({"", 0, "-rates", "a file of rates expected"});
+        result.AddProblem("-rates", "a file of rates expected");
     nxExchangeRateList rates;
     if (!money || !target || !file || !ReadRates(*file, rates, result))
         return Status::Unusable;
@@ -153,7 +153,7 @@ Command const convertCommand = {
     .fewestArguments = 2,
     .mostArguments = 2,
     .completes = Completes::Currency,
-    .run = Run,
     .completedArgument = 1,
+    .run = Run,
 };
 } // namespace nxTool

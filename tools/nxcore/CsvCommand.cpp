@@ -137,7 +137,7 @@ std::optional<Request> ReadRequest(Arguments const& arguments, Result& result)
     std::optional<char> const separator = ReadSeparator(separatorText);
     if (!separator)
     {
-        result.AddProblem({"", 0, "-separator", "one byte or \"tab\" expected, not " + separatorText});
+        result.AddProblem("-separator", "one byte or \"tab\" expected, not " + separatorText);
         return std::nullopt;
     }
     request.separator = *separator;
@@ -146,8 +146,7 @@ std::optional<Request> ReadRequest(Arguments const& arguments, Result& result)
         request.columns = ReadColumns(*list);
         if (request.columns.empty())
         {
-            result.AddProblem(
-                {"", 0, "-columns", "numbers from 1 with commas between them expected, not " + *list});
+            result.AddProblem("-columns", "numbers from 1 with commas between them expected, not " + *list);
             return std::nullopt;
         }
     }

@@ -81,7 +81,7 @@ void DescribeNumber(std::string const& text, unsigned int number, Records& recor
     std::string const reason = owner == nullptr ? "no class has this number"
                                                 : "inside the bounds of " + std::string(owner->className) +
                                                       ", but without a row; it prints as NOT_REGISTERED";
-    result.AddProblem({.file = {}, .line = 0, .column = text, .reason = reason});
+    result.AddProblem(text, reason);
 }
 
 void DescribeWord(std::string const& text, Records& records, Result& result)
@@ -93,8 +93,7 @@ void DescribeWord(std::string const& text, Records& records, Result& result)
         return;
     if (!FindClassName(text).empty())
     {
-        result.AddProblem(
-            {.file = {}, .line = 0, .column = text, .reason = "a class, nxcore list shows its rows"});
+        result.AddProblem(text, "a class, nxcore list shows its rows");
         return;
     }
     std::vector<std::string_view> candidates;
@@ -132,10 +131,8 @@ Command const describeCommand = {
         "Words of bit masks are shown with their bits. What is not found is named with the most similar\n"
         "word, and the exit status is 1.",
     .example = "nxcore describe 1103 NX_FUNCTION_SUBMIT_ORDER trail_stop",
-    .options = {},
     .fewestArguments = 1,
     .mostArguments = 1000,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

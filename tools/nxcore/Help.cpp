@@ -72,11 +72,11 @@ std::string HelpOf(Command const& command)
     return text;
 }
 
-std::string NearestCommand(std::string_view word)
+std::string DidYouMeanCommand(std::string_view word)
 {
     std::vector<std::string_view> names;
     for (Command const* command : AllCommands())
         names.push_back(command->name);
-    return NearestOf(word, names);
+    return DidYouMean(word, names);
 }
 } // namespace nxTool

@@ -15,6 +15,6 @@ std::string GeneralHelp();
 /// What `nxcore COMMAND -help` prints.
 std::string HelpOf(Command const& command);
 
-/// The name of the command most like a word; empty when none is near.
-std::string NearestCommand(std::string_view word);
+/// DidYouMean() with the names of the commands.
+std::string DidYouMeanCommand(std::string_view word);
 } // namespace nxTool

@@ -26,17 +26,12 @@ Status Run(Arguments const&, Result& result)
 
 Command const identityCommand = {
     .name = "identity",
-    .arguments = "",
     .summary = "show host, address, process and start time",
     .details =
         "Shows what the library knows about this process and its host. The address is the first one of\n"
         "the host's name; the start is in local time, as JSON in seconds since the epoch. The daemon is\n"
         "secure when KVT_DAEMON names one with \"ssl:\".",
     .example = "nxcore identity",
-    .options = {},
-    .fewestArguments = 0,
-    .mostArguments = 0,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

@@ -46,9 +46,7 @@ void ComplainAbout(std::string const& fragment, Result& result)
     std::vector<std::string_view> names;
     for (Key const& key : AllKeys())
         names.push_back(key.name);
-    std::string const nearest = NearestOf(fragment, names);
-    result.AddProblem(
-        {"", 0, "", "no key holds " + fragment + (nearest.empty() ? "" : ", did you mean " + nearest + "?")});
+    result.AddProblem("", "no key holds " + fragment + DidYouMean(fragment, names));
 }
 
 Status Run(Arguments const& arguments, Result& result)
@@ -100,7 +98,6 @@ Command const keysCommand = {
         "listed, with their values; passwords are shown as dots.",
     .example = "nxcore keys LOG -set",
     .options = options,
-    .fewestArguments = 0,
     .mostArguments = 1,
     .completes = Completes::Key,
     .run = Run,

@@ -98,18 +98,12 @@ void ShowPrice(nxVariableTickTable const& ladder, nxDecimal const& price, Result
     ShowSteps(ladder, price, result);
 }
 
-Status Refuse(Result& result, std::string argument, std::string reason)
-{
-    result.AddProblem({"", 0, std::move(argument), std::move(reason)});
-    return Status::Unusable;
-}
-
 Status DrawLadder(nxVariableTickTable const& ladder, std::string const& name, std::string const& path,
                   Result& result)
 {
     std::string const reason = WriteFile(path, LadderPicture(name, ladder, PictureUse::File) + "\n");
     if (!reason.empty())
-        return Refuse(result, "-svg", reason);
+        return result.Refuse("-svg", reason);
     result.AddField("ladder", "Ladder", name);
     result.AddField("file", "Picture", path);
     return Status::Good;
@@ -119,18 +113,18 @@ Status Run(Arguments const& arguments, Result& result)
 {
     auto const svg = arguments.GetOption("svg");
     if (svg && arguments.GetAll().size() != 1)
-        return Refuse(result, "-svg", "a picture is of one ladder: give its NAME and no PRICE");
+        return result.Refuse("-svg", "a picture is of one ladder: give its NAME and no PRICE");
     if (arguments.GetAll().empty())
         return ListLadders(result);
     nxVariableTickTable const* const ladder = FindLadder(arguments.Get(0));
     if (ladder == nullptr)
-        return Refuse(result, "NAME", UnknownLadder(arguments.Get(0)));
+        return result.Refuse("NAME", UnknownLadder(arguments.Get(0)));
     if (svg)
         return DrawLadder(*ladder, arguments.Get(0), *svg, result);
     bool const hasPrice = arguments.GetAll().size() > 1;
     nxDecimal const price(arguments.Get(1), '.');
     if (hasPrice && !price.IsValid())
-        return Refuse(result, "PRICE", '"' + arguments.Get(1) + "\" is no number");
+        return result.Refuse("PRICE", '"' + arguments.Get(1) + "\" is no number");
     result.AddField("ladder", "Ladder", arguments.Get(0));
     if (hasPrice)
     {
@@ -155,7 +149,6 @@ Command const ladderCommand = {
         "tick over price, both axes logarithmic, each range's last price at its dot.",
     .example = "nxcore ladder CHIX_EUZ1 9.999",
     .options = options,
-    .fewestArguments = 0,
     .mostArguments = 2,
     .completes = Completes::Ladder,
     .run = Run,

@@ -85,7 +85,7 @@ void Search(std::string const& text, std::string_view className, Result& result)
             rows.Add({word.className, PlaceOf(word), word.token, word.text});
     }
     if (rows.GetRowCount() == 0)
-        result.AddProblem({.file = {}, .line = 0, .column = text, .reason = "no row holds this text"});
+        result.AddProblem(text, "no row holds this text");
 }
 
 Status Run(Arguments const& arguments, Result& result)
@@ -118,7 +118,6 @@ Command const listCommand = {
         "hold a text, of all classes or of CLASS; the exit status is 1 when there are none.",
     .example = "nxcore list nxOrderStatusEnum",
     .options = options,
-    .fewestArguments = 0,
     .mostArguments = 1,
     .completes = Completes::Class,
     .run = Run,

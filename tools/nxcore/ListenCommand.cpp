@@ -344,22 +344,17 @@ Status Listen(int port, Arguments const& arguments, Form form, Result& result)
 
 Status Run(Arguments const& arguments, Result& result)
 {
-    auto const refuse = [&](std::string reason)
-    {
-        result.AddProblem({.file = {}, .line = 0, .column = {}, .reason = std::move(reason)});
-        return Status::Unusable;
-    };
     auto const port = ReadPort(arguments.Get(0), 0, result);
     auto const group = arguments.GetOption("group");
     if (!port || (group && !IsAddress(*group, result)))
         return Status::Unusable;
     if (arguments.Has("raw") && arguments.Has("json"))
-        return refuse("-raw and -json exclude each other");
+        return result.Refuse("", "-raw and -json exclude each other");
     Form form = arguments.Has("raw") ? Form::Raw : Form::Dump;
     if (arguments.Has("json"))
         form = Form::Document;
     if (form == Form::Dump && !nxLogManager::ShouldLog(NX_INF))
-        return refuse("KVT_LOG_LEVEL hides lines of level Info, as which the log dumps");
+        return result.Refuse("", "KVT_LOG_LEVEL hides lines of level Info, as which the log dumps");
     return Listen(*port, arguments, form, result);
 }
 } // namespace
@@ -378,7 +373,6 @@ Command const listenCommand = {
     .options = options,
     .fewestArguments = 1,
     .mostArguments = 1,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

@@ -293,18 +293,9 @@ bool ReadSwitch(Arguments const& arguments, std::string_view name, long long lea
     if (number)
         value = *number;
     else
-        result.AddProblem({.file = {},
-                           .line = 0,
-                           .column = "-" + std::string(name),
-                           .reason = "a whole number from " + std::to_string(least) + " to " +
-                                     std::to_string(most) + " is expected"});
+        result.AddProblem("-" + std::string(name), "a whole number from " + std::to_string(least) + " to " +
+                                                       std::to_string(most) + " is expected");
     return number.has_value();
-}
-
-Status Fail(std::string reason, Result& result)
-{
-    result.AddProblem({.file = {}, .line = 0, .column = {}, .reason = std::move(reason)});
-    return Status::Unusable;
 }
 
 Status Run(Arguments const& arguments, Result& result)
@@ -316,7 +307,7 @@ Status Run(Arguments const& arguments, Result& result)
         return Status::Unusable;
     nxLogManager& manager = nxLogManager::GetInstance();
     if (!nxLogManager::ShouldLog(NX_INF))
-        return Fail("KVT_LOG_LEVEL hides lines of level Info", result);
+        return result.Refuse("", "KVT_LOG_LEVEL hides lines of level Info");
 
     std::optional<TemporaryDirectory> temporary;
     if (!arguments.Has("log"))
@@ -324,7 +315,7 @@ Status Run(Arguments const& arguments, Result& result)
         temporary.emplace();
         std::string const fault = OpenOwnLog(temporary->GetPath());
         if (!fault.empty())
-            return Fail(fault, result);
+            return result.Refuse("", fault);
     }
     std::string const path = nxFileLogDevice::GenerateFileName(".log", false, 1, true, true);
 
@@ -352,7 +343,6 @@ Status Run(Arguments const& arguments, Result& result)
 
 Command const logLoadCommand = {
     .name = "log-load",
-    .arguments = "",
     .summary = "load the log with lines from several threads and measure it",
     .details =
         "Each thread logs its lines as fast as it can, through the log that every program of the platform\n"
@@ -363,9 +353,6 @@ Command const logLoadCommand = {
         "the file lies in a temporary directory and is removed.",
     .example = "nxcore log-load -threads 4 -lines 250000",
     .options = options,
-    .fewestArguments = 0,
-    .mostArguments = 0,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

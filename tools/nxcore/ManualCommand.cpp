@@ -79,14 +79,9 @@ Status Run(Arguments const&, Result& result)
 
 Command const manualCommand = {
     .name = "manual",
-    .arguments = "",
     .summary = "print the manual page",
     .details = "Prints nxcore(1) in the language of man.",
     .example = "nxcore manual | man -l -",
-    .options = {},
-    .fewestArguments = 0,
-    .mostArguments = 0,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

@@ -161,10 +161,7 @@ Status Run(Arguments const& arguments, Result& result)
     if (!value)
     {
         if (asNumber)
-            result.AddProblem({.file = {},
-                               .line = 0,
-                               .column = text,
-                               .reason = "no number of " + std::to_string(mask->width) + " bits"});
+            result.AddProblem(text, "no number of " + std::to_string(mask->width) + " bits");
         return Status::Unusable;
     }
 

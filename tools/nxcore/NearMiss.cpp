@@ -51,4 +51,11 @@ std::string NearestOf(std::string_view word, std::span<std::string_view const> c
     }
     return std::string(best);
 }
+
+std::string DidYouMean(std::string_view word, std::span<std::string_view const> candidates,
+                       std::string_view dash)
+{
+    std::string const nearest = NearestOf(word, candidates);
+    return nearest.empty() ? nearest : ", did you mean " + std::string(dash) + nearest + "?";
+}
 } // namespace nxTool

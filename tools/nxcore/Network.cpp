@@ -14,10 +14,8 @@ std::optional<int> ReadPort(std::string const& text, int least, Result& result)
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
     if (error == std::errc() && end == text.data() + text.size() && port >= least && port <= most)
         return port;
-    result.AddProblem({.file = {},
-                       .line = 0,
-                       .column = Printable(text),
-                       .reason = "no port from " + std::to_string(least) + " to " + std::to_string(most)});
+    result.AddProblem(Printable(text),
+                      "no port from " + std::to_string(least) + " to " + std::to_string(most));
     return std::nullopt;
 }
 
@@ -26,10 +24,7 @@ bool IsAddress(std::string const& text, Result& result)
     unsigned int address = 0;
     if (nxSocket::ParseAddress(text, address).IsOK())
         return true;
-    result.AddProblem({.file = {},
-                       .line = 0,
-                       .column = Printable(text),
-                       .reason = "no dotted address such as 127.0.0.1; names are not looked up"});
+    result.AddProblem(Printable(text), "no dotted address such as 127.0.0.1; names are not looked up");
     return false;
 }
 
@@ -45,10 +40,8 @@ std::string DottedAddress(unsigned int address)
 bool Succeeded(nxErrorEnum const& error, std::string_view subject, Result& result)
 {
     if (!error.IsOK())
-        result.AddProblem({.file = {},
-                           .line = 0,
-                           .column = std::string(subject),
-                           .reason = error.GetLongDescription() + " (" + error.GetShortDescription() + ")"});
+        result.AddProblem(std::string(subject),
+                          error.GetLongDescription() + " (" + error.GetShortDescription() + ")");
     return error.IsOK();
 }
 } // namespace nxTool

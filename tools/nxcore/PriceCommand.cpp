@@ -12,12 +12,6 @@ namespace nxTool
 {
 namespace
 {
-Status Refuse(Result& result, std::string argument, std::string reason)
-{
-    result.AddProblem({"", 0, std::move(argument), std::move(reason)});
-    return Status::Unusable;
-}
-
 /// The rule of the format with the switches' tick or ladder.
 std::optional<PriceRule> ReadRule(Arguments const& arguments, nxPriceFormatEnum const& format, Result& result)
 {
@@ -25,7 +19,7 @@ std::optional<PriceRule> ReadRule(Arguments const& arguments, nxPriceFormatEnum 
     auto const ladderName = arguments.GetOption("ladder");
     if (tickText && ladderName)
     {
-        (void)Refuse(result, "-tick", "a price has either a tick or a ladder");
+        (void)result.Refuse("-tick", "a price has either a tick or a ladder");
         return std::nullopt;
     }
     if (ladderName)
@@ -33,7 +27,7 @@ std::optional<PriceRule> ReadRule(Arguments const& arguments, nxPriceFormatEnum 
         nxVariableTickTable const* const ladder = FindLadder(*ladderName);
         if (ladder != nullptr)
             return PriceRule(format, *ladder);
-        (void)Refuse(result, "-ladder", UnknownLadder(*ladderName));
+        (void)result.Refuse("-ladder", UnknownLadder(*ladderName));
         return std::nullopt;
     }
     if (!tickText)
@@ -41,7 +35,7 @@ std::optional<PriceRule> ReadRule(Arguments const& arguments, nxPriceFormatEnum 
     std::string reason;
     if (auto const tick = ReadTick(*tickText, reason))
         return PriceRule(format, *tick);
-    (void)Refuse(result, "-tick", reason);
+    (void)result.Refuse("-tick", reason);
     return std::nullopt;
 }
 
@@ -56,20 +50,20 @@ Status Run(Arguments const& arguments, Result& result)
     std::string const text = arguments.Get(1);
     auto const format = FindPriceFormat(arguments.Get(0));
     if (!format)
-        return Refuse(result, "FORMAT", UnknownPriceFormat(arguments.Get(0)));
+        return result.Refuse("FORMAT", UnknownPriceFormat(arguments.Get(0)));
     auto const rule = ReadRule(arguments, *format, result);
     if (!rule)
         return Status::Unusable;
     auto const steps = arguments.GetNumber("steps", -1000000, 1000000);
     if (arguments.Has("steps") && !steps)
-        return Refuse(result, "-steps", "no whole number from -1000000 to 1000000");
+        return result.Refuse("-steps", "no whole number from -1000000 to 1000000");
     auto const methodName = arguments.GetOption("round");
     auto const method = methodName ? FindRoundingMethod(*methodName) : std::nullopt;
     if (methodName && !method)
-        return Refuse(result, "-round", UnknownRoundingMethod(*methodName));
+        return result.Refuse("-round", UnknownRoundingMethod(*methodName));
     auto const price = rule->Read(text);
     if (!price)
-        return Refuse(result, "TEXT", rule->GetFault(text));
+        return result.Refuse("TEXT", rule->GetFault(text));
 
     result.AddField("format", "Format", Cell(format->GetLongDescription(), format->GetAsString()));
     result.AddField("value", "Value", Cell(Trimmed(*price), price->GetAsDouble()));
@@ -86,7 +80,7 @@ Status Run(Arguments const& arguments, Result& result)
         result.AddField("rounded", "Rounded " + ShortNameOf(*method),
                         PriceCell(*rule, rule->Rounded(*price, method->GetEnumValue())));
     else if (!rule->IsOnTick(*price))
-        result.AddProblem({"", 0, "TEXT", rule->GetFault(text)});
+        result.AddProblem("TEXT", rule->GetFault(text));
     return result.GetProblems().empty() ? Status::Good : Status::Faulty;
 }
 

@@ -23,9 +23,7 @@ std::optional<Enumeration> Find(std::string const& word, std::string_view prefix
 
 std::string Unknown(std::string_view kind, std::string const& word, std::span<std::string_view const> known)
 {
-    std::string text = "unknown " + std::string(kind) + " " + word;
-    std::string const nearest = NearestOf(word, known);
-    return nearest.empty() ? text : text + ", did you mean " + nearest + "?";
+    return "unknown " + std::string(kind) + " " + word + DidYouMean(word, known);
 }
 
 template <class Enumeration>

@@ -14,25 +14,19 @@ namespace
 {
 constexpr char fileName[] = "index.html";
 
-Status Refuse(Result& result, std::string reason)
-{
-    result.AddProblem({"", 0, "DIRECTORY", std::move(reason)});
-    return Status::Unusable;
-}
-
 Status Run(Arguments const& arguments, Result& result)
 {
     std::filesystem::path const directory = arguments.Get(0);
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     if (error)
-        return Refuse(result, directory.string() + ": " + error.message());
+        return result.Refuse("DIRECTORY", directory.string() + ": " + error.message());
 
     ReferencePage const page = MakeReferencePage();
     std::string const path = (directory / fileName).string();
     std::string const reason = WriteFile(path, page.html);
     if (!reason.empty())
-        return Refuse(result, reason);
+        return result.Refuse("DIRECTORY", reason);
 
     result.AddField("file", "File", path);
     result.AddField("bytes", "Bytes", page.html.size());
@@ -52,7 +46,6 @@ Command const referenceCommand = {
         "with examples. The page needs no network and nothing beside it; a field searches all of it by\n"
         "number, token or text, and each entry has an address, such as index.html#1005064.",
     .example = "nxcore reference reference",
-    .options = {},
     .fewestArguments = 1,
     .mostArguments = 1,
     .completes = Completes::Directory,

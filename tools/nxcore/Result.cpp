@@ -188,6 +188,17 @@ void Result::AddProblem(Problem problem)
     _problems.push_back(std::move(problem));
 }
 
+void Result::AddProblem(std::string argument, std::string reason)
+{
+    AddProblem({.file = {}, .line = 0, .column = std::move(argument), .reason = std::move(reason)});
+}
+
+Status Result::Refuse(std::string argument, std::string reason)
+{
+    AddProblem(std::move(argument), std::move(reason));
+    return Status::Unusable;
+}
+
 void Result::PrintText(std::ostream& out, bool colour) const
 {
     std::size_t titleWidth = 0;

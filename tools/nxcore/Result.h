@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Command.h"
+
 #include <nlohmann/json.hpp>
 
 #include <concepts>
@@ -139,6 +141,13 @@ public:
     void AddText(std::string key, std::string text);
 
     void AddProblem(Problem problem);
+
+    /// @param argument  the argument or switch that is at fault; empty for the command as a whole
+    void AddProblem(std::string argument, std::string reason);
+
+    /// The same for what ends the command.
+    /// @return Status::Unusable
+    Status Refuse(std::string argument, std::string reason);
 
     std::vector<Problem> const& GetProblems() const
     {

@@ -65,7 +65,8 @@ Problem WhyUnread(std::string const& path, long long linesRead)
         return {path, 0, "", "is a directory"};
     if (std::string const reason = WhyNotOpened(path); !reason.empty())
         return {path, 0, "", "can't be opened: " + reason};
-    return {path, linesRead + 1, "", "can't be read from this line on: it has more than 8191 bytes, or the file fails"};
+    return {path, linesRead + 1, "",
+            "can't be read from this line on: it has more than 8191 bytes, or the file fails"};
 }
 } // namespace
 

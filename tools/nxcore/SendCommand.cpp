@@ -180,7 +180,7 @@ Command const sendCommand = {
     .fewestArguments = 2,
     .mostArguments = 3,
     .completes = Completes::File,
-    .run = Run,
     .completedArgument = 2,
+    .run = Run,
 };
 } // namespace nxTool

@@ -32,10 +32,7 @@ Command const versionCommand = {
     .details = "Versions fit when major and minor are the same; the sub part may differ.\n"
                "The exit status is 1 when OTHER does not fit.",
     .example = "nxcore version 1.37.9",
-    .options = {},
-    .fewestArguments = 0,
     .mostArguments = 1,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

@@ -179,22 +179,13 @@ Status Run(Arguments const& arguments, Result& result)
 {
     std::optional<std::string> const zone = arguments.GetOption("zone");
     if (zone && !UseZone(*zone))
-    {
-        result.AddProblem({.file = "", .line = 0, .column = "-zone", .reason = "no such zone: " + *zone});
-        return Status::Unusable;
-    }
+        return result.Refuse("-zone", "no such zone: " + *zone);
 
     std::vector<std::string> const& words = arguments.GetAll();
     std::string const text = words.size() == 2 ? words[0] + " " + words[1] : arguments.Get(0);
     std::optional<nxDateTime> const moment = ReadMoment(text);
     if (!moment)
-    {
-        result.AddProblem({.file = "",
-                           .line = 0,
-                           .column = "",
-                           .reason = "not a moment that the calendar has since 1970: " + text});
-        return Status::Unusable;
-    }
+        return result.Refuse("", "not a moment that the calendar has since 1970: " + text);
 
     result.AddField("epochSeconds", "epoch seconds", Cell(moment->GetAsTimeValue()));
     result.AddField("state", "state", StateOf(*moment));
@@ -217,9 +208,7 @@ Command const whenCommand = {
         "Where the clocks were put back, a time that comes twice is the earlier one; the later is told.",
     .example = "nxcore when 20241103 01:30:00 -zone America/New_York",
     .options = options,
-    .fewestArguments = 0,
     .mostArguments = 2,
-    .completes = Completes::Nothing,
     .run = Run,
 };
 } // namespace nxTool

@@ -85,13 +85,7 @@ std::string_view FindClassName(std::string_view name)
 Problem UnknownName(std::string_view name, std::string_view reason,
                     std::vector<std::string_view> const& known)
 {
-    Problem problem;
-    problem.column = name;
-    problem.reason = reason;
-    std::string const nearest = NearestOf(name, known);
-    if (!nearest.empty())
-        problem.reason += ", did you mean " + nearest + "?";
-    return problem;
+    return {{}, 0, std::string(name), std::string(reason) + DidYouMean(name, known)};
 }
 
 bool EqualInEitherCase(std::string_view left, std::string_view right)

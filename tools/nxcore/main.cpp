@@ -34,7 +34,7 @@ int ComplainAndExit(std::string const& complaint)
     if (IsJsonWanted())
     {
         nxTool::Result result;
-        result.AddProblem({"", 0, "", complaint});
+        result.AddProblem("", complaint);
         result.PrintJson(std::cout);
     }
     std::cerr << "nxcore: " << complaint << '\n';
@@ -43,11 +43,8 @@ int ComplainAndExit(std::string const& complaint)
 
 int ComplainAboutCommand(std::string_view name)
 {
-    std::string complaint = "unknown command " + std::string(name);
-    std::string const nearest = nxTool::NearestCommand(name);
-    if (!nearest.empty())
-        complaint += ", did you mean " + nearest + "?";
-    return ComplainAndExit(complaint + " (nxcore -help lists all)");
+    return ComplainAndExit("unknown command " + std::string(name) + nxTool::DidYouMeanCommand(name) +
+                           " (nxcore -help lists all)");
 }
 
 void Print(nxTool::Result const& result)
