@@ -63,7 +63,8 @@ std::string UnknownSwitch(Command const& command, std::string_view name)
 }
 } // namespace
 
-CommandLine::CommandLine(Command const& command, std::string_view program, std::span<char const* const> words)
+OrderedWords::OrderedWords(Command const& command, std::string_view program,
+                           std::span<char const* const> words)
 {
     std::vector<std::string> switches;
     _words = {std::string(program), std::string(command.name)};
@@ -88,9 +89,8 @@ CommandLine::CommandLine(Command const& command, std::string_view program, std::
     _pointers.push_back(nullptr);
 }
 
-Arguments::Arguments(Command const& command)
+Arguments::Arguments(Command const& command, nxCmdLineArgs const& commandLine) : _commandLine(commandLine)
 {
-    nxCmdLineArgs const& commandLine = nxCmdLineArgs::GetInstance();
     commandLine.GetUnprocessedArgs(_arguments);
     _arguments.erase(_arguments.begin()); // the command itself
     std::ranges::transform(_arguments, _arguments.begin(), Unguarded);
@@ -126,14 +126,14 @@ std::string Arguments::Get(std::size_t index) const
 
 bool Arguments::Has(std::string_view option) const
 {
-    return nxCmdLineArgs::GetInstance().IsArgDefined(std::string(option));
+    return _commandLine.IsArgDefined(std::string(option));
 }
 
 std::optional<std::string> Arguments::GetOption(std::string_view option) const
 {
     if (!Has(option))
         return std::nullopt;
-    return Unguarded(nxCmdLineArgs::GetInstance().GetArgValue(std::string(option)));
+    return Unguarded(_commandLine.GetArgValue(std::string(option)));
 }
 
 std::string Arguments::GetOption(std::string_view option, std::string_view otherwise) const

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+class nxCmdLineArgs;
+
 namespace nxTool
 {
 /// A command's line in the order that nxCmdLineArgs reads as it is meant.
@@ -17,11 +19,11 @@ namespace nxTool
 /// takes one, and an argument or a value that begins with a dash gets a backslash in front, as one that begins with a
 /// backslash does. A switch may have two dashes. What begins with dashes and a digit or a point is no switch, and neither
 /// is a dash alone.
-class CommandLine
+class OrderedWords
 {
 public:
     /// @param words  what follows the command's name
-    CommandLine(Command const& command, std::string_view program, std::span<char const* const> words);
+    OrderedWords(Command const& command, std::string_view program, std::span<char const* const> words);
 
     /// For nxCmdLineArgs::Initialise(); valid as long as this object.
     char** GetArgv()
@@ -38,8 +40,8 @@ private:
 class Arguments
 {
 public:
-    /// nxCmdLineArgs has been given the CommandLine of this command.
-    explicit Arguments(Command const& command);
+    /// @param commandLine  has been given the OrderedWords of this command; stays the caller's
+    Arguments(Command const& command, nxCmdLineArgs const& commandLine);
 
     /// What is wrong with the line; empty when nothing is.
     std::string const& GetFault() const
@@ -67,6 +69,7 @@ public:
 private:
     void _CheckCount(Command const& command);
 
+    nxCmdLineArgs const& _commandLine;
     std::vector<std::string> _arguments;
     std::string _fault;
 };

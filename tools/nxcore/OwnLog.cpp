@@ -28,10 +28,10 @@ std::string OpenOwnLog(std::string const& directory)
     return {};
 }
 
-std::string OwnCommandLine()
+std::string OwnWords(nxCmdLineArgs const& commandLine)
 {
     std::string text;
-    for (char const* const* word = nxCmdLineArgs::GetInstance().GetRawArgv() + 1; *word != nullptr; ++word)
+    for (char const* const* word = commandLine.GetRawArgv() + 1; *word != nullptr; ++word)
         text.append(text.empty() ? "" : " ").append(Printable(*word));
     return text;
 }

@@ -5,6 +5,8 @@
 /// @file
 /// The program's own log.
 
+class nxCmdLineArgs;
+
 namespace nxTool
 {
 /// Has the program's log written to a file in the directory, which is made if its parent is there.
@@ -12,5 +14,5 @@ namespace nxTool
 std::string OpenOwnLog(std::string const& directory);
 
 /// The command, its arguments and its switches as one text, control characters as \xNN.
-std::string OwnCommandLine();
+std::string OwnWords(nxCmdLineArgs const& commandLine);
 } // namespace nxTool
