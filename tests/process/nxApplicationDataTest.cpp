@@ -31,11 +31,10 @@ TEST(nxApplicationData, HoldsWhatTheHostSets)
     nxApplicationData::SetServerCapabilities(nxServerCapabilityBitMask(5));
     nxApplicationData::SetAPIConnectionType(nxAPIConnectionTypeEnum(NX_API_CONNECTION_TYPE_MULTICAST));
     nxApplicationData::SetMifidEnabled(true);
-    EXPECT_EQ(nxApplicationData::GetApplicationName(), "application");
-    EXPECT_EQ(nxApplicationData::GetApplicationInstanceName(), "instance");
-    EXPECT_EQ(nxApplicationData::GetUserNameA(), "user");
-    EXPECT_EQ(nxApplicationData::GetDaemonHostName(), "daemon");
-    EXPECT_EQ(nxApplicationData::GetLocation(), "location");
+    EXPECT_EQ(nxApplicationData::GetApplicationName() + "," +
+                  nxApplicationData::GetApplicationInstanceName() + "," + nxApplicationData::GetUserNameA() +
+                  "," + nxApplicationData::GetDaemonHostName() + "," + nxApplicationData::GetLocation(),
+              "application,instance,user,daemon,location");
     EXPECT_EQ(nxApplicationData::GetServerCapabilities().GetValue(), 5u);
     EXPECT_EQ(nxApplicationData::GetAPIConnectionType(), NX_API_CONNECTION_TYPE_MULTICAST);
     EXPECT_TRUE(nxApplicationData::GetMifidEnabled());
@@ -52,8 +51,7 @@ TEST(nxApplicationData, FindsTheHost)
 {
     char name[256] = "";
     ASSERT_EQ(::gethostname(name, sizeof(name)), 0);
-    std::string const fullName(name);
-    EXPECT_EQ(nxApplicationData::GetHostName(), fullName.substr(0, fullName.find('.')));
+    EXPECT_EQ(nxApplicationData::GetHostName(), std::string(name).substr(0, std::string(name).find('.')));
     std::string const address = nxApplicationData::GetIPAddress();
     in_addr parsed = {};
     EXPECT_TRUE(address.empty() || ::inet_pton(AF_INET, address.c_str(), &parsed) == 1) << address;
@@ -74,15 +72,10 @@ TEST(nxApplicationData, AForkedChildHasItsOwnNumber)
 
 TEST(nxApplicationData, AsksForSecurityEachTime)
 {
-    struct
+    for (auto const& [daemon, isSecure] :
+         {std::pair("", false), {"SSL:host:1234", true}, {"xssl:y", true}, {"ssl", false}})
     {
-        char const* daemon;
-        bool isSecure;
-    } const rows[] = {
-        {"", false}, {"SSL:host:1234", true}, {"xssl:y", true}, {"ssl", false}, {"tcp:7500", false}};
-    for (auto const& row : rows)
-    {
-        ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("KVT_DAEMON", row.daemon));
-        EXPECT_EQ(nxApplicationData::GetIsSecureSSLConnection(), row.isSecure) << row.daemon;
+        ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("KVT_DAEMON", daemon));
+        EXPECT_EQ(nxApplicationData::GetIsSecureSSLConnection(), isSecure) << daemon;
     }
 }

@@ -65,33 +65,23 @@ public:
 
 TEST(nxCmdLineArgs, TakesSwitchesAndTheirValues)
 {
-    struct
-    {
-        List words;
-        char const* expected;
-    } const rows[] = {
-        {{}, ""},
-        {{"a", "-x", "1", "b", "-y", "-z", "-2", "-w"}, "w= x=1 y= z=-2 [a][b]"},
-        {{"-a", "-.5"}, "a=-.5 "},
-        {{"-a", "-1.2.3"}, "1.2.3= a= "},
-        {{"-a", "-"}, "= a= "},
-        {{"-", "v"}, "=v "},
-        {{"-a", "--5"}, "-5= a= "},
-        {{"-a", "-."}, ".= a= "},
-        {{"-a", "-1e5"}, "1e5= a= "},
-        {{"-5", "-6", "-7"}, "5=-6 7= "}, // nothing pending: a number starts a switch like any text
-        {{"+5", ""}, "[+5][]"},
-        {{"-a", "", "b"}, "a= [b]"},
-        {{"-a", "1", "-a", "2", "-A", "3"}, "A=3 a=2 "},
-    };
-    for (auto const& row : rows)
-    {
-        List words = row.words;
-        words.insert(words.begin(), "prog");
-        Arguments const arguments({}, words);
-        EXPECT_EQ(arguments.GetCommand(), "prog");
-        EXPECT_EQ(arguments.Words(), row.expected);
-    }
+    for (auto const& [words, expected] : {
+             std::pair<List, char const*>{{"prog"}, ""},
+             {{"prog", "a", "-x", "1", "b", "-y", "-z", "-2", "-w"}, "w= x=1 y= z=-2 [a][b]"},
+             {{"prog", "-a", "-.5"}, "a=-.5 "},
+             {{"prog", "-a", "-1.2.3"}, "1.2.3= a= "},
+             {{"prog", "-a", "-"}, "= a= "},
+             {{"prog", "-", "v"}, "=v "},
+             {{"prog", "-a", "--5"}, "-5= a= "},
+             {{"prog", "-a", "-."}, ".= a= "},
+             {{"prog", "-a", "-1e5"}, "1e5= a= "},
+             {{"prog", "-5", "-6", "-7"},
+              "5=-6 7= "}, // nothing pending: a number starts a switch like any text
+             {{"prog", "+5", ""}, "[+5][]"},
+             {{"prog", "-a", "", "b"}, "a= [b]"},
+             {{"prog", "-a", "1", "-a", "2", "-A", "3"}, "A=3 a=2 "},
+         })
+        EXPECT_EQ(Arguments({}, words).Words(), expected);
 }
 
 TEST(nxCmdLineArgs, ReadsEachHalfOnce)
@@ -230,13 +220,12 @@ TEST(nxCmdLineArgs, AsksForTheEnvironmentUnderItsLock)
     Arguments arguments;
     for (bool const isChange : {false, true})
     {
-        std::future<void> access;
+        std::future<bool> access;
         nxPlatform::EnvironmentLock lock;
         access = std::async(std::launch::async,
-                            [&]
-                            {
-                                isChange ? (void)arguments.SetEnvValue("NX_TEST_LOCK", "v")
-                                         : (void)arguments.GetEnvValue("NX_TEST_LOCK");
+                            [&] {
+                                return isChange ? arguments.SetEnvValue("NX_TEST", "v")
+                                                : arguments.GetEnvValue("NX_TEST").empty();
                             });
         EXPECT_EQ(access.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     } // the lock is released before the future waits
