@@ -7,6 +7,7 @@
 #include "Result.h"
 
 #include "core/process/nxCmdLineArgs.h"
+#include "core/text/nxStringHelper.h"
 
 #include <algorithm>
 
@@ -17,15 +18,6 @@ namespace
 constexpr Option options[] = {
     {"set", "", "only keys that the environment holds, with their values"},
 };
-
-std::string InCapitals(std::string_view text)
-{
-    std::string result(text);
-    for (char& character : result)
-        if (character >= 'a' && character <= 'z')
-            character = static_cast<char>(character - 'a' + 'A');
-    return result;
-}
 
 std::string Joined(std::vector<std::string_view> const& words)
 {
@@ -51,7 +43,8 @@ void ComplainAbout(std::string const& fragment, Result& result)
 
 Status Run(Arguments const& arguments, Result& result)
 {
-    std::string const fragment = InCapitals(arguments.Get(0));
+    std::string fragment = arguments.Get(0);
+    nxStringHelper::ToUpper(fragment);
     bool const onlySet = arguments.Has("set");
     std::map<std::string, std::string> environment;
     nxCmdLineArgs::GetInstance().GetEnvs(environment);

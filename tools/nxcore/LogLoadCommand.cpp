@@ -227,6 +227,7 @@ void CountLine(std::string const& line, std::vector<long long>& next, Found& fou
     ++next[static_cast<std::size_t>(thread)];
 }
 
+// A log is no file of delimited rows: its lines may be longer, and what ends them counts.
 Found ReadBack(std::string const& path, Load const& load)
 {
     Found found;

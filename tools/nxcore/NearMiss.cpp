@@ -7,11 +7,6 @@ namespace nxTool
 {
 namespace
 {
-char Folded(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 /// The number of insertions, deletions and replacements that make one word of the other.
 std::size_t Distance(std::string_view from, std::string_view to)
 {
@@ -30,6 +25,11 @@ std::size_t Distance(std::string_view from, std::string_view to)
     return row.back();
 }
 } // namespace
+
+char Folded(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
 
 std::string NearestOf(std::string_view word, std::span<std::string_view const> candidates)
 {

@@ -7,6 +7,9 @@
 
 namespace nxTool
 {
+/// A letter without its case; the words of the platform are ASCII.
+char Folded(char character);
+
 /// The candidate that takes the fewest changes of single characters (case aside) to become the word, where that is at
 /// most a third of the word's length; empty when none is so near.
 std::string NearestOf(std::string_view word, std::span<std::string_view const> candidates);

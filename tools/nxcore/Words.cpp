@@ -13,14 +13,9 @@ namespace nxTool
 {
 namespace
 {
-char Lower(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
 bool SameLetter(char left, char right)
 {
-    return Lower(left) == Lower(right);
+    return Folded(left) == Folded(right);
 }
 
 /// The rows that are common to all classes stand in no class's table.
