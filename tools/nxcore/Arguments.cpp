@@ -36,7 +36,8 @@ bool IsGuarded(std::string_view word)
 
 std::string Guarded(std::string_view word)
 {
-    return (word.starts_with('-') || IsGuarded(word) ? std::string(1, guard) : std::string()).append(word);
+    bool const isMistakable = word.empty() || word.starts_with('-') || IsGuarded(word);
+    return (isMistakable ? std::string(1, guard) : std::string()).append(word);
 }
 
 std::string Unguarded(std::string_view word)

@@ -13,12 +13,12 @@ namespace nxTool
 {
 /// A command's line in the order that nxCmdLineArgs reads as it is meant.
 ///
-/// nxCmdLineArgs has no table of switches: to it the word behind any switch is that switch's value, and a word that begins
-/// with a dash is a switch. People write `-quotes FILE`, where `-quotes` is a flag, and negative prices such as `-101-16`.
-/// So the command's table is consulted here: the arguments go first, the switches behind them, each with its value if it
-/// takes one, and an argument or a value that begins with a dash gets a backslash in front, as one that begins with a
-/// backslash does. A switch may have two dashes. What begins with dashes and a digit or a point is no switch, and neither
-/// is a dash alone.
+/// nxCmdLineArgs has no table of switches: to it the word behind any switch is that switch's value, a word that begins with
+/// a dash is a switch, and one without a value has an empty one. People write `-quotes FILE`, where `-quotes` is a flag,
+/// negative prices such as `-101-16`, and `-search ""`. So the command's table is consulted here: the arguments go first,
+/// the switches behind them, each with its value if it takes one, and an argument or a value that is empty or begins with
+/// a dash gets a backslash in front, as one that begins with a backslash does. A switch may have two dashes. What begins
+/// with dashes and a digit or a point is no switch, and neither is a dash alone.
 class OrderedWords
 {
 public:
