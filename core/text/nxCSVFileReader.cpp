@@ -1,6 +1,5 @@
 #include "core/text/nxCSVFileReader.h"
 
-#include "core/platform/nxMemory.h"
 #include "core/text/nxBlanks.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ namespace
 
 constexpr char quoteCharacter = '"';
 constexpr std::size_t maximumLineLength = 8191;
-constexpr long smallestBatchedFile = 1024 * 1024; // smaller ones would leave most of a large page unused
+constexpr long smallestBatchedFile = 1024 * 1024; // smaller ones would leave most of a region unused
 
 struct FileCloser
 {
@@ -229,7 +228,6 @@ void nxCSVFileReader::_MakeRoomForRow(std::size_t rowsBefore, double partRead)
         expected = rowsBefore + static_cast<std::size_t>(std::min(rows, static_cast<double>(most)));
     }
     _rows.reserve(std::clamp(expected, least, most));
-    nxPlatform::AdviseLargePages(_rows.data() + count, (_rows.capacity() - count) * sizeof(nxCSVFileRow));
 }
 
 unsigned int nxCSVFileReader::GetRowCount() const

@@ -3,6 +3,7 @@
 #include "core/text/nxBlanks.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace
@@ -34,9 +35,17 @@ void nxCSVFileRow::_ReserveFor(std::string const& row, char separator)
     _columns.reserve(_columns.size() + static_cast<std::size_t>(separators) + 1);
 }
 
-void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end)
+// `textEnd` is where the text ends that the column is a part of. Columns are short as a rule: a piece of constant size is
+// copied in line, where one of any size would take a call for each.
+void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end, char const* textEnd)
 {
+    constexpr std::size_t pieceSize = 15; // what a text holds without memory from the heap
     std::string_view const column = nxTrimBlanks(begin, end);
+    if (column.size() <= pieceSize && textEnd - column.data() >= static_cast<std::ptrdiff_t>(pieceSize))
+    {
+        _columns.emplace_back(column.data(), pieceSize).resize(column.size());
+        return;
+    }
     _columns.emplace_back(column.data(), column.size());
 }
 
@@ -59,12 +68,12 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator)
         for (std::size_t i = 0; i < count; ++i)
         {
             char const* const fieldEnd = window + positions[i];
-            _AddTrimmed(field, fieldEnd);
+            _AddTrimmed(field, fieldEnd, end);
             field = fieldEnd + 1;
         }
         window += size;
     }
-    _AddTrimmed(field, end);
+    _AddTrimmed(field, end, end);
 }
 
 void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote)
@@ -78,12 +87,12 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote
             std::find_if(field, end, [=](char byte) { return byte == separator || byte == quote; });
         if (found == end)
         {
-            _AddTrimmed(field, end);
+            _AddTrimmed(field, end, end);
             return;
         }
         if (*found == separator)
         {
-            _AddTrimmed(field, found);
+            _AddTrimmed(field, found, end);
             field = found + 1; // at the end of the row one more field follows, an empty one
         }
         else
@@ -115,7 +124,8 @@ char const* nxCSVFileRow::_AddQuoted(char const* openingQuote, char const* end, 
         text.push_back(quote);
         ++position;
     }
-    _AddTrimmed(text.data(), text.data() + text.size());
+    char const* const textEnd = text.data() + text.size();
+    _AddTrimmed(text.data(), textEnd, textEnd);
 
     char const* const nextSeparator = std::find(position, end, separator);
     return end - nextSeparator < 2 ? nullptr : nextSeparator + 1;

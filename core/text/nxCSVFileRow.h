@@ -42,7 +42,7 @@ public:
     std::string GetColValue(unsigned int index) const;
 
 private:
-    void _AddTrimmed(char const* begin, char const* end);
+    void _AddTrimmed(char const* begin, char const* end, char const* textEnd);
     char const* _AddQuoted(char const* openingQuote, char const* end, char separator, char quote);
     void _ReserveFor(std::string const& row, char separator);
 

@@ -9,12 +9,12 @@
 class nxCSVRowMemory::Region
 {
 public:
-    static constexpr std::size_t size = 8 * nxPlatform::largePageSize;
+    static constexpr std::size_t size = 1024 * 1024;
 
     static Region* Create()
     {
-        void* const memory = ::operator new(size, std::align_val_t(nxPlatform::largePageSize));
-        nxPlatform::AdviseLargePages(memory, size);
+        void* const memory = ::operator new(size);
+        nxPlatform::ProvidePages(memory, size);
         return ::new (memory) Region;
     }
 
@@ -29,7 +29,7 @@ public:
         if (_holders.fetch_sub(1, std::memory_order_acq_rel) == 1)
         {
             this->~Region();
-            ::operator delete(this, std::align_val_t(nxPlatform::largePageSize));
+            ::operator delete(this);
         }
     }
 

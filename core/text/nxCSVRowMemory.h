@@ -7,11 +7,12 @@
 /// @file
 /// Where rows of delimited text keep their columns. For nxCSVFileRow and nxCSVFileReader.
 
-/// Memory for the columns of rows: usually the heap's, but while a large file is read it comes in batches of large pages,
-/// because most of the time that such a file takes would go into faulting in the pages of its rows, one by one.
+/// Memory for the columns of rows: usually the heap's, but while a large file is read blocks are cut from regions whose
+/// pages the system has provided in one go, because most of the time that such a file takes would go into faulting in the
+/// pages of its rows, one by one.
 ///
 /// Each block knows where it came from. So rows are plain values: any of them may be copied, moved and destroyed on any
-/// thread and outlive the reader. A batch goes with the last of its blocks.
+/// thread and outlive the reader. A region goes with the last of its blocks.
 class NX_CORE_API nxCSVRowMemory
 {
 public:
@@ -23,7 +24,7 @@ public:
 
     class Region;
 
-    /// While it lives, the calling thread's blocks come from batches.
+    /// While it lives, the calling thread's blocks come from regions.
     class Batch
     {
     public:

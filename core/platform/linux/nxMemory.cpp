@@ -3,22 +3,28 @@
 #include <cerrno>
 #include <cstdint>
 #include <sys/mman.h>
+#include <unistd.h>
 
 namespace nxPlatform
 {
 
-void AdviseLargePages(void* memory, std::size_t size)
+void ProvidePages(void* memory, std::size_t size)
 {
-    auto const address = reinterpret_cast<std::uintptr_t>(memory);
-    std::size_t const lead = (largePageSize - address % largePageSize) % largePageSize;
-    if (size < lead + largePageSize)
+#ifdef MADV_POPULATE_WRITE
+    static std::size_t const pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::size_t const lead = (pageSize - reinterpret_cast<std::uintptr_t>(memory) % pageSize) % pageSize;
+    if (size <= lead)
     {
         return;
     }
     int const errnoBefore = errno;
-    (void)madvise(static_cast<char*>(memory) + lead, (size - lead) / largePageSize * largePageSize,
-                  MADV_HUGEPAGE);
-    errno = errnoBefore; // a kernel without large pages refuses
+    (void)madvise(static_cast<char*>(memory) + lead, (size - lead) / pageSize * pageSize,
+                  MADV_POPULATE_WRITE);
+    errno = errnoBefore; // kernels before 5.14 refuse
+#else
+    (void)memory;
+    (void)size;
+#endif
 }
 
 } // namespace nxPlatform
