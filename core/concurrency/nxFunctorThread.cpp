@@ -47,21 +47,22 @@ nxErrorEnum nxFunctorThread::Wait()
     using std::chrono::microseconds;
     constexpr microseconds step(20);
     constexpr microseconds longestPause(1000);
+    constexpr unsigned int doublings = 10;
 
     if (!_queue || !_HasBeenStopped())
     {
         return nxThread::Wait();
     }
     // A post may wake another idle worker of the same queue, which goes back to sleep, while this one sleeps on. So
-    // the post is repeated until this one has ended.
-    microseconds pause = step;
+    // posts are repeated until this one has ended, at first each time twice as many: one sleeper among many is met in
+    // a few rounds. Whoever has not ended by then runs a functor, and needs no more than a post now and then.
     nxErrorEnum result = _TryWait();
-    while (result == NX_ERR_THR_LOCKED)
+    for (unsigned int round = 0; result == NX_ERR_THR_LOCKED; ++round)
     {
-        std::this_thread::sleep_for(pause);
-        pause = std::min(pause + step, longestPause);
+        std::this_thread::sleep_for(std::min(step * (round + 1), longestPause));
         result = _TryWait();
-        if (result == NX_ERR_THR_LOCKED)
+        unsigned int const posts = round < doublings ? 1u << round : 1;
+        for (unsigned int post = 0; post < posts && result == NX_ERR_THR_LOCKED; ++post)
         {
             (void)_queue->_Signal();
         }

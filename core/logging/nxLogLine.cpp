@@ -2,15 +2,14 @@
 
 #include "core/text/nxDigits.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace
 {
 
 char* Put(char* out, std::string_view text)
 {
-    std::memcpy(out, text.data(), text.size());
-    return out + text.size();
+    return std::copy(text.begin(), text.end(), out); // an empty text may have no address
 }
 
 // Line and index are printed as signed numbers, as "%d" does.

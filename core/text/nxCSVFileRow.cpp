@@ -25,6 +25,34 @@ std::size_t FindSeparators(char const* window, std::size_t size, char separator,
     return count;
 }
 
+/// Takes columns back that were added when memory ran out for the next one.
+class AddedColumns
+{
+public:
+    explicit AddedColumns(std::vector<std::string>& columns) : _columns(columns), _before(columns.size())
+    {
+    }
+    ~AddedColumns()
+    {
+        if (!_areKept)
+        {
+            _columns.resize(_before);
+        }
+    }
+    AddedColumns(AddedColumns const&) = delete;
+    AddedColumns& operator=(AddedColumns const&) = delete;
+
+    void Keep()
+    {
+        _areKept = true;
+    }
+
+private:
+    std::vector<std::string>& _columns;
+    std::size_t const _before;
+    bool _areKept = false;
+};
+
 } // namespace
 
 nxCSVFileRow::~nxCSVFileRow() = default;
@@ -54,6 +82,7 @@ void nxCSVFileRow::_AddTrimmed(char const* begin, char const* end, char const* t
 // once: growing by doubling would leave a third of it unused.
 void nxCSVFileRow::SetRowData(std::string const& row, char separator)
 {
+    AddedColumns added(_columns);
     unsigned short positions[windowSize];
     char const* field = row.data();
     char const* const end = field + row.size();
@@ -74,10 +103,12 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator)
         window += size;
     }
     _AddTrimmed(field, end, end);
+    added.Keep();
 }
 
 void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote)
 {
+    AddedColumns added(_columns);
     _ReserveFor(row, separator);
     char const* field = row.data();
     char const* const end = field + row.size();
@@ -88,9 +119,9 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote
         if (found == end)
         {
             _AddTrimmed(field, end, end);
-            return;
+            field = nullptr;
         }
-        if (*found == separator)
+        else if (*found == separator)
         {
             _AddTrimmed(field, found, end);
             field = found + 1; // at the end of the row one more field follows, an empty one
@@ -100,6 +131,7 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator, char quote
             field = _AddQuoted(found, end, separator, quote);
         }
     } while (field != nullptr);
+    added.Keep();
 }
 
 // Adds the column that begins at `openingQuote`; the result is where the next one begins, null if there is none.

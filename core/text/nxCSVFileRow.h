@@ -22,7 +22,8 @@ public:
     virtual ~nxCSVFileRow();
 
     /// Adds the columns of `row` behind those already there, each trimmed of blanks, tabs, CR and LF on both sides.
-    /// An empty row is one empty column, and a trailing separator adds an empty one.
+    /// An empty row is one empty column, and a trailing separator adds an empty one. When memory runs out, no column
+    /// is added.
     void SetRowData(std::string const& row, char separator);
 
     /// The same with columns that may be quoted: between quotes a separator is text and a doubled quote is one quote.

@@ -150,8 +150,9 @@ TEST_F(nxSocketTest, CreateRefusesUnknownNumbers)
     EXPECT_TRUE(socket.Create(static_cast<NX_SOCKET_DOMAIN>(1), NX_SOCKET_TYPE_TCP) ==
                 NX_ERR_INVALID_PARAMETER);
     EXPECT_TRUE(socket.Connect(here, 9) == NX_ERR_NOT_INITIALISED); // so no buffer was made
-    EXPECT_TRUE(socket.Create(static_cast<NX_SOCKET_TYPE>(-1)) == NX_ERR_SOCKET_CREATE_FAILED);
-    EXPECT_FALSE(socket.IsValid());
+    nxSocket another;
+    EXPECT_TRUE(another.Create(static_cast<NX_SOCKET_TYPE>(-1)) == NX_ERR_SOCKET_CREATE_FAILED);
+    EXPECT_FALSE(another.IsValid());
 
     // A handle outlives another Create with an unknown type.
     static nxSocket& owner =
