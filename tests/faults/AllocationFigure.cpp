@@ -4,6 +4,7 @@
 // its second and so on until none is left to fail; once with that one alone, and once with all that come after it.
 
 #include "core/core.h"
+#include "tests/Sanitizer.h"
 #include "tests/faults/Faults.h"
 
 #include <atomic>
@@ -30,7 +31,7 @@ constinit thread_local unsigned long failures = 0;
 constinit std::atomic<long> untilFailureAnywhere = -1;
 constinit std::atomic<long> liveBlocks = 0;
 
-bool Fails()
+[[maybe_unused]] bool Fails()
 {
     if (untilFailureAnywhere.load(std::memory_order_relaxed) >= 0)
     {
@@ -52,7 +53,7 @@ bool Fails()
 
 } // namespace
 
-#ifdef NX_FAULTS_OWN_MALLOC
+#if !NX_ADDRESS_SANITIZER && !NX_THREAD_SANITIZER
 // The system's allocator has a second name for those who replace the first. The C library allocates by it, too, and so
 // does operator new.
 extern "C" void* __libc_malloc(std::size_t size);
@@ -96,7 +97,7 @@ extern "C" void free(void* block)
     liveBlocks -= block != nullptr;
     __libc_free(block);
 }
-#else
+#elif NX_ADDRESS_SANITIZER
 void* operator new(std::size_t size)
 {
     void* const block = Fails() ? nullptr : std::malloc(size);
@@ -147,87 +148,115 @@ public:
     Shortage& operator=(Shortage const&) = delete;
 };
 
-struct Outcome
+/// Whether an operation may keep memory for later use: the log's store does, and so does the system's.
+enum class Memory
 {
-    std::string before;
-    std::string after;
+    returned,
+    kept
 };
 
-/// @param granted  allocations before the first that fails; negative: none fails.
-using Operation = std::function<Outcome(long granted, bool isForAll)>;
-
-/// An operation on an object that `make` gives; `show` tells its state as a text.
-template <typename Make, typename Act, typename Show>
-Operation On(Make make, Act act, Show show)
+/// Refuses operations one allocation after the other, until they get by without meeting the one that fails.
+class Trial
 {
-    return [=](long granted, bool isForAll)
+public:
+    unsigned int operations = 0;
+    unsigned long refused = 0;
+    unsigned int wrong = 0;
+
+    /// @param show  tells the state of the object that `make` gives, as a text.
+    template <typename Make, typename Act, typename Show>
+    void On(char const* name, Make make, Act act, Show show, Memory memory = Memory::returned)
     {
-        auto object = make();
-        Outcome outcome;
-        outcome.before = show(object);
-        try
+        ++operations;
+        for (bool const isForAll : {false, true})
         {
-            Shortage const shortage(granted, isForAll);
-            act(object);
+            _Starve(name, isForAll, memory,
+                    [&](long granted)
+                    {
+                        auto object = make();
+                        std::string const before = show(object);
+                        try
+                        {
+                            Shortage const shortage(granted, isForAll);
+                            act(object);
+                        }
+                        catch (std::bad_alloc const&)
+                        {
+                        }
+                        return std::pair(before, show(object));
+                    });
         }
-        catch (std::bad_alloc const&)
-        {
-        }
-        outcome.after = show(object);
-        return outcome;
-    };
-}
-
-constexpr char longText[] = "a text that no small string holds without an allocation";
-
-/// An operation that gives a text, or an object with one.
-template <typename Act>
-Operation Gives(Act act)
-{
-    return On([] { return std::string(longText); }, [act](std::string& text) { text = act(); },
-              [](std::string const& text) { return text; });
-}
-
-/// An operation that changes a text.
-template <typename Act>
-Operation Changes(Act act)
-{
-    return On([] { return std::string(longText); }, act, [](std::string const& text) { return text; });
-}
-
-/// An operation on an object whose text tells its state.
-template <typename Object, typename Act>
-Operation OnValue(Act act)
-{
-    return On([] { return Object(); }, act, [](Object const& object) { return object.GetAsString(); });
-}
-
-std::string Text(bool value)
-{
-    return value ? "yes" : "no";
-}
-
-std::string ColumnsOf(nxCSVFileRow const& row)
-{
-    std::string text;
-    for (unsigned int i = 0; i < row.GetColCount(); ++i)
-    {
-        text += row.GetColValue(i) + "|";
     }
-    return text;
-}
 
-nxExchangeRateList Rates()
-{
-    nxExchangeRateList rates;
-    rates.SetExchangeRate(nxExchangeRate(NX_USD, NX_EUR, nxDecimal("0.92", '.')));
-    return rates;
-}
+    /// An operation that changes an object whose text tells its state.
+    template <typename Object, typename Act>
+    void OnValue(char const* name, Act act)
+    {
+        On(
+            name, [] { return Object(); }, act, [](Object const& object) { return object.GetAsString(); });
+    }
 
-std::string CountOfRates(nxExchangeRateList const& rates)
-{
-    return std::to_string(rates.GetExchangeRateMap().size());
-}
+    template <typename Act>
+    void Changes(char const* name, Act act)
+    {
+        On(
+            name, [] { return std::string(longText); }, act, [](std::string const& text) { return text; });
+    }
+
+    /// An operation that gives a text.
+    template <typename Act>
+    void Gives(char const* name, Act act)
+    {
+        Changes(name, [act](std::string& text) { text = act() + longText; });
+    }
+
+    /// An operation after which there is nothing to look at but that it works again.
+    template <typename Act>
+    void Does(char const* name, Act act)
+    {
+        On(
+            name, [] { return 0; }, [act](int) { act(); }, [](int) { return std::string(); }, Memory::kept);
+    }
+
+    static constexpr char longText[] = "a text that no small string holds without an allocation";
+
+private:
+    template <typename Operation>
+    void _Starve(char const* name, bool isForAll, Memory memory, Operation operation)
+    {
+        constexpr long most = 5000;
+        std::string const expected = operation(-1).second;
+        (void)operation(-1);
+        for (long granted = 0; granted < most; ++granted)
+        {
+            unsigned long const failuresBefore = failures;
+            long const blocks = liveBlocks;
+            bool isOldOrNew = false;
+            {
+                auto const [before, after] = operation(granted);
+                isOldOrNew = after == before || after == expected;
+            }
+            bool const isLeakFree = memory == Memory::kept || liveBlocks == blocks;
+            bool const worksAgain = operation(-1).second == expected;
+            if ((!isOldOrNew || !isLeakFree || !worksAgain) && ++wrong <= 20)
+            {
+                std::printf("%s, %s allocation %ld:%s%s%s\n", name, isForAll ? "from" : "without",
+                            granted + 1, isOldOrNew ? "" : " left in between",
+                            isLeakFree ? "" : " memory leaked",
+                            worksAgain ? "" : " does not work afterwards");
+            }
+            if (failures == failuresBefore)
+            {
+                return;
+            }
+            refused += failures - failuresBefore;
+        }
+        std::printf("%s never ends\n", name);
+        ++wrong;
+    }
+};
+
+constexpr auto& longText = Trial::longText;
 
 class Nothing : public nxFunctor
 {
@@ -245,476 +274,205 @@ public:
     }
 };
 
-class Silent : public nxLogDevice
+std::string CountOfRates(nxExchangeRateList const& rates)
 {
-public:
-    nxErrorEnum Destroy() override
-    {
-        return nxErrorEnum();
-    }
-    void Write(nxLog const&) override
-    {
-    }
-    void Flush() override
-    {
-    }
-};
-
-std::string const& FileOfRows()
-{
-    static std::string const path = []
-    {
-        static Directory const directory;
-        std::ofstream((directory.Path() / "rows.csv")) << "first,\"second, which is quoted\",third\n"
-                                                       << longText << ",2,3\n";
-        return (directory.Path() / "rows.csv").string();
-    }();
-    return path;
+    return std::to_string(rates.GetExchangeRateMap().size());
 }
 
-struct Named
+nxExchangeRateList Rates()
 {
-    char const* name;
-    Operation operation;
-    bool keepsMemory = false; ///< the log's store, or the system's, for later use
-};
-
-std::vector<Named> TextOperations()
-{
-    return {
-        {"text of a double", Gives([] { return nxStringHelper::GetAsString(1.0 / 3.0) + longText; })},
-        {"append a number",
-         Changes([](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); })},
-        {"append hex", Changes([](std::string& text)
-                               { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); })},
-        {"replace",
-         Changes([](std::string& text) { nxStringHelper::Replace(text, "text", "much longer text"); })},
-        {"pad", Changes([](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); })},
-        {"to upper case", Changes([](std::string& text) { nxStringHelper::ToUpper(text); })},
-        {"trimmed", Gives([] { return nxStringHelper::GetLeftTrimmed(longText); })},
-        {"double from text",
-         On([] { return 0.5; },
-            [](double& value) { (void)nxStringHelper::SetFromString("12345.678901", value); },
-            [](double value) { return std::to_string(value); })},
-        {"field of a text", Gives(
-                                []
-                                {
-                                    std::string const fields = std::string(longText) + ",second";
-                                    nxStringParser parser(fields);
-                                    return parser.GetSubString(',');
-                                })},
-        {"quoted field", Gives(
-                             []
-                             {
-                                 std::string const fields = "\"" + std::string(longText) + "\",second";
-                                 nxStringParser parser(fields);
-                                 return parser.GetSubString(',', '"');
-                             })},
-        {"column for a CSV file",
-         Changes([](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); })},
-        {"stem and suffix", Gives(
-                                []
-                                {
-                                    std::string stem;
-                                    std::string suffix;
-                                    nxFileHelper::RemoveFileTypeSuffix(std::string(longText) + ".txt", stem,
-                                                                       suffix);
-                                    return stem + suffix;
-                                })},
-        {"CSV row",
-         On([] { return nxCSVFileRow(); },
-            [](nxCSVFileRow& row) { row.SetRowData(std::string(longText) + ",2", ','); }, ColumnsOf)},
-        {"CSV file", On([] { return std::make_unique<nxCSVFileReader>(',', true); },
-                        [](auto& reader) { (void)reader->ReadFile(FileOfRows()); },
-                        [](auto const& reader) { return std::to_string(reader->GetRowCount() / 2); })},
-    };
+    nxExchangeRateList rates;
+    rates.SetExchangeRate(nxExchangeRate(NX_USD, NX_EUR, nxDecimal("0.92", '.')));
+    return rates;
 }
 
-std::vector<Named> ValueOperations()
+void StarveTexts(Trial& trial, files::path const& directory)
 {
-    using nxStringValueText = std::string;
-    return {
-        {"decimal from text",
-         OnValue<nxDecimal>([](nxDecimal& value) { value = nxDecimal("12345678.901234567", '.'); })},
-        {"text of a decimal", Gives([] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); })},
-        {"money from text",
-         OnValue<nxMoney>([](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); })},
-        {"text of money",
-         Gives([] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); })},
-        {"ratio from text",
-         OnValue<nxRatio>([](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); })},
-        {"string value",
-         On([] { return nxStringValue(longText); },
-            [](nxStringValue& value) { value = nxStringValue(std::string(longText) + longText); },
-            [](nxStringValue const& value) -> nxStringValueText { return value.GetAsString(); })},
-        {"set a rate", On(
-                           Rates,
-                           [](nxExchangeRateList& rates)
-                           { rates.SetExchangeRate(nxExchangeRate(NX_EUR, NX_USD, nxDecimal("1.08", '.'))); },
-                           CountOfRates)},
-        {"copy rates", On([] { return nxExchangeRateList(); },
-                          [](nxExchangeRateList& rates) { rates = Rates(); }, CountOfRates)},
-        {"set the process's rates",
-         On([] { return 0; },
-            [](int) { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); },
-            [](int)
+    std::string const fields = "\"" + std::string(longText) + "\"," + longText;
+    files::path const rows = directory / "rows.csv";
+    std::ofstream(rows) << "first,\"second, which is quoted\",third\n" << longText << ",2,3\n";
+    trial.Gives("text of a double", [] { return nxStringHelper::GetAsString(1.0 / 3.0); });
+    trial.Changes("append", [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
+    trial.Changes("append hex",
+                  [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
+    trial.Changes("replace", [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
+    trial.Changes("pad", [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
+    trial.Gives("trimmed", [] { return nxStringHelper::GetLeftTrimmed(longText); });
+    trial.Gives("quoted field", [&] { return nxStringParser(fields).GetSubString(',', '"'); });
+    trial.Changes("column", [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
+    trial.On(
+        "row", [] { return nxCSVFileRow(); }, [&](nxCSVFileRow& row) { row.SetRowData(fields, ','); },
+        [](nxCSVFileRow const& row)
+        {
+            std::string text;
+            for (unsigned int i = 0; i < row.GetColCount(); ++i)
             {
-                return nxExchangeRateConverter::GetInstance()
-                    .ConvertToTargetCurrency(nxMoney(nxDecimal("100", '.'), NX_USD), NX_EUR)
-                    .GetAsString();
-            }),
-         true},
-        {"day by a format",
-         Gives([] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); })},
-        {"moment by a format",
-         Gives(
-             []
-             { return nxDateTime(2024, 3, 5, 9, 30, 0, 0).GetAsString("%A, the %d of %B in the year %Y"); })},
-        {"log text of a moment",
-         Gives([] { return nxDateTime(1720000000LL).GetAsString_Seconds() + longText; })},
-        {"text of a stamp", Gives([] { return nxTimeStamp(1720000000, 0).GetAsString() + longText; })},
-        {"word by its token",
-         On([] { return nxGenericEnum(); },
-            [](nxGenericEnum& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); },
-            [](nxGenericEnum const& value) { return value.GetShortDescription(); })},
-        {"error's text",
-         Gives([] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription() + longText; })},
-        {"exception",
-         Gives([] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); })},
-        {"text of a mask", Gives(
-                               []
-                               {
-                                   nxServerCapabilityBitMask mask(0xffu);
-                                   return mask.GetShortDescription(" ") + longText;
-                               })},
-    };
+                text += row.GetColValue(i) + "|";
+            }
+            return text;
+        });
+    trial.On(
+        "file", [] { return std::make_unique<nxCSVFileReader>(',', true); },
+        [&](auto& reader) { (void)reader->ReadFile(rows.string()); },
+        [](auto const& reader) { return std::to_string(reader->GetRowCount() / 2); });
 }
 
-std::vector<Named> PriceOperations()
+void StarveValues(Trial& trial)
 {
-    return {
-        {"ladder by identifier", Gives(
-                                     []
-                                     {
-                                         return nxVariableTickTableContainer::GetVariableTickTable(
-                                                    "VTT_TAIFEX_EQUITY_OPTIONS") != nullptr
-                                                    ? std::string(longText)
-                                                    : std::string();
-                                     })},
-        {"identifier of a ladder",
-         Gives([] { return nxVariableTickTableContainer::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); })},
-        {"step on a ladder",
-         On([] { return nxDecimal("9.9", '.'); },
-            [](nxDecimal& price)
-            { nxVariableTickTableContainer::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); },
-            [](nxDecimal const& price) { return price.GetAsString('.'); })},
-        {"new price converter", On([] { return std::unique_ptr<nxPriceConverter>(); },
-                                   [](auto& converter) {
-                                       converter.reset(nxPriceConverterHelper::CreatePriceConverter(
-                                           NX_PRICE_FORMAT_FRACTION_8THS_TICK));
-                                   },
-                                   [](auto const& converter) { return Text(converter != nullptr); })},
-        {"price from text",
-         On(
-             []
-             {
-                 return std::unique_ptr<nxPriceConverter>(
-                     nxPriceConverterHelper::CreatePriceConverter(NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK));
-             },
-             [](auto& converter) { (void)converter->SetPriceFromString("123456-165"); },
-             [](auto const& converter)
-             { return nxStringHelper::GetAsString(double(converter->GetPrice())); })},
-        {"text of a price", Changes(
-                                [](std::string& text)
-                                {
-                                    (void)nxPriceConverterHelper::GetPriceAsString(
-                                        nxDoubleValueWrapper(123456789012.5),
-                                        NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK, text, true);
-                                })},
-        {"round a price",
-         OnValue<nxDecimal>(
-             [](nxDecimal& price)
-             {
-                 price = nxDecimal("10.26", '.');
-                 nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price);
-             })},
-        {"new volume converter",
-         On([] { return std::unique_ptr<nxVolumeConverter>(); },
-            [](auto& converter) {
-                converter.reset(nxVolumeConverterHelper::CreateVolumeConverter(NX_VOLUME_FORMAT_ABBREVIATED));
-            },
-            [](auto const& converter) { return Text(converter != nullptr); })},
-        {"text of a volume", Changes(
-                                 [](std::string& text)
-                                 {
-                                     (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(
-                                         nxVolume(123456789u), NX_VOLUME_FORMAT_ABBREVIATED, text);
-                                 })},
-    };
+    trial.OnValue<nxDecimal>("decimal", [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
+    trial.Gives("text of a decimal", [] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); });
+    trial.OnValue<nxMoney>("money", [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
+    trial.Gives("text of money",
+                [] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); });
+    trial.OnValue<nxRatio>("ratio", [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
+    trial.On(
+        "set a rate", Rates,
+        [](nxExchangeRateList& rates)
+        { rates.SetExchangeRate(nxExchangeRate(NX_EUR, NX_USD, nxDecimal("1.08", '.'))); },
+        CountOfRates);
+    trial.On(
+        "copy rates", [] { return nxExchangeRateList(); }, [](auto& rates) { rates = Rates(); },
+        CountOfRates);
+    trial.Does("shared rates", [] { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); });
+    trial.Gives("day", [] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); });
+    trial.Gives("moment", [] { return nxDateTime(1720000000LL).GetAsString_Seconds(); });
+    trial.Gives("stamp", [] { return nxTimeStamp(1720000000, 0).GetAsString(); });
+    trial.On(
+        "word by its token", [] { return nxGenericEnum(); },
+        [](nxGenericEnum& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); },
+        [](nxGenericEnum const& value) { return value.GetShortDescription(); });
+    trial.Gives("error", [] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription(); });
+    trial.Gives("exception",
+                [] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); });
+    trial.Gives("mask", [] { return nxServerCapabilityBitMask(0xffu).GetShortDescription(" "); });
 }
 
-std::vector<Named> ProcessOperations()
+void StarvePrices(Trial& trial)
+{
+    using Ladders = nxVariableTickTableContainer;
+    nxPriceFormatEnum const format(NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK);
+    trial.Does("ladder", [] { (void)Ladders::GetVariableTickTable("VTT_TAIFEX_EQUITY_OPTIONS"); });
+    trial.Gives("identifier", [] { return Ladders::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); });
+    trial.OnValue<nxDecimal>("step", [](nxDecimal& price)
+                             { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
+    trial.On(
+        "price",
+        [&]
+        { return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); },
+        [](auto& converter) { (void)converter->SetPriceFromString("123456-165"); },
+        [](auto const& converter) { return nxStringHelper::GetAsString(double(converter->GetPrice())); });
+    trial.Does("new converter", [&]
+               { std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); });
+    trial.Changes("text of a price",
+                  [&](std::string& text)
+                  {
+                      nxDoubleValueWrapper const price(123456789012.5);
+                      (void)nxPriceConverterHelper::GetPriceAsString(price, format, text, true);
+                  });
+    trial.OnValue<nxDecimal>(
+        "round", [](nxDecimal& price)
+        { nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price); });
+    trial.Changes("text of a volume",
+                  [](std::string& text)
+                  {
+                      (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(
+                          nxVolume(123456789u), NX_VOLUME_FORMAT_ABBREVIATED, text);
+                  });
+}
+
+void StarveProcess(Trial& trial)
 {
     nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
-    return {
-        {"value of a key", Gives([&] { return arguments.GetEnvValue("PATH") + longText; })},
-        {"set a key",
-         On([&] { return arguments.SetEnvValue("NX_FAULTS", "old"); },
-            [&](bool) { (void)arguments.SetEnvValue("NX_FAULTS", longText); },
-            [&](bool) { return arguments.GetEnvValue("NX_FAULTS"); }),
-         true},
-        {"all keys",
-         On([] { return std::map<std::string, std::string>(); }, [&](auto& keys) { arguments.GetEnvs(keys); },
-            [](auto const& keys) { return std::to_string(keys.count("PATH")); })},
-        {"application's name",
-         On([] { return (nxApplicationData::SetApplicationName("host"), 0); },
-            [](int) { nxApplicationData::SetApplicationName(longText); },
-            [](int) { return nxApplicationData::GetApplicationName(); }),
-         true},
-        {"read the name", Gives([] { return nxApplicationData::GetApplicationName() + longText; })},
-        {"host's name", Gives([] { return nxApplicationData::GetHostName() + longText; }), true},
-        {"name of a log file",
-         Gives(
-             [] {
-                 return nxFileLogDevice::GenerateFileName(".log", true, 3, nxDateTime(1720000000LL), true,
-                                                          true);
-             }),
-         true},
-        {"directory is there",
-         On([] { return false; },
-            [](bool& is) { is = nxFileHelper::DoesDirectoryExist("/a/directory/that/nobody/has"); }, Text)},
-    };
+    trial.Gives("value of a key", [&] { return arguments.GetEnvValue("PATH"); });
+    trial.On(
+        "set a key", [&] { return arguments.SetEnvValue("NX_FAULTS", "old"); },
+        [&](bool) { (void)arguments.SetEnvValue("NX_FAULTS", longText); },
+        [&](bool) { return arguments.GetEnvValue("NX_FAULTS"); }, Memory::kept);
+    trial.On(
+        "all keys", [] { return std::map<std::string, std::string>(); },
+        [&](auto& keys) { arguments.GetEnvs(keys); },
+        [](auto const& keys) { return std::to_string(keys.count("PATH")); });
+    trial.On(
+        "set the name", [] { return (nxApplicationData::SetApplicationName("host"), 0); },
+        [](int) { nxApplicationData::SetApplicationName(longText); },
+        [](int) { return nxApplicationData::GetApplicationName(); }, Memory::kept);
+    trial.Does("host's name", [] { (void)nxApplicationData::GetHostName(); });
+    trial.Does("name of a log file",
+               [] { (void)nxFileLogDevice::GenerateFileName(".log", true, 3, true, true); });
+    trial.Does("directory is there",
+               [] { (void)nxFileHelper::DoesDirectoryExist("/a/directory/that/nobody/has"); });
 }
 
-std::vector<Named> ThreadOperations()
+void StarveThreads(Trial& trial)
 {
-    return {
-        {"push", On([] { return std::make_unique<nxManuallyDispatchedFunctorQueue>(); },
-                    [](auto& queue)
-                    {
-                        auto functor = std::make_unique<Nothing>();
-                        if (queue->Push(functor.get()).IsOK())
-                        {
-                            (void)functor.release();
-                        }
-                        (void)queue->DispatchAll();
-                    },
-                    [](auto const& queue) { return std::to_string(queue->Size()); })},
-        {"run on a pool",
-         On([] { return 0; },
-            [](int)
-            {
-                nxFunctorQueue queue;
-                auto pool = std::make_unique<nxFunctorThreadPool>(2);
-                queue.Create(pool.release());
-                (void)queue.Stop();
-            },
-            [](int) { return std::string(); }),
-         true},
-        {"thread",
-         On([] { return std::make_unique<IdleThread>(); },
-            [](auto& thread)
-            {
-                if (thread->Create().IsOK())
-                {
-                    (void)thread->Wait();
-                }
-            },
-            [](auto const&) { return std::string(); }),
-         true},
-        {"thread's number as text", Gives([] { return nxThread::GetThreadIDAsString() + longText; })},
-        {"named mutex",
-         On([] { return 0; },
-            [](int)
-            {
-                nxWindowsMutex mutex("nxfaults of allocations");
-                (void)mutex.Lock();
-                (void)mutex.Unlock();
-            },
-            [](int) { return std::string(); }),
-         true},
-        {"named semaphore",
-         On([] { return 0; },
-            [](int)
-            {
-                nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
-                (void)semaphore.TimedWait(0.0);
-                (void)semaphore.Post();
-            },
-            [](int) { return std::string(); }),
-         true},
-        {"condition's copy",
-         On([] { return std::make_unique<nxConditionRaw>(); },
-            [](auto& condition)
-            {
-                nxConditionRaw copy;
-                copy = *condition;
-            },
-            [](auto const&) { return std::string(); }),
-         true},
-    };
-}
-
-std::vector<Named> SocketOperations()
-{
-    auto const anySocket = []
-    {
-        auto socket = std::make_unique<nxSocket>();
-        (void)socket->Create(NX_SOCKET_TYPE_UDP);
-        return socket;
-    };
-    auto const noState = [](auto const&) { return std::string(); };
-    return {
-        {"create a socket",
-         On([] { return std::make_unique<nxSocket>(); }, [](auto& socket) { (void)socket->Create(); },
-            [](auto const& socket) { return Text(socket->IsValid()); }),
-         true},
-        {"bind",
-         On(
-             anySocket, [](auto& socket) { (void)socket->Bind("127.0.0.1", 0); }, noState),
-         true},
-        {"send to",
-         On(
-             anySocket, [](auto& socket) { (void)socket->SendToDestination("x", 1, "127.0.0.1", 9); },
-             noState),
-         true},
-        {"wait for sockets",
-         On(
-             anySocket,
-             [](auto& socket)
-             {
-                 unsigned int ready = 0;
-                 std::vector<bool> readable;
-                 (void)nxSocket::Select({socket.get()}, 0, ready, readable);
-             },
-             noState),
-         true},
-        {"address and mask", Gives(
-                                 []
-                                 {
-                                     std::string text;
-                                     unsigned int address = 0;
-                                     nxValueWrapper<unsigned int, -1, -2> mask;
-                                     nxValueWrapper<unsigned int, -1, -2> network;
-                                     nxValueWrapper<unsigned int, -1, -2> host;
-                                     (void)nxSocket::ParseAddressAndMask("255.255.255.255/24", text, address,
-                                                                         mask, network, host);
-                                     return text + longText;
-                                 })},
-    };
-}
-
-std::vector<Named> LogOperations()
-{
-    auto const noState = [](int) { return std::string(); };
-    auto const nothing = [] { return 0; };
-    static Silent* const device = new Silent;
-    return {
-        {"log a line",
-         On(
-             nothing, [](int) { NX_LOG(NX_INF, "value " << longText << 42); }, noState),
-         true},
-        {"log a long line",
-         On(
-             nothing, [](int) { NX_LOG(NX_INF, std::string(10000, 'x')); }, noState),
-         true},
-        {"log values",
-         On(
-             nothing, [](int) { NX_LOG(NX_INF, nxDecimal("1.5", '.') << nxErrorEnum(NX_ERR_INTERNAL)); },
-             noState),
-         true},
-        {"dump bytes",
-         On(
-             nothing, [](int) { (void)nxLog::LogBufferAsHex(longText, sizeof longText, 16, 4, '.', false); },
-             noState),
-         true},
-        {"list the ladders",
-         On(
-             nothing, [](int) { nxVariableTickTableContainer::LogRegisteredEntries(); }, noState),
-         true},
-        {"register a device",
-         On(
-             nothing,
-             [](int)
-             {
-                 nxLogManager::GetInstance().RegisterLogDevice(device);
-                 nxLogManager::GetInstance().UnregisterLogDevice(device);
-             },
-             noState),
-         true},
-        {"reserve entries",
-         On(
-             nothing, [](int) { nxLogManager::GetInstance().SetRecommendedBufferCapacity(20000); }, noState),
-         true},
-    };
-}
-
-std::vector<Named> AllOperations()
-{
-    std::vector<Named> all;
-    for (auto const& part : {TextOperations, ValueOperations, PriceOperations, ProcessOperations,
-                             ThreadOperations, SocketOperations, LogOperations})
-    {
-        std::vector<Named> const some = part();
-        all.insert(all.end(), some.begin(), some.end());
-    }
-    return all;
-}
-
-struct Tally
-{
-    unsigned long refused = 0;
-    unsigned int wrong = 0;
-};
-
-void Complain(Tally& tally, char const* name, long granted, bool isForAll, std::string const& what)
-{
-    if (++tally.wrong <= 20)
-    {
-        std::printf("%s, %s allocation %ld: %s\n", name, isForAll ? "from" : "without", granted + 1,
-                    what.c_str());
-    }
-}
-
-/// Refuses the operation one allocation after the other, until it gets by without meeting the one that fails.
-void Starve(Named const& named, bool isForAll, Tally& tally)
-{
-    constexpr long most = 5000;
-    std::string const expected = named.operation(-1, false).after;
-    (void)named.operation(-1, false);
-    for (long granted = 0; granted < most; ++granted)
-    {
-        unsigned long const before = failures;
-        long const blocks = liveBlocks;
+    trial.On(
+        "push", [] { return std::make_unique<nxManuallyDispatchedFunctorQueue>(); },
+        [](auto& queue)
         {
-            Outcome const outcome = named.operation(granted, isForAll);
-            if (outcome.after != outcome.before && outcome.after != expected)
+            auto functor = std::make_unique<Nothing>();
+            if (queue->Push(functor.get()).IsOK())
             {
-                Complain(tally, named.name, granted, isForAll, "left " + outcome.after);
+                (void)functor.release();
             }
-        }
-        if (!named.keepsMemory && liveBlocks != blocks)
-        {
-            Complain(tally, named.name, granted, isForAll,
-                     std::to_string(liveBlocks - blocks) + " blocks leaked");
-        }
-        if (named.operation(-1, false).after != expected)
-        {
-            Complain(tally, named.name, granted, isForAll, "does not work afterwards");
-        }
-        if (failures == before)
-        {
-            return;
-        }
-        tally.refused += failures - before;
-    }
-    Complain(tally, named.name, most, isForAll, "never ends");
+            (void)queue->DispatchAll();
+        },
+        [](auto const& queue) { return std::to_string(queue->Size()); });
+    trial.Does("pool",
+               []
+               {
+                   nxFunctorQueue queue;
+                   auto pool = std::make_unique<nxFunctorThreadPool>(2);
+                   queue.Create(pool.release());
+                   (void)queue.Stop();
+               });
+    trial.Does("thread",
+               []
+               {
+                   IdleThread thread;
+                   (void)(thread.Create().IsOK() && thread.Wait().IsOK());
+               });
+    trial.Gives("thread's number", [] { return nxThread::GetThreadIDAsString(); });
+    trial.Does("named objects",
+               []
+               {
+                   nxWindowsMutex mutex("nxfaults of allocations");
+                   (void)(mutex.Lock().IsOK() && mutex.Unlock().IsOK());
+                   nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
+                   (void)(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK());
+               });
+}
+
+void StarveSockets(Trial& trial)
+{
+    trial.Does("sockets",
+               []
+               {
+                   nxSocket socket;
+                   (void)socket.Create(NX_SOCKET_TYPE_UDP);
+                   (void)socket.Bind("127.0.0.1", 0);
+                   (void)socket.SendToDestination("x", 1, "127.0.0.1", 9);
+                   unsigned int ready = 0;
+                   std::vector<bool> readable;
+                   (void)nxSocket::Select({&socket}, 0, ready, readable);
+               });
+}
+
+void StarveTheLog(Trial& trial)
+{
+    static nxLogDevice* const device = &nxConsoleLogDevice::GetInstance();
+    nxLogManager& manager = nxLogManager::GetInstance();
+    trial.Does("line", [] { NX_LOG(NX_INF, "value " << longText << 42 << nxDecimal("1.5", '.')); });
+    trial.Does("long line", [] { NX_LOG(NX_INF, std::string(10000, 'x')); });
+    trial.Does("dump", [] { (void)nxLog::LogBufferAsHex(longText, sizeof longText, 16, 4, '.', false); });
+    trial.Does("list of ladders", [] { nxVariableTickTableContainer::LogRegisteredEntries(); });
+    trial.Does("register", [&] { manager.RegisterLogDevice(device), manager.UnregisterLogDevice(device); });
+    trial.Does("reserve", [&] { manager.SetRecommendedBufferCapacity(20000); });
 }
 
 /// The log's writer meets the want of memory. @return the lines that were handed over and are not in the file.
-unsigned int StarveTheWriter(unsigned int rounds, std::filesystem::path const& directory)
+unsigned int StarveTheWriter(unsigned int rounds, files::path const& directory)
 {
-    (void)LogToFile(20000);
+    LogToFile(20000);
     for (unsigned int i = 0; i < rounds; ++i)
     {
         LogLines(0, 20, 20 * i);
@@ -730,35 +488,35 @@ unsigned int StarveTheWriter(unsigned int rounds, std::filesystem::path const& d
 
 int main(int argumentCount, char** argumentValues)
 {
-    bool const isFull = argumentCount > 1 && argumentValues[1] == std::string_view("full");
-    auto const start = std::chrono::steady_clock::now();
+    isFull = argumentCount > 1 && argumentValues[1] == std::string_view("full");
+    if (underThreadSanitizer)
+    {
+        NotRun("F5 want of memory: not run, the sanitizer has an operator new of its own");
+    }
+    auto const start = Clock::now();
     static Directory const directory;
-    (void)setenv("KVT_LOG_DIRECTORY", (directory.Path() / "log").c_str(), 1);
+    (void)setenv("KVT_LOG_DIRECTORY", (directory.path / "log").c_str(), 1);
     (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
     (void)setenv("KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01", 1);
     (void)alarm(300); // a lock that stays closed ends this process
-    nxApplicationData::SetApplicationName("host");
-
-    Tally tally;
-    std::vector<Named> const operations = AllOperations();
-    for (Named const& named : operations)
-    {
-        Starve(named, false, tally);
-        Starve(named, true, tally);
-    }
-    char text[200];
-    (void)std::snprintf(text, sizeof text,
-                        "F5 want of memory in %zu operations, %lu allocations refused: %u wrong",
-                        operations.size(), tally.refused, tally.wrong);
-    bool isKept = Report(text, start, tally.wrong == 0);
+    Trial trial;
+    StarveTexts(trial, directory.path);
+    StarveValues(trial);
+    StarvePrices(trial);
+    StarveProcess(trial);
+    StarveThreads(trial);
+    StarveSockets(trial);
+    StarveTheLog(trial);
+    bool const isKept = Report(start, trial.wrong == 0,
+                               "F5 want of memory in %u operations, %lu allocations refused: %u wrong",
+                               trial.operations, trial.refused, trial.wrong);
 
     nxApplicationData::SetApplicationName("host");
-    unsigned int const rounds = isFull ? 2000 : 60;
-    auto const startOfWriter = std::chrono::steady_clock::now();
-    unsigned int const lost = StarveTheWriter(rounds, directory.Path());
-    (void)std::snprintf(text, sizeof text,
-                        "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost", rounds, lost,
-                        rounds * 20);
-    isKept = Report(text, startOfWriter, lost == 0) && isKept;
-    return isKept ? 0 : 1;
+    unsigned int const rounds = Trials(60, 2000);
+    auto const startOfWriter = Clock::now();
+    unsigned int const lost = StarveTheWriter(rounds, directory.path);
+    bool const isComplete = Report(startOfWriter, lost == 0,
+                                   "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost",
+                                   rounds, lost, rounds * 20);
+    return isKept && isComplete ? 0 : 1;
 }

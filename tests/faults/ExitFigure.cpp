@@ -2,9 +2,8 @@
 
 #include "core/concurrency/nxThread.h"
 #include "core/logging/nxLogManager.h"
-#include "tests/faults/Figures.h"
+#include "tests/faults/Faults.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 #include <thread>
@@ -13,8 +12,6 @@
 
 namespace
 {
-
-using Clock = std::chrono::steady_clock;
 
 constexpr unsigned int handedOver = 100; // lines that main logs before the end
 constexpr char const* const ways[] = {"return", "exit", "exit-elsewhere", "destroy", "quick"};
@@ -30,12 +27,10 @@ void WorkForEver(unsigned int thread)
     }
 }
 
-} // namespace
-
-int ExitHost(Arguments const& arguments)
+int Run(Arguments const& arguments)
 {
     std::string const& way = arguments.at(0);
-    (void)LogToFile();
+    LogToFile();
     for (unsigned int i = 1; i <= 4; ++i)
     {
         std::thread(WorkForEver, i).detach();
@@ -62,9 +57,9 @@ int ExitHost(Arguments const& arguments)
     return 0;
 }
 
-bool ExitFigure(Extent extent)
+bool Show()
 {
-    unsigned int const exits = extent == Extent::full ? 10000 : 300;
+    unsigned int const exits = Trials(300, 10000);
     constexpr double longest = 2.0;
     auto const start = Clock::now();
     Chance chance(11);
@@ -76,20 +71,22 @@ bool ExitFigure(Extent extent)
     {
         Directory const directory;
         std::string const way = ways[i % std::size(ways)];
-        Host host(directory.Path(), {"exit", way, std::to_string(chance.Below(3000))});
+        Host host(directory.path, {"exit", way, std::to_string(chance.Below(3000))});
         std::optional<int> const code = host.Wait(longest);
         hangs += !code;
         crashes += code && *code != 0;
         if (way != "quick")
         {
-            LogCount const count = CountLog(directory.Path());
-            lost += handedOver - count.Lines(0);
-            torn += count.torn + count.tornLast + count.disordered;
+            LogCount const count = CountLog(directory.path);
+            lost += count.Lost(1, handedOver);
+            torn += count.Faults();
         }
     }
-    char text[200];
-    (void)std::snprintf(text, sizeof text,
-                        "F11 exit races, %u exits in %zu ways: %u crashes, %u hangs, %u lines lost, %u torn",
-                        exits, std::size(ways), crashes, hangs, lost, torn);
-    return Report(text, start, crashes + hangs + lost + torn == 0);
+    return Report(start, crashes + hangs + lost + torn == 0,
+                  "F11 exit races, %u exits in %zu ways: %u crashes, %u hangs, %u lines lost, %u torn", exits,
+                  std::size(ways), crashes, hangs, lost, torn);
 }
+
+Figure const figure("exit", Show, Run);
+
+} // namespace

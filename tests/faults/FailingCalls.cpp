@@ -2,6 +2,8 @@
 
 #include "tests/faults/FailingCalls.h"
 
+#include "tests/Sanitizer.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -19,6 +21,27 @@ std::atomic<int> left = 0;
 std::atomic<int> refusals = 0;
 int refusedWith = 0;
 bool isForAll = false;
+
+} // namespace
+
+void RefuseCalls(char const* name, int error, int granted, bool isLasting)
+{
+    refusedWith = error;
+    isForAll = isLasting;
+    left = granted;
+    refusals = 0;
+    refused = name;
+}
+
+int GrantCalls()
+{
+    refused = nullptr;
+    return refusals;
+}
+
+#if !NX_ADDRESS_SANITIZER && !NX_THREAD_SANITIZER // which stand there themselves
+namespace
+{
 
 bool IsRefused(char const* name)
 {
@@ -39,21 +62,6 @@ Function Find(char const* name)
 }
 
 } // namespace
-
-void RefuseCalls(char const* name, int error, int granted, bool isLasting)
-{
-    refusedWith = error;
-    isForAll = isLasting;
-    left = granted;
-    refusals = 0;
-    refused = name;
-}
-
-int GrantCalls()
-{
-    refused = nullptr;
-    return refusals;
-}
 
 #define NX_CALL(name, answer)                                                                                \
     extern "C" long nxFailing_##name(long, long, long, long, long, long) asm(#name);                         \
@@ -91,3 +99,4 @@ NX_CALL(poll, -1)
 NX_CALL(ppoll, -1)
 NX_CALL(sem_init, -1)
 NX_CALL(pthread_create, refusedWith)
+#endif

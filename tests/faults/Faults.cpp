@@ -2,33 +2,54 @@
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
+#include "tests/Sanitizer.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 #include <fcntl.h>
 #include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace files = std::filesystem;
-using Clock = std::chrono::steady_clock;
+bool isFull = false;
 
-bool Report(std::string const& line, Clock::time_point start, bool isKept)
+Figure::Figure(char const* name, Show showsIt, Host isIt) : show(showsIt), host(isIt)
 {
-    double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    std::printf("%s, %.1f s%s\n", line.c_str(), seconds, isKept ? "" : " FAILED");
+    All()[name] = this;
+}
+
+std::map<std::string, Figure const*>& Figure::All()
+{
+    static std::map<std::string, Figure const*> all;
+    return all;
+}
+
+unsigned int Trials(unsigned int quick, unsigned int full)
+{
+    return isFull ? full : underSanitizer ? std::max(quick / 10, 1u) : quick;
+}
+
+double SecondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+bool Report(Clock::time_point start, bool isKept, char const* format, ...)
+{
+    std::va_list values;
+    va_start(values, format);
+    (void)std::vprintf(format, values);
+    va_end(values);
+    std::printf(", %.1f s%s\n", SecondsSince(start), isKept ? "" : " FAILED");
     return isKept;
 }
 
@@ -41,29 +62,27 @@ void NotRun(std::string const& line)
 
 Directory::Directory(files::path const& parent)
 {
-    std::string name = ((parent.empty() ? files::temp_directory_path() : parent) / "nxfaultsXXXXXX").string();
-    _path = mkdtemp(name.data());
+    std::string name = (parent / "nxfaultsXXXXXX").string();
+    path = mkdtemp(name.data());
 }
 
 Directory::~Directory()
 {
     std::error_code error;
-    files::remove_all(_path, error);
+    files::remove_all(path, error);
 }
 
 SmallDisk::SmallDisk(unsigned long long bytes)
-    : _isMounted(unshare(CLONE_NEWNS) == 0 &&
-                 mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                 mount("tmpfs", _directory.Path().c_str(), "tmpfs", 0,
-                       ("size=" + std::to_string(bytes)).c_str()) == 0)
+    : isMounted(unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                mount("tmpfs", path.c_str(), "tmpfs", 0, ("size=" + std::to_string(bytes)).c_str()) == 0)
 {
 }
 
 SmallDisk::~SmallDisk()
 {
-    if (_isMounted)
+    if (isMounted)
     {
-        (void)umount2(_directory.Path().c_str(), MNT_DETACH);
+        (void)umount2(path.c_str(), MNT_DETACH);
     }
 }
 
@@ -77,29 +96,51 @@ void FillDisk(files::path const& ballast)
     (void)close(file);
 }
 
-Host::Host(files::path const& directory, std::vector<std::string> const& role, Environment const& environment)
+std::optional<int> WaitFor(pid_t child, double seconds)
 {
-    std::vector<std::string> words = {"nxcore_faults", "--host"};
+    auto const start = Clock::now();
+    for (unsigned int pause = 50;; pause = std::min(pause * 2, 1000u)) // microseconds
+    {
+        int status = 0;
+        if (waitpid(child, &status, WNOHANG) == child)
+        {
+            constexpr int ofSignal = 128;
+            return WIFEXITED(status) ? WEXITSTATUS(status) : ofSignal + WTERMSIG(status);
+        }
+        if (SecondsSince(start) > seconds)
+        {
+            (void)kill(child, SIGKILL);
+            (void)waitpid(child, nullptr, 0);
+            return std::nullopt;
+        }
+        (void)usleep(pause);
+    }
+}
+
+Host::Host(files::path const& directory, Arguments const& role, Environment const& environment)
+{
+    Arguments words = {"nxcore_faults", "--host"};
     words.insert(words.end(), role.begin(), role.end());
     std::vector<char*> arguments;
     std::transform(words.begin(), words.end(), std::back_inserter(arguments),
                    [](std::string& word) { return word.data(); });
     arguments.push_back(nullptr);
+    Environment all = {{"KVT_LOG_DIRECTORY", (directory / "log").string()},
+                       {"KVT_LOG_TO_CONSOLE", "NO"},
+                       {"ASAN_OPTIONS", "detect_leaks=0"},    // most hosts end in the middle of something
+                       {"TSAN_OPTIONS", "die_after_fork=0"}}; // threads of a forked child are meant here
+    all.insert(environment.begin(), environment.end());
 
     _process = fork();
     if (_process != 0)
     {
         return;
     }
-    (void)setenv("KVT_LOG_DIRECTORY", (directory / "log").c_str(), 1);
-    (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
-    for (auto const& [name, value] : environment)
+    for (auto const& [name, value] : all)
     {
         (void)setenv(name.c_str(), value.c_str(), 1);
     }
-    bool const isSet = chdir(directory.c_str()) == 0 && std::freopen("out", "a", stdout) != nullptr &&
-                       std::freopen("err", "a", stderr) != nullptr;
-    if (isSet)
+    if (chdir(directory.c_str()) == 0 && std::freopen("out", "a", stdout) && std::freopen("err", "a", stderr))
     {
         (void)execv("/proc/self/exe", arguments.data());
     }
@@ -110,8 +151,7 @@ Host::~Host()
 {
     if (_process > 0)
     {
-        Signal(SIGKILL);
-        (void)waitpid(_process, nullptr, 0);
+        (void)Wait(0.0);
     }
 }
 
@@ -122,87 +162,20 @@ void Host::Signal(int signal) const
 
 std::optional<int> Host::Wait(double seconds)
 {
-    pid_t const process = std::exchange(_process, -1);
-    return WaitFor(process, seconds);
-}
-
-std::optional<int> WaitFor(pid_t child, double seconds)
-{
-    auto const end = Clock::now() + std::chrono::duration<double>(seconds);
-    unsigned int pause = 50; // microseconds
-    for (;;)
-    {
-        int status = 0;
-        if (waitpid(child, &status, WNOHANG) == child)
-        {
-            constexpr int ofSignal = 128;
-            return WIFEXITED(status) ? WEXITSTATUS(status) : ofSignal + WTERMSIG(status);
-        }
-        if (Clock::now() > end)
-        {
-            (void)kill(child, SIGKILL);
-            (void)waitpid(child, nullptr, 0);
-            return std::nullopt;
-        }
-        (void)usleep(pause);
-        pause = std::min(pause * 2, 1000u);
-    }
+    return WaitFor(std::exchange(_process, -1), seconds);
 }
 
 namespace
 {
 
-/// The day on which a file was opened: that of its directory, "15Nov2026", or, where that could not be made, that of
-/// its last line.
-long long DayOf(files::path const& path)
+/// The numbers of a thread's lines in one file.
+struct Range
 {
-    std::tm day{};
-    if (strptime(path.parent_path().filename().c_str(), "%d%b%Y", &day) == nullptr)
-    {
-        struct stat status = {};
-        (void)stat(path.c_str(), &status);
-        (void)localtime_r(&status.st_mtime, &day);
-        day.tm_hour = day.tm_min = day.tm_sec = 0;
-    }
-    return timegm(&day);
-}
+    unsigned int first;
+    unsigned int end;
+};
 
-/// Files of one process are named by time and number: "host_093005_123_2.log" comes before "host_093005_123_10.log".
-auto OrderOf(files::path const& path)
-{
-    std::string const name = path.stem().string();
-    unsigned int time = 0;
-    unsigned int process = 0;
-    unsigned int number = 0;
-    (void)std::sscanf(name.c_str(), "host_%u_%u_%u", &time, &process, &number);
-    return std::tuple(DayOf(path), time, process, number);
-}
-
-bool ReadNumber(std::string_view& text, std::string_view before, unsigned int& number)
-{
-    if (text.substr(0, before.size()) != before)
-    {
-        return false;
-    }
-    text.remove_prefix(before.size());
-    auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
-    text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
-    return result.ec == std::errc();
-}
-
-/// "[INF][24 characters] thread T line N end [file:line]" without the line's end.
-bool ReadLine(std::string_view line, unsigned int& thread, unsigned int& number)
-{
-    std::size_t const message = line.find("] ");
-    if (message == std::string_view::npos)
-    {
-        return false;
-    }
-    line.remove_prefix(message);
-    return ReadNumber(line, "] thread ", thread) && ReadNumber(line, " line ", number) &&
-           line.substr(0, 6) == " end [" && line.back() == ']';
-}
-
+/// "[INF][24 characters] thread T line N end [file:line]" without the line's end, among lines of other kinds.
 bool IsWhole(std::string_view line)
 {
     constexpr std::size_t least = 40;
@@ -210,22 +183,28 @@ bool IsWhole(std::string_view line)
            line.find('\r') == std::string_view::npos;
 }
 
-void CountFile(files::path const& path, LogCount& count)
+bool ReadLine(std::string const& line, unsigned int& thread, unsigned int& number)
 {
+    std::size_t const message = line.find("] thread ");
+    int length = 0;
+    return message != std::string::npos &&
+           std::sscanf(line.c_str() + message, "] thread %u line %u end [%n", &thread, &number, &length) ==
+               2 &&
+           length != 0;
+}
+
+void CountFile(files::path const& path, LogCount& count, std::map<unsigned int, std::vector<Range>>& ranges)
+{
+    std::map<unsigned int, Range> here;
     std::ifstream stream(path, std::ios::binary);
-    std::string const text(std::istreambuf_iterator<char>(stream), {});
-    std::string_view rest = text;
-    ++count.files;
-    while (!rest.empty())
+    for (std::string line; std::getline(stream, line);)
     {
-        std::size_t const end = rest.find("\r\n");
-        if (end == std::string_view::npos)
+        if (stream.eof() || line.empty() || line.back() != '\r')
         {
-            ++count.tornLast;
-            return;
+            (stream.eof() ? count.tornLast : count.torn) += 1;
+            continue;
         }
-        std::string_view const line = rest.substr(0, end);
-        rest.remove_prefix(end + 2);
+        line.pop_back();
         unsigned int thread = 0;
         unsigned int number = 0;
         if (!IsWhole(line))
@@ -234,32 +213,51 @@ void CountFile(files::path const& path, LogCount& count)
         }
         else if (ReadLine(line, thread, number))
         {
-            unsigned int& next = count.lines[thread];
-            count.disordered += number != next;
-            next += number == next;
+            Range& range = here.try_emplace(thread, Range{number, number}).first->second;
+            count.disordered += number != range.end;
+            range.end += number == range.end;
         }
+    }
+    for (auto const& [thread, range] : here)
+    {
+        ranges[thread].push_back(range);
     }
 }
 
 } // namespace
 
+unsigned int LogCount::Lost(unsigned int threads, unsigned int linesOfEach) const
+{
+    unsigned int lost = 0;
+    for (unsigned int thread = 0; thread < threads; ++thread)
+    {
+        lost += linesOfEach - Lines(thread);
+    }
+    return lost;
+}
+
 LogCount CountLog(files::path const& directory)
 {
-    std::vector<files::path> paths;
+    LogCount count;
+    std::map<unsigned int, std::vector<Range>> ranges;
     for (auto const& entry : files::recursive_directory_iterator(directory))
     {
         if (entry.path().extension() == ".log")
         {
-            paths.push_back(entry.path());
+            ++count.files;
+            CountFile(entry.path(), count, ranges);
         }
     }
-    std::sort(paths.begin(), paths.end(),
-              [](files::path const& left, files::path const& right)
-              { return OrderOf(left) < OrderOf(right); });
-    LogCount count;
-    for (files::path const& path : paths)
+    for (auto& [thread, all] : ranges)
     {
-        CountFile(path, count);
+        std::sort(all.begin(), all.end(),
+                  [](Range const& left, Range const& right) { return left.first < right.first; });
+        unsigned int& next = count.lines[thread];
+        for (Range const& range : all)
+        {
+            count.disordered += range.first != next;
+            next = range.first == next ? range.end : next;
+        }
     }
     return count;
 }
@@ -274,13 +272,12 @@ unsigned int Chance::Below(unsigned int limit)
     return static_cast<unsigned int>((mixed ^ (mixed >> 31)) % limit);
 }
 
-bool LogToFile(unsigned long long maximumSize)
+void LogToFile(unsigned long long maximumSize)
 {
     using Size = nxValueWrapper<unsigned long long, -1, -2>;
     nxFileLogDevice& device = nxFileLogDevice::GetInstance();
-    bool const isCreated = device.Create(maximumSize != 0 ? Size(maximumSize) : Size());
+    (void)device.Create(maximumSize != 0 ? Size(maximumSize) : Size());
     nxLogManager::GetInstance().RegisterLogDevice(&device);
-    return isCreated;
 }
 
 void LogLines(unsigned int thread, unsigned int lines, unsigned int first)
@@ -293,9 +290,10 @@ void LogLines(unsigned int thread, unsigned int lines, unsigned int first)
 
 void Drain()
 {
-    // The first end of a cycle may be that of one that had begun before.
-    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+    for (int cycle = 0; cycle < 2; ++cycle) // the first end may be that of a cycle that had begun before
+    {
+        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+    }
 }
 
 unsigned int OpenDescriptors()

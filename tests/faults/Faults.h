@@ -16,14 +16,33 @@
 // "F9 soak 8x100000: 0 lost, 0 disordered, 1.1 s". It is run with a few trials by the quick tests and with many before a
 // release.
 
-enum class Extent
+namespace files = std::filesystem;
+using Clock = std::chrono::steady_clock;
+using Arguments = std::vector<std::string>;
+using Environment = std::map<std::string, std::string>;
+
+/// One name for a figure, which prints its lines and returns whether its promise held, and for the program that it is
+/// shown on. Adds itself to All().
+struct Figure
 {
-    fast,
-    full
+    using Show = bool (*)();
+    using Host = int (*)(Arguments const&);
+
+    Figure(char const* name, Show show, Host host = nullptr);
+    static std::map<std::string, Figure const*>& All();
+
+    Show const show;
+    Host const host;
 };
 
-/// Prints the line of a figure. @return what the figure returns: whether the promise held.
-bool Report(std::string const& line, std::chrono::steady_clock::time_point start, bool isKept);
+/// How many trials: `isFull` tells whether it is before a release; sanitizers get by with a tenth of the quick ones.
+unsigned int Trials(unsigned int quick, unsigned int full);
+extern bool isFull;
+
+double SecondsSince(Clock::time_point start);
+
+/// Prints the line of a figure and its seconds. @return what the figure returns: whether the promise held.
+[[gnu::format(printf, 3, 4)]] bool Report(Clock::time_point start, bool isKept, char const* format, ...);
 
 /// Prints why a figure can't be shown here, and ends the process with the code that counts as skipped.
 [[noreturn]] void NotRun(std::string const& line);
@@ -32,82 +51,56 @@ bool Report(std::string const& line, std::chrono::steady_clock::time_point start
 class Directory
 {
 public:
-    /// @param parent  empty: the system's directory for temporary files.
-    explicit Directory(std::filesystem::path const& parent = {});
+    Directory() : Directory(files::temp_directory_path())
+    {
+    }
+    explicit Directory(files::path const& parent);
     ~Directory();
     Directory(Directory const&) = delete;
     Directory& operator=(Directory const&) = delete;
 
-    std::filesystem::path const& Path() const
-    {
-        return _path;
-    }
-
-private:
-    std::filesystem::path _path;
+    files::path path;
 };
 
 /// A memory file system of its own, seen by this process and those that it starts from now on.
-class SmallDisk
+struct SmallDisk : Directory
 {
-public:
     explicit SmallDisk(unsigned long long bytes);
     ~SmallDisk();
-    SmallDisk(SmallDisk const&) = delete;
-    SmallDisk& operator=(SmallDisk const&) = delete;
 
-    /// False when this user may not mount.
-    bool IsMounted() const
-    {
-        return _isMounted;
-    }
-    std::filesystem::path const& Path() const
-    {
-        return _directory.Path();
-    }
-
-private:
-    Directory _directory;
-    bool _isMounted;
+    bool isMounted; ///< false when this user may not mount
 };
 
 /// Takes all the room that a directory's disk has.
-void FillDisk(std::filesystem::path const& ballast);
+void FillDisk(files::path const& ballast);
 
-using Environment = std::map<std::string, std::string>;
+/// Waits for a child. @return its exit code, 128 + the signal that ended it, or nothing when it hangs; it is killed then.
+std::optional<int> WaitFor(pid_t child, double seconds);
 
-/// A host program: this program again, in another role and in a process of its own.
+/// This program again, in a process of its own. It logs to the directory "log" of `directory`, which is its current one,
+/// standard output and error to "out" and "err" there. One that nobody has waited for is killed.
 class Host
 {
 public:
-    /// Logs to the directory "log" of `directory`, which is its current one, standard output and error to "out"
-    /// and "err" there.
-    Host(std::filesystem::path const& directory, std::vector<std::string> const& role,
-         Environment const& environment = {});
+    Host(files::path const& directory, Arguments const& role, Environment const& environment = {});
     ~Host();
     Host(Host const&) = delete;
     Host& operator=(Host const&) = delete;
 
     void Signal(int signal) const;
-
-    /// @return its exit code, 128 + the signal that ended it, or nothing when it hangs; it is killed then.
     std::optional<int> Wait(double seconds);
 
 private:
     pid_t _process;
 };
 
-/// Waits for a child, as Host::Wait().
-std::optional<int> WaitFor(pid_t child, double seconds);
-
 /// What lies in log files: lines "thread T line N end", N rising from 0 by 1 in each thread, among others.
 struct LogCount
 {
-    /// The lines of each thread, in order up to the first that is missing or out of order.
-    std::map<unsigned int, unsigned int> lines;
-    unsigned int disordered = 0; ///< lines that don't follow on the one before of their thread
-    unsigned int torn = 0;       ///< lines that are not whole inside a file
-    unsigned int tornLast = 0;   ///< files whose last line is not whole
+    std::map<unsigned int, unsigned int> lines; ///< of each thread, up to the first that is missing
+    unsigned int disordered = 0;                ///< lines that don't follow on one before of their thread
+    unsigned int torn = 0;                      ///< lines that are not whole inside a file
+    unsigned int tornLast = 0;                  ///< files whose last line is not whole
     unsigned int files = 0;
 
     unsigned int Lines(unsigned int thread) const
@@ -115,12 +108,17 @@ struct LogCount
         auto const found = lines.find(thread);
         return found != lines.end() ? found->second : 0;
     }
+    unsigned int Lost(unsigned int threads, unsigned int linesOfEach) const;
+    unsigned int Faults() const
+    {
+        return disordered + torn + tornLast;
+    }
 };
 
-/// Reads all log files below a directory in the order in which they were opened.
-LogCount CountLog(std::filesystem::path const& directory);
+/// Reads all log files below a directory.
+LogCount CountLog(files::path const& directory);
 
-/// Rising numbers that look random and are the same in each run with the same seed.
+/// Numbers that look random and are the same in each run.
 class Chance
 {
 public:
@@ -133,11 +131,10 @@ private:
     std::uint64_t _state;
 };
 
-/// @name For the hosts.
-/// @{
+// For the hosts.
 
 /// Creates the file device and registers it. @param maximumSize  0: no limit.
-bool LogToFile(unsigned long long maximumSize = 0);
+void LogToFile(unsigned long long maximumSize = 0);
 
 /// Logs "thread n" lines, from number `first` on.
 void LogLines(unsigned int thread, unsigned int lines, unsigned int first = 0);
@@ -148,4 +145,13 @@ void Drain();
 /// How many descriptors this process has open.
 unsigned int OpenDescriptors();
 
-/// @}
+/// Uses every lock that the process shares, as its threads do all the time. @return whether the answers were right.
+bool UseSharedParts(unsigned int turn);
+
+/// Moves the clock of this program alone.
+void ShiftClock(long long seconds);
+
+inline unsigned int Number(std::string const& text)
+{
+    return static_cast<unsigned int>(std::stoul(text));
+}

@@ -8,9 +8,9 @@
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/time/nxDateTime.h"
-#include "tests/faults/Figures.h"
+#include "tests/Sanitizer.h"
+#include "tests/faults/Faults.h"
 
-#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -23,8 +23,6 @@
 
 namespace
 {
-
-using Clock = std::chrono::steady_clock;
 
 constexpr unsigned int forkingThreads = 4;
 constexpr unsigned int firstChild = 100; // the number under which the first child logs
@@ -52,7 +50,7 @@ enum class Ending
     case Ending::underscoreExit: Drain(); _exit(isRight ? 0 : 1);
     case Ending::exec:
         Drain();
-        (void)execl("/proc/self/exe", "nxcore_faults", "--host", "descriptors",
+        (void)execl("/proc/self/exe", "nxcore_faults", "--host", "fork", "descriptors",
                     std::to_string(openAtStart).c_str(), nullptr);
         _exit(1);
     }
@@ -85,94 +83,79 @@ unsigned int ForkChildren(unsigned int thread, unsigned int children)
 
 bool UseSharedParts(unsigned int turn)
 {
-    nxExchangeRateConverter const& rates = nxExchangeRateConverter::GetInstance();
-    rates.Lock();
-    rates.Unlock();
-
-    // Another range than the last, so that no remembered one answers.
-    nxDecimal price = nxDecimal(turn % 2 == 0 ? "1.0" : "30000", '.');
+    bool const isEven = turn % 2 == 0;
+    nxExchangeRateConverter::GetInstance().Lock();
+    nxExchangeRateConverter::GetInstance().Unlock();
+    nxDecimal price(isEven ? "1.0" : "30000", '.'); // another range than the last: no remembered one answers
     nxVariableTickTable const* const ladder =
         nxVariableTickTableContainer::GetVariableTickTable("VTT_TAIFEX_TAIEX");
-    bool isRight = ladder != nullptr;
-    if (isRight)
-    {
-        ladder->Increment(price);
-    }
-
     std::string text;
-    isRight = nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper(101.5),
-                                                       NX_PRICE_FORMAT_FRACTION_HALF_TICK, text, true) &&
-              text == "101-5" && isRight;
-
-    nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
-    isRight = arguments.SetEnvValue("NX_FAULTS", turn % 2 == 0 ? "x" : "") && isRight;
-    isRight = nxApplicationData::GetApplicationName() == "host" && isRight;
-    isRight =
-        nxDateTime(2024, 1, 31, 9, 30, static_cast<int>(turn % 60), 0).GetAsString("%d%b%Y") == "31Jan2024" &&
-        isRight;
+    bool const isShown = nxPriceConverterHelper::GetPriceAsString(
+        nxDoubleValueWrapper(101.5), NX_PRICE_FORMAT_FRACTION_HALF_TICK, text, true);
+    bool const isSet = nxCmdLineArgs::GetInstance().SetEnvValue("NX_FAULTS", isEven ? "x" : "");
+    nxDateTime const moment(2024, 1, 31, 9, 30, static_cast<int>(turn % 60), 0);
     if (turn % 16 == 0)
     {
         // A thread asks for its index once.
         std::thread([] { (void)nxThreadIndex::GetIndexOfCurrentThread(); }).join();
     }
-    return isRight;
+    if (ladder != nullptr)
+    {
+        ladder->Increment(price);
+    }
+    return ladder != nullptr && isShown && text == "101-5" && isSet &&
+           nxApplicationData::GetApplicationName() == "host" && moment.GetAsString("%d%b%Y") == "31Jan2024";
 }
 
-// Argument: how many children.
-int ForkHost(Arguments const& arguments)
+namespace
 {
+
+// Argument: how many children; or, for a program that a child with a log started, what was open before there was a log.
+int Run(Arguments const& arguments)
+{
+    if (arguments.at(0) == "descriptors")
+    {
+        return OpenDescriptors() > Number(arguments.at(1)) ? 1 : 0;
+    }
     openAtStart = OpenDescriptors();
-    (void)LogToFile();
+    LogToFile();
     unsigned int const children = Number(arguments.at(0)) / forkingThreads;
-    std::atomic<bool> stop = false;
-    std::array<std::thread, 2> busy;
-    for (std::thread& thread : busy)
-    {
-        thread = std::thread(
-            [&]
-            {
-                for (unsigned int i = 0; !stop; ++i)
-                {
-                    (void)UseSharedParts(i);
-                }
-            });
-    }
     std::atomic<unsigned int> failures = 0;
-    std::array<std::thread, forkingThreads> forking;
-    for (unsigned int i = 0; i < forkingThreads; ++i)
     {
-        forking[i] = std::thread([&, i] { failures += ForkChildren(i, children); });
-    }
-    for (std::thread& thread : forking)
-    {
-        thread.join();
-    }
-    stop = true;
-    for (std::thread& thread : busy)
-    {
-        thread.join();
+        std::vector<std::jthread> busy;
+        for (int i = 0; i < 2; ++i)
+        {
+            busy.emplace_back(
+                [](std::stop_token const& stop)
+                {
+                    for (unsigned int turn = 0; !stop.stop_requested(); ++turn)
+                    {
+                        (void)UseSharedParts(turn);
+                    }
+                });
+        }
+        std::vector<std::jthread> forking;
+        for (unsigned int i = 0; i < forkingThreads; ++i)
+        {
+            forking.emplace_back([&, i] { failures += ForkChildren(i, children); });
+        }
     }
     Drain();
     return failures == 0 ? 0 : 1;
 }
 
-// What a program has open that was started by a child which had a log. Argument: how many the parent had at its start.
-int DescriptorHost(Arguments const& arguments)
+bool Show()
 {
-    return OpenDescriptors() > Number(arguments.at(0)) ? 1 : 0;
-}
-
-bool ForkFigure(Extent extent)
-{
-    unsigned int const children = extent == Extent::full ? 10000 : 200;
+    if (underAddressSanitizer)
+    {
+        NotRun("F12 fork: not run, the locks of the sanitizer's allocator stay as a fork finds them");
+    }
+    unsigned int const children = Trials(200, 10000);
     auto const start = Clock::now();
     Directory const directory;
-    Host host(directory.Path(), {"fork", std::to_string(children)},
-              {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"},
-               {"ASAN_OPTIONS", "detect_leaks=0"},     // what threads held that a child doesn't have
-               {"TSAN_OPTIONS", "die_after_fork=0"}}); // threads of a forked child are meant here
+    Host host(directory.path, {"fork", std::to_string(children)}, {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}});
     std::optional<int> const code = host.Wait(500.0);
-    LogCount const count = CountLog(directory.Path());
+    LogCount const count = CountLog(directory.path);
     unsigned int wrong = 0;
     for (unsigned int thread = 0; thread < forkingThreads; ++thread)
     {
@@ -182,14 +165,15 @@ bool ForkFigure(Extent extent)
     {
         wrong += count.Lines(firstChild + child) != linesOfChild;
     }
-    char text[200];
-    (void)std::snprintf(
-        text, sizeof text,
-        "F12 fork, %u children of %u threads: %s, %u logs incomplete, %u lines twice, %u torn", children,
-        forkingThreads,
-        !code        ? "a hang"
-        : *code == 0 ? "all ended well"
-                     : "some did not end well",
-        wrong, count.disordered, count.torn + count.tornLast);
-    return Report(text, start, code == 0 && wrong + count.disordered + count.torn + count.tornLast == 0);
+    return Report(start, code == 0 && wrong + count.Faults() == 0,
+                  "F12 fork, %u children of %u threads: %s, %u logs incomplete, %u lines twice, %u torn",
+                  children, forkingThreads,
+                  !code        ? "a hang"
+                  : *code == 0 ? "all ended well"
+                               : "some did not end well",
+                  wrong, count.disordered, count.torn + count.tornLast);
 }
+
+Figure const figure("fork", Show, Run);
+
+} // namespace

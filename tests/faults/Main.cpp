@@ -1,30 +1,9 @@
 // Puts the library's promises to the proof: nxcore_faults FIGURE [full].
 
 #include "core/process/nxApplicationData.h"
-#include "tests/faults/Figures.h"
+#include "tests/faults/Faults.h"
 
 #include <cstdio>
-#include <functional>
-#include <map>
-
-namespace
-{
-
-std::map<std::string, bool (*)(Extent)> const figures = {
-    {"disk-full", DiskFullFigure}, {"signals", SignalFigure}, {"soak", SoakFigure},
-    {"nemesis", NemesisFigure},    {"exit", ExitFigure},      {"fork", ForkFigure},
-    {"mutex", MutexFigure},        {"pool", PoolFigure},      {"clock", ClockFigure},
-    {"sockets", SocketFigure},
-};
-
-std::map<std::string, int (*)(Arguments const&)> const hosts = {
-    {"disk-full", DiskFullHost}, {"signals", SignalHost},
-    {"soak", SoakHost},          {"nemesis", NemesisHost},
-    {"exit", ExitHost},          {"fork", ForkHost},
-    {"clock", ClockHost},        {"descriptors", DescriptorHost},
-};
-
-} // namespace
 
 int main(int argumentCount, char** argumentValues)
 {
@@ -32,19 +11,18 @@ int main(int argumentCount, char** argumentValues)
     Arguments arguments(argumentValues + 1, argumentValues + argumentCount);
     if (arguments.size() >= 2 && arguments[0] == "--host")
     {
-        auto const host = hosts.at(arguments[1]);
-        arguments.erase(arguments.begin(), arguments.begin() + 2);
         nxApplicationData::SetApplicationName("host");
-        return host(arguments);
+        Figure const& figure = *Figure::All().at(arguments[1]);
+        return figure.host(Arguments(arguments.begin() + 2, arguments.end()));
     }
-    if (arguments.empty() || figures.count(arguments[0]) == 0)
+    if (arguments.empty() || Figure::All().count(arguments[0]) == 0)
     {
-        for (auto const& [name, figure] : figures)
+        for (auto const& [name, figure] : Figure::All())
         {
             std::printf("nxcore_faults %s [full]\n", name.c_str());
         }
         return 2;
     }
-    bool const isFull = arguments.size() > 1 && arguments[1] == "full";
-    return figures.at(arguments[0])(isFull ? Extent::full : Extent::fast) ? 0 : 1;
+    isFull = arguments.size() > 1 && arguments[1] == "full";
+    return Figure::All().at(arguments[0])->show() ? 0 : 1;
 }

@@ -2,10 +2,9 @@
 
 #include "core/concurrency/nxMutex.h"
 #include "core/concurrency/nxWindowsMutex.h"
-#include "tests/faults/Figures.h"
+#include "tests/faults/Faults.h"
 
 #include <atomic>
-#include <cstdio>
 #include <new>
 #include <thread>
 
@@ -16,8 +15,6 @@
 
 namespace
 {
-
-using Clock = std::chrono::steady_clock;
 
 struct Shared
 {
@@ -62,12 +59,7 @@ template <typename Work>
 pid_t Start(Work work)
 {
     pid_t const child = fork();
-    if (child == 0)
-    {
-        work();
-        _exit(1);
-    }
-    return child;
+    return child != 0 ? child : (work(), 0);
 }
 
 void KillWhenBusy(pid_t child, Shared const& shared, unsigned int turns)
@@ -85,46 +77,36 @@ void KillWhenBusy(pid_t child, Shared const& shared, unsigned int turns)
 void LockAfterDeath(Shared& shared, Tally& tally)
 {
     nxErrorEnum const result = shared.mutex.Lock();
-    tally.clean += result.IsOK();
-    tally.ownerDead += result == NX_ERR_THR_OWNER_DEAD;
-    if (result == NX_ERR_THR_OWNER_DEAD)
-    {
-        tally.wrong += !shared.mutex.Consistent().IsOK();
-    }
-    else
-    {
-        tally.wrong += !result.IsOK();
-    }
+    bool const isDead = result == NX_ERR_THR_OWNER_DEAD;
+    ++(isDead ? tally.ownerDead : tally.clean);
+    tally.wrong += isDead ? !shared.mutex.Consistent().IsOK() : !result.IsOK();
     tally.wrong += !shared.mutex.Unlock().IsOK();
 }
 
-} // namespace
-
-bool MutexFigure(Extent extent)
+bool Show()
 {
-    unsigned int const kills = extent == Extent::full ? 50000 : 300;
-    unsigned int const longest = 30 + kills / 50; // seconds
+    unsigned int const kills = Trials(300, 50000);
     auto const start = Clock::now();
     void* const region =
         mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     Shared& shared = *new (region) Shared;
     (void)shared.mutex.InitialiseAsShared(true);
     nxWindowsMutex named("nxfaults" + std::to_string(getpid()));
-    (void)alarm(longest);
-
+    (void)alarm(30 + kills / 50);
     Chance chance(13);
     Tally tally;
     for (unsigned int i = 0; i < kills; ++i)
     {
         bool const isNamed = i % 8 == 7;
-        bool const areTwo = i % 4 == 1; // the second one meets what the first one left
         auto const work = [&] { isNamed ? LockByNameForEver(named, shared) : LockForEver(shared); };
-        pid_t const first = Start(work);
-        pid_t const second = areTwo ? Start(work) : 0;
-        KillWhenBusy(first, shared, chance.Below(40));
-        if (areTwo)
+        std::vector<pid_t> owners = {Start(work)};
+        if (i % 4 == 1) // the second one meets what the first one left
         {
-            KillWhenBusy(second, shared, chance.Below(40));
+            owners.push_back(Start(work));
+        }
+        for (pid_t const owner : owners)
+        {
+            KillWhenBusy(owner, shared, chance.Below(40));
         }
         if (isNamed)
         {
@@ -137,9 +119,11 @@ bool MutexFigure(Extent extent)
         }
     }
     (void)alarm(0);
-    char text[200];
-    (void)std::snprintf(text, sizeof text,
-                        "F13 robust and named mutex, %u kills: %u clean, %u owner dead, %u wrong, 0 hung",
-                        kills, tally.clean, tally.ownerDead, tally.wrong);
-    return Report(text, start, tally.wrong == 0 && tally.ownerDead != 0);
+    return Report(start, tally.wrong == 0 && tally.ownerDead != 0,
+                  "F13 robust and named mutex, %u kills: %u clean, %u owner dead, %u wrong, 0 hung", kills,
+                  tally.clean, tally.ownerDead, tally.wrong);
 }
+
+Figure const figure("mutex", Show);
+
+} // namespace

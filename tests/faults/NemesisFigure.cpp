@@ -7,13 +7,15 @@
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/process/nxCmdLineArgs.h"
-#include "tests/faults/Figures.h"
+#include "tests/faults/Faults.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <thread>
@@ -26,9 +28,6 @@
 
 namespace
 {
-
-namespace files = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr unsigned int loggingThreads = 2;
 constexpr unsigned int childThread = 50;
@@ -56,37 +55,20 @@ struct History
     std::atomic<unsigned int> made;   // the same, when that is done
 };
 
-class SharedHistory
+/// The history that lies in a file, which starts as zeros.
+History& MapHistory(files::path const& path)
 {
-public:
-    explicit SharedHistory(files::path const& path)
+    int const file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    bool const isSized = ftruncate(file, sizeof(History)) == 0;
+    void* const region = mmap(nullptr, sizeof(History), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    (void)close(file);
+    if (!isSized || region == MAP_FAILED)
     {
-        int const file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-        bool const isSized = ftruncate(file, sizeof(History)) == 0;
-        void* const region = mmap(nullptr, sizeof(History), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
-        (void)close(file);
-        if (!isSized || region == MAP_FAILED)
-        {
-            std::perror("history");
-            std::abort();
-        }
-        _history = new (region) History; // starts as the file's zeros
+        std::perror("history");
+        std::abort();
     }
-    ~SharedHistory()
-    {
-        (void)munmap(_history, sizeof(History));
-    }
-    SharedHistory(SharedHistory const&) = delete;
-    SharedHistory& operator=(SharedHistory const&) = delete;
-
-    History* operator->() const
-    {
-        return _history;
-    }
-
-private:
-    History* _history;
-};
+    return *new (region) History;
+}
 
 /// Waits until a condition holds, but not for ever.
 template <typename Condition>
@@ -105,6 +87,7 @@ bool Await(Condition condition)
 
 // The host.
 
+/// With each line flushed, a statement that has returned is acknowledged; else, what was handed over before a drain.
 void LogAndAcknowledge(History& history, unsigned int thread, bool isForced)
 {
     for (unsigned int line = 0;; ++line)
@@ -126,16 +109,9 @@ void LogAndAcknowledge(History& history, unsigned int thread, bool isForced)
 {
     for (;;)
     {
-        std::array<unsigned int, loggingThreads> lines{};
-        for (unsigned int i = 0; i < loggingThreads; ++i)
-        {
-            lines[i] = history.handedOver[i];
-        }
+        unsigned int const lines[] = {history.handedOver[0], history.handedOver[1]};
         Drain();
-        for (unsigned int i = 0; i < loggingThreads; ++i)
-        {
-            history.acknowledged[i] = lines[i];
-        }
+        std::copy(std::begin(lines), std::end(lines), history.acknowledged.begin());
     }
 }
 
@@ -177,27 +153,61 @@ bool Ask(History& history, Trouble trouble)
 /// Lets a few acknowledgements come, so that there is something to lose.
 bool AwaitProgress(History& history)
 {
-    std::array<unsigned int, loggingThreads> const before = {history.handedOver[0], history.handedOver[1]};
+    unsigned int const before[] = {history.handedOver[0], history.handedOver[1]};
     return Await([&] { return history.acknowledged[0] > before[0] && history.acknowledged[1] > before[1]; });
 }
 
 struct Writer
 {
     Writer(files::path const& parent, Trouble troubleOfWriter, bool isForced)
-        : directory(parent), history(directory.Path() / "history"), trouble(troubleOfWriter),
-          host(directory.Path(), {"nemesis"},
-               {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"},
-                {"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"},
-                {"ASAN_OPTIONS", "detect_leaks=0"},
-                {"TSAN_OPTIONS", "die_after_fork=0"}})
+        : directory(parent), history(MapHistory(directory.path / "history")), trouble(troubleOfWriter),
+          host(directory.path, {"nemesis"},
+               {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}, {"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}})
     {
+    }
+    ~Writer()
+    {
+        (void)munmap(&history, sizeof history);
     }
 
     Directory const directory;
-    SharedHistory const history;
+    History& history;
     Trouble const trouble;
     Host host;
 };
+
+/// @return false when the host does not go on.
+bool MakeTrouble(Writer& writer)
+{
+    files::path const logs = writer.directory.path / "log";
+    files::path const ballast = writer.directory.path / "ballast";
+    bool isMade = true;
+    switch (writer.trouble)
+    {
+    case Trouble::none: return true;
+    case Trouble::stopped:
+        writer.host.Signal(SIGSTOP);
+        (void)usleep(2000);
+        writer.host.Signal(SIGCONT);
+        break;
+    case Trouble::diskFull:
+        FillDisk(ballast);
+        (void)usleep(15000);
+        (void)unlink(ballast.c_str()); // what was acknowledged meanwhile is in the file by now as well
+        break;
+    case Trouble::directoryRemoved:
+        (void)files::remove_all(logs);
+        isMade = Ask(writer.history, writer.trouble);
+        break;
+    case Trouble::directoryUnusable:
+        files::rename(logs, writer.directory.path / "moved");
+        std::ofstream(logs).put('x'); // no directory can be made by that name
+        isMade = Ask(writer.history, writer.trouble);
+        break;
+    default: isMade = Ask(writer.history, writer.trouble);
+    }
+    return isMade && AwaitProgress(writer.history);
+}
 
 struct Tally
 {
@@ -208,64 +218,21 @@ struct Tally
     unsigned int stuck = 0;
 };
 
-/// @return false when the host does not go on.
-bool MakeTrouble(Writer& writer)
-{
-    History& history = *writer.history.operator->();
-    files::path const logs = writer.directory.Path() / "log";
-    switch (writer.trouble)
-    {
-    case Trouble::stopped:
-        writer.host.Signal(SIGSTOP);
-        (void)usleep(2000);
-        writer.host.Signal(SIGCONT);
-        return AwaitProgress(history);
-    case Trouble::diskFull:
-        FillDisk(writer.directory.Path() / "ballast");
-        (void)usleep(15000);
-        (void)unlink((writer.directory.Path() / "ballast").c_str());
-        return AwaitProgress(history); // what was acknowledged meanwhile is in the file by now as well
-    case Trouble::directoryRemoved:
-        (void)files::remove_all(logs);
-        return Ask(history, writer.trouble) && AwaitProgress(history);
-    case Trouble::directoryUnusable:
-        files::rename(logs, writer.directory.Path() / "moved");
-        std::ofstream(logs).put('x'); // no directory can be made by that name
-        return Ask(history, writer.trouble) && AwaitProgress(history);
-    case Trouble::child:
-    case Trouble::clockStep:
-    case Trouble::zone: return Ask(history, writer.trouble) && AwaitProgress(history);
-    default: return true;
-    }
-}
-
-unsigned int CountLost(Writer const& writer, LogCount const& count)
-{
-    unsigned int lost = 0;
-    for (unsigned int i = 0; i < loggingThreads; ++i)
-    {
-        unsigned int const acknowledged = writer.history->acknowledged[i];
-        unsigned int const found = count.Lines(i);
-        lost += acknowledged > found ? acknowledged - found : 0;
-    }
-    return writer.trouble == Trouble::child ? lost + linesOfChild - count.Lines(childThread) : lost;
-}
-
-/// After a removed directory the threads' numbers start in the middle: only that there are later lines is looked at.
 void Check(Writer const& writer, Tally& tally)
 {
+    LogCount const count = CountLog(writer.directory.path);
     if (writer.trouble == Trouble::directoryRemoved)
     {
-        bool isEmpty = true;
-        for (auto const& entry : files::recursive_directory_iterator(writer.directory.Path()))
-        {
-            isEmpty = isEmpty && (entry.path().extension() != ".log" || entry.file_size() == 0);
-        }
-        tally.lost += isEmpty;
+        tally.lost +=
+            count.lines.empty(); // the numbers start in the middle: there are later lines, or there are none
         return;
     }
-    LogCount const count = CountLog(writer.directory.Path());
-    tally.lost += CountLost(writer, count);
+    for (unsigned int i = 0; i < loggingThreads; ++i)
+    {
+        unsigned int const acknowledged = writer.history.acknowledged[i];
+        tally.lost += acknowledged - std::min(acknowledged, count.Lines(i));
+    }
+    tally.lost += writer.trouble == Trouble::child ? linesOfChild - count.Lines(childThread) : 0;
     tally.disordered += count.disordered;
     tally.torn += count.torn;
     tally.tornLast += count.tornLast;
@@ -275,22 +242,18 @@ void Check(Writer const& writer, Tally& tally)
 /// Runs two writers side by side, makes their trouble, kills and checks them.
 void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall, Tally& tally)
 {
-    std::array<std::unique_ptr<Writer>, 2> writers;
+    std::unique_ptr<Writer> writers[2];
     for (std::unique_ptr<Writer>& writer : writers)
     {
-        auto trouble = static_cast<Trouble>(chance.Below(static_cast<unsigned int>(Trouble::count)));
-        if (trouble == Trouble::diskFull && !isDiskSmall)
-        {
-            trouble = Trouble::none;
-        }
-        writer = std::make_unique<Writer>(disk, trouble, chance.Below(4) == 0);
+        auto const drawn = static_cast<Trouble>(chance.Below(static_cast<unsigned int>(Trouble::count)));
+        bool const isPossible = drawn != Trouble::diskFull || isDiskSmall;
+        writer = std::make_unique<Writer>(disk, isPossible ? drawn : Trouble::none, chance.Below(4) == 0);
     }
     for (std::unique_ptr<Writer>& writer : writers)
     {
-        bool const goesOn = AwaitProgress(*writer->history.operator->()) && MakeTrouble(*writer);
-        tally.stuck += !goesOn;
-        if (!goesOn)
+        if (!AwaitProgress(writer->history) || !MakeTrouble(*writer))
         {
+            ++tally.stuck;
             std::printf("stuck by trouble %u\n", static_cast<unsigned int>(writer->trouble));
         }
         (void)usleep(chance.Below(10000));
@@ -300,13 +263,10 @@ void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall, Tally& 
     }
 }
 
-} // namespace
-
-int NemesisHost(Arguments const&)
+int Run(Arguments const&)
 {
-    SharedHistory const shared("history");
-    History& history = *shared.operator->();
-    (void)LogToFile();
+    History& history = MapHistory("history");
+    LogToFile();
     bool const isForced = std::getenv("KVT_LOG_FORCE_FLUSH") == std::string("YES");
     for (unsigned int i = 0; i < loggingThreads; ++i)
     {
@@ -327,9 +287,9 @@ int NemesisHost(Arguments const&)
     }
 }
 
-bool NemesisFigure(Extent extent)
+bool Show()
 {
-    unsigned int const kills = extent == Extent::full ? 10000 : 100;
+    unsigned int const kills = Trials(100, 10000);
     auto const start = Clock::now();
     SmallDisk const disk(16 << 20);
     Directory const directory;
@@ -337,13 +297,16 @@ bool NemesisFigure(Extent extent)
     Tally tally;
     for (unsigned int i = 0; i < kills / 2; ++i)
     {
-        RunTrial(chance, disk.IsMounted() ? disk.Path() : directory.Path(), disk.IsMounted(), tally);
+        RunTrial(chance, disk.isMounted ? disk.path : directory.path, disk.isMounted, tally);
     }
-    char text[250];
-    (void)std::snprintf(text, sizeof text,
-                        "F10 nemesis, %u kills, two writers side by side%s: %u acknowledged lines lost, %u "
-                        "disordered, %u torn inside, %u torn last lines, %u stuck",
-                        kills, disk.IsMounted() ? "" : ", without full disks (no right to mount)", tally.lost,
-                        tally.disordered, tally.torn, tally.tornLast, tally.stuck);
-    return Report(text, start, tally.lost + tally.disordered + tally.torn + tally.stuck == 0);
+    return Report(
+        start, tally.lost + tally.disordered + tally.torn + tally.stuck == 0,
+        "F10 nemesis, %u kills, two writers side by side%s: %u acknowledged lines lost, %u disordered, %u "
+        "torn inside, %u torn last lines, %u stuck",
+        kills, disk.isMounted ? "" : ", without full disks (no right to mount)", tally.lost, tally.disordered,
+        tally.torn, tally.tornLast, tally.stuck);
 }
+
+Figure const figure("nemesis", Show, Run);
+
+} // namespace

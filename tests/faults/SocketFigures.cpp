@@ -5,12 +5,10 @@
 #include "core/concurrency/nxSemaphore.h"
 #include "core/logging/nxLogManager.h"
 #include "core/network/nxSocket.h"
-#include "tests/faults/Figures.h"
+#include "tests/faults/Faults.h"
 
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <memory>
 #include <thread>
@@ -25,13 +23,6 @@
 
 namespace
 {
-
-using Clock = std::chrono::steady_clock;
-
-double SecondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 int DescriptorOf(nxSocket const& socket)
 {
@@ -72,61 +63,49 @@ void StartStorm()
     (void)setitimer(ITIMER_REAL, &everyMillisecond, nullptr);
 }
 
-std::uint64_t SumOf(char const* data, std::size_t size)
+/// What goes over a connection again and again. Its length has no factor in common with that of any buffer.
+std::string const& Pattern()
 {
-    std::uint64_t sum = 0;
-    std::uint64_t word = 0;
-    for (std::size_t i = 0; i + sizeof word <= size; i += sizeof word)
+    static std::string const pattern = []
     {
-        std::memcpy(&word, data + i, sizeof word);
-        sum += word;
-    }
-    return sum;
+        Chance chance(8);
+        std::string bytes(262147, ' ');
+        std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(chance.Below(256)); });
+        return bytes;
+    }();
+    return pattern;
 }
 
-struct Stream
+/// Sends until the time is over, and so many bytes. @return how many went out.
+unsigned long long Send(nxSocket& socket, double seconds, unsigned long long least)
 {
-    unsigned long long bytes = 0;
-    std::uint64_t sum = 0;
-};
-
-/// Sends blocks of changing numbers until the time is over, and so many bytes.
-void Send(nxSocket& socket, double seconds, unsigned long long least, Stream& sent)
-{
-    constexpr std::size_t words = 32768;
-    std::vector<std::uint64_t> block(words);
     auto const start = Clock::now();
-    while (SecondsSince(start) < seconds || sent.bytes < least)
+    unsigned long long sent = 0;
+    while ((SecondsSince(start) < seconds || sent < least) && socket.Send(Pattern()).IsOK())
     {
-        block[sent.bytes / 8 % words] += sent.bytes + 1;
-        char const* const data = reinterpret_cast<char const*>(block.data());
-        if (!socket.Send(data, words * 8).IsOK())
-        {
-            return;
-        }
-        sent.bytes += words * 8;
-        sent.sum += SumOf(data, words * 8);
+        sent += Pattern().size();
     }
+    return sent;
 }
 
-/// Receives whole words until the peer closes.
-void Receive(nxSocket& socket, Stream& received)
+/// Receives until the peer closes. @return how many bytes came up to the first wrong one.
+unsigned long long Receive(nxSocket& socket)
 {
-    std::vector<char> buffer(262144 + 8);
-    std::size_t kept = 0;
-    for (;;)
+    std::vector<char> buffer(Pattern().size());
+    unsigned long long received = 0;
+    for (int count = 0; socket.Receive(buffer.data(), static_cast<int>(buffer.size()), count).IsOK();)
     {
-        int count = 0;
-        if (!socket.Receive(buffer.data() + kept, 262144, count).IsOK())
+        std::size_t const at = received % buffer.size();
+        std::size_t const size = static_cast<std::size_t>(count);
+        std::size_t const upToEnd = std::min(size, buffer.size() - at);
+        if (Pattern().compare(at, upToEnd, buffer.data(), upToEnd) != 0 ||
+            Pattern().compare(0, size - upToEnd, buffer.data() + upToEnd, size - upToEnd) != 0)
         {
-            return;
+            return received;
         }
-        received.bytes += static_cast<unsigned int>(count);
-        std::size_t const size = kept + static_cast<std::size_t>(count);
-        received.sum += SumOf(buffer.data(), size);
-        kept = size % 8;
-        std::memmove(buffer.data(), buffer.data() + size - kept, kept);
+        received += size;
     }
+    return received;
 }
 
 /// Makes and ends connections. @return how many failed.
@@ -161,13 +140,10 @@ unsigned int StartAndJoin(std::atomic<bool> const& stop)
     return failures;
 }
 
-} // namespace
-
 // Arguments: seconds, gigabytes that are sent at least, lines.
-int SignalHost(Arguments const& arguments)
+int RunUnderSignals(Arguments const& arguments)
 {
-    double const seconds = std::stod(arguments.at(0));
-    (void)LogToFile();
+    LogToFile();
     StartStorm();
     nxSocket listener;
     if (!Listen(listener))
@@ -177,56 +153,54 @@ int SignalHost(Arguments const& arguments)
     Connection connection(listener);
     std::atomic<bool> stop = false;
     std::atomic<unsigned int> connections = 0;
-    unsigned int failedConnections = 0;
+    unsigned int failures = 0;
     unsigned int failedJoins = 0;
-    Stream sent;
-    Stream received;
-    std::thread receiver([&] { Receive(connection.server, received); });
-    std::thread reconnecting([&] { failedConnections = Reconnect(stop, connections); });
+    unsigned long long received = 0;
+    std::thread receiver([&] { received = Receive(connection.server); });
+    std::thread reconnecting([&] { failures = Reconnect(stop, connections); });
     std::thread joining([&] { failedJoins = StartAndJoin(stop); });
     std::thread logging(LogLines, 0, Number(arguments.at(2)), 0);
-    Send(connection.client, seconds, std::stoull(arguments.at(1)) << 30, sent);
+    unsigned long long const sent =
+        Send(connection.client, std::stod(arguments.at(0)), std::stoull(arguments.at(1)) << 30);
     (void)connection.client.Close();
-    (void)shutdown(DescriptorOf(connection.client), SHUT_RDWR);
     stop = true;
     for (std::thread* const thread : {&receiver, &reconnecting, &joining, &logging})
     {
         thread->join();
     }
-    bool const isEqual = sent.bytes == received.bytes && sent.sum == received.sum;
-    std::ofstream("seen") << signalsHandled << " signals: " << sent.bytes / 1000000 << " MB sent, sums "
-                          << (isEqual ? "equal" : "NOT equal") << ", " << connections << " connects, "
-                          << failedConnections << " failed, " << failedJoins << " failed joins and waits";
-    return connection.isMade && isEqual && failedConnections + failedJoins == 0 ? 0 : 2;
+    bool const isEqual = connection.isMade && sent == received;
+    std::ofstream("seen") << signalsHandled << " signals: " << sent / 1000000 << " MB sent, "
+                          << (isEqual ? "all of them right" : "NOT received") << ", " << connections
+                          << " connects, " << failures << " failed, " << failedJoins
+                          << " failed joins and waits";
+    return isEqual && failures + failedJoins == 0 ? 0 : 2;
 }
 
-bool SignalFigure(Extent extent)
+bool ShowSignals()
 {
-    bool const isFull = extent == Extent::full;
-    auto const start = Clock::now();
     bool isKept = true;
     for (char const* const forceFlush : {"NO", "YES"})
     {
+        auto const start = Clock::now();
         Directory const directory;
-        std::string const lines = isFull ? "200000" : "20000";
-        Host host(directory.Path(), {"signals", isFull ? "60" : "2", isFull ? "5" : "0", lines},
+        unsigned int const lines = Trials(20000, 200000);
+        Host host(directory.path, {"signals", isFull ? "60" : "2", isFull ? "5" : "0", std::to_string(lines)},
                   {{"KVT_LOG_FORCE_FLUSH", forceFlush}});
         std::optional<int> const code = host.Wait(600.0);
-        LogCount const count = CountLog(directory.Path());
-        unsigned int const lost = Number(lines) - count.Lines(0);
+        LogCount const count = CountLog(directory.path);
+        unsigned int const lost = count.Lost(1, lines);
         std::string seen;
-        std::ifstream stream(directory.Path() / "seen");
+        std::ifstream stream(directory.path / "seen");
         std::getline(stream, seen);
-        isKept = Report("F8 signals, " + std::string(forceFlush[0] == 'Y' ? "each line flushed, " : "") +
-                            seen + ", " + std::to_string(lost) + " lines lost" + (code ? "" : ", a hang"),
-                        start, code == 0 && lost + count.disordered + count.torn + count.tornLast == 0) &&
-                 isKept;
+        bool const isHeld = Report(
+            start, code == 0 && lost + count.Faults() == 0, "F8 signals, %s%s, %u lines lost%s",
+            forceFlush[0] == 'Y' ? "each line flushed, " : "", seen.c_str(), lost, code ? "" : ", a hang");
+        isKept = isHeld && isKept;
     }
     return isKept;
 }
 
-namespace
-{
+Figure const signalFigure("signals", ShowSignals, RunUnderSignals);
 
 enum class Manner
 {
@@ -285,11 +259,9 @@ bool Treat(Connection& connection, Manner manner)
     }
 }
 
-} // namespace
-
-bool SocketFigure(Extent extent)
+bool ShowPeers()
 {
-    double const seconds = extent == Extent::full ? 300.0 : 2.0;
+    double const seconds = isFull ? 300.0 : 2.0;
     constexpr unsigned int crowd = 1200;
     auto const start = Clock::now();
     (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1); // peers that reset are logged
@@ -330,12 +302,14 @@ bool SocketFigure(Extent extent)
         }
     }
     unsigned int const after = OpenDescriptors();
-    char text[250];
-    (void)std::snprintf(
-        text, sizeof text,
+    return Report(
+        start, isListening && wrong + secondCloses == 0 && after == before,
         "F20 sockets, %u connections beside %u open ones, numbers up to %d: %u wrong answers, %u second "
         "closes that hit, %d descriptors leaked",
         connections, crowd, DescriptorOf(*others.back()), wrong, secondCloses,
         static_cast<int>(after) - static_cast<int>(before));
-    return Report(text, start, isListening && wrong + secondCloses == 0 && after == before);
 }
+
+Figure const peerFigure("sockets", ShowPeers);
+
+} // namespace
