@@ -2,10 +2,17 @@
 
 #include "core/concurrency/nxMutexGuard.h"
 
+#include <new>
+#include <thread>
+#include <utility>
+
 namespace
 {
 /// Whether this thread is between Lock() and Unlock(). It may fork there; the child then is there, too.
 constinit thread_local bool isHolding = false;
+
+/// Whether this thread, which forks, holds the mutex for the fork.
+constinit thread_local bool isHoldingForFork = false;
 
 // Built at load: a child of fork() could not wait for another thread to finish it.
 [[maybe_unused]] nxExchangeRateConverter const& builtAtLoad = nxExchangeRateConverter::GetInstance();
@@ -22,21 +29,39 @@ nxExchangeRateConverter& nxExchangeRateConverter::GetInstance()
 
 nxExchangeRateConverter* nxExchangeRateConverter::_Create()
 {
+    // A fork lets those finish who are inside for a moment. Whoever holds the mutex across calls may want, meanwhile,
+    // what the fork has locked already, such as the log: he is not waited for, and the child has a mutex made anew.
     auto const close = []
     {
-        if (!isHolding)
+        constexpr int patience = 100;
+        for (int attempt = 0; attempt < patience && !isHolding && !isHoldingForFork; ++attempt)
         {
-            (void)GetInstance()._mutex.Lock();
+            isHoldingForFork = GetInstance()._mutex.TryLock().IsOK();
+            if (!isHoldingForFork)
+            {
+                std::this_thread::yield();
+            }
         }
     };
     auto const open = []
     {
-        if (!isHolding)
+        if (std::exchange(isHoldingForFork, false))
         {
             (void)GetInstance()._mutex.Unlock();
         }
     };
-    (void)pthread_atfork(close, open, open);
+    auto const openInChild = []
+    {
+        if (!isHolding && !std::exchange(isHoldingForFork, false))
+        {
+            new (&GetInstance()._mutex) nxMutex;
+        }
+        else if (!isHolding)
+        {
+            (void)GetInstance()._mutex.Unlock();
+        }
+    };
+    (void)pthread_atfork(close, open, openInChild);
     return new nxExchangeRateConverter;
 }
 

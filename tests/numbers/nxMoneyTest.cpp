@@ -1,6 +1,7 @@
 // Amounts with a currency, ratios and exchange rates: what mixes, how they compare, their texts, who owns a rate, and
 // the process's one converter.
 #include "core/numbers/nxMoney.h"
+#include "core/logging/nxLogSite.h"
 #include "core/numbers/nxExchangeRateConverter.h"
 #include "core/numbers/nxRatio.h"
 #include "core/text/nxStringHelper.h"
@@ -306,6 +307,7 @@ TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
             converter.Lock();
             isHeld = true;
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            NX_LOG(NX_INF, "a host may log while it holds the rates"); // and a fork has locked the log
             converter.Unlock();
         });
     while (!isHeld)
