@@ -107,15 +107,4 @@ TEST_F(nxFileLogDeviceName, MakesOneLevelAndFallsBack)
               "Failed to create directory " + _directory + "/no/parent, errno: 2\n");
 }
 
-TEST_F(nxFileLogDeviceName, CreateIsRefusedWhileAFileIsOpen)
-{
-    nxFileLogDevice& device = nxFileLogDevice::GetInstance();
-    nxValueWrapper<unsigned long long, -1, -2> const noLimit;
-    EXPECT_TRUE(device.Create(noLimit));
-    EXPECT_FALSE(device.Create(noLimit));
-    EXPECT_TRUE(device.Destroy().IsOK());
-    EXPECT_TRUE(device.Create(noLimit)); // the same name in the same second: what was in it is gone
-    EXPECT_TRUE(device.Destroy().IsOK());
-}
-
 } // namespace

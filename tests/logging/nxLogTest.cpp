@@ -1,4 +1,4 @@
-// What a statement adds for each kind of value, who owns its texts, and how a dump of memory looks.
+// What a statement adds for each kind of value, and who owns its texts. The fuzz target of statements holds dumps.
 
 #include "core/logging/nxLogSite.h"
 #include "core/logging/nxPrintable.h"
@@ -181,47 +181,9 @@ TEST(nxLogStatement, MovesItsTextsToACopy)
     EXPECT_STREQ(empty->GetSourceFile(), "file");
 }
 
-TEST(nxLogStatement, RecycledStringsAreEmptyAndRoomy)
-{
-    for (int i = 0; i < 200; ++i)
-    {
-        nxLog log(NX_INF, "file", 1);
-        ASSERT_EQ(*log.GetLogEntry(), "");
-        ASSERT_GE(log.GetLogEntry()->capacity(), 256u);
-        log << std::string(static_cast<std::size_t>(i) * 50, 'x');
-        std::unique_ptr<nxLog> const copy(log.CreateCopyWithOwnershipTransfer());
-    }
-}
-
 class nxLogDump : public nxRecordingTest
 {
 };
-
-TEST_F(nxLogDump, PadsThePartialLine)
-{
-    EXPECT_TRUE(nxLog::LogBufferAsHex("ab\x01"
-                                      "d\x80",
-                                      5, 4, 100, '.', true)
-                    .IsOK());
-    std::vector<std::string> const expected = {
-        "Dumping memory as hex and ascii. At most 400 bytes of data will be dumped",
-        "61 62 01 64  ab|d",
-        "80 " + std::string(9, ' ') + " ." + std::string(3, ' '),
-    };
-    EXPECT_EQ(Messages(), expected);
-}
-
-TEST_F(nxLogDump, EndsAtItsLimit)
-{
-    std::string const bytes(10, '\x7f');
-    EXPECT_TRUE(nxLog::LogBufferAsHex(bytes.data(), bytes.size(), 2, 3, '?', false).IsOK());
-    EXPECT_EQ(Messages().size(), 4u);
-    EXPECT_EQ(Messages().back(), "7F 7F  ??");
-    // The product is cut to 32 bits, here to 0.
-    Clear();
-    EXPECT_TRUE(nxLog::LogBufferAsHex(bytes.data(), bytes.size(), 65536, 65536, '?', false).IsOK());
-    EXPECT_EQ(Messages().size(), 1u);
-}
 
 TEST_F(nxLogDump, RefusesNothingToDump)
 {
