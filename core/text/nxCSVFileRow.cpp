@@ -26,10 +26,11 @@ std::size_t FindSeparators(char const* window, std::size_t size, char separator,
 }
 
 /// Takes columns back that were added when memory ran out for the next one.
+template <typename Columns>
 class AddedColumns
 {
 public:
-    explicit AddedColumns(std::vector<std::string>& columns) : _columns(columns), _before(columns.size())
+    explicit AddedColumns(Columns& columns) : _columns(columns), _before(columns.size())
     {
     }
     ~AddedColumns()
@@ -48,7 +49,7 @@ public:
     }
 
 private:
-    std::vector<std::string>& _columns;
+    Columns& _columns;
     std::size_t const _before;
     bool _areKept = false;
 };
