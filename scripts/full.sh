@@ -27,7 +27,7 @@ suite() {
   local result=held
   ./test "$@" >"$log" 2>&1 || { result=FAILED failed=1; }
   local summary
-  summary=$(grep -E "tests passed|programs, " "$log" | tail -1)
+  summary=$(grep -E "tests passed|[0-9] runs, " "$log" | tail -1)
   echo "$number $name: ${summary:-no result}, $(($(date +%s) - start)) s${result/held/}"
   [ "$result" = held ] || grep -E "^\s+[0-9]+ - |^== " "$log" | head -20
   rm -f "$log"
@@ -39,11 +39,12 @@ configure_and_build release || exit 2
 faults=build/release/tests/faults
 
 suite F2 "suite, clang's address and undefined-behaviour sanitizers" -asan
+suite F2 "suite, g++ -O0, its sanitizers and the standard library's debug mode" -checked
 suite F2 "suite, static library" -static
 suite F3 "suite, thread sanitizer" -tsan
-if wanted F3 && [ -x build/tsan/tests/faults/nxcore_faults ]; then
-  echo -n "under the thread sanitizer: " && figure F3 build/tsan/tests/faults/nxcore_faults soak
-fi
+for figure in soak pool; do
+  wanted F3 && echo -n "F3 under the thread sanitizer: " && figure F3 build/tsan/tests/faults/nxcore_faults $figure full
+done
 suite F4 "suite under memcheck" -valgrind
 figure F5 "$faults/nxcore_faults_allocation" full
 figure F6 "$faults/nxcore_faults_calls" full
@@ -52,8 +53,9 @@ for figure in F7:disk-full F8:signals F9:soak F10:nemesis F11:exit F12:fork F13:
 done
 notRun F16 "zones against a second calendar, every quarter of an hour from 1970 to 2105" "there is no program for it yet; the suite holds six zones against the C library, at random moments and near each change"
 notRun F19 "vocabulary from a constructor of another library" "there is no program for it yet; the suite holds all rows against the record, and F2 does so on the static library"
+figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
-notRun F23 "suite 200 times, shuffled and beside load" "it takes hours; ctest --repeat until-fail:200 --schedule-random does it"
+suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
 
 echo "on $(nproc) cores of $(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(uname -sr), $(g++ --version | head -1), $(date +%F)"
 exit $failed

@@ -97,35 +97,6 @@ extern "C" void free(void* block)
     liveBlocks -= block != nullptr;
     __libc_free(block);
 }
-#elif NX_ADDRESS_SANITIZER
-void* operator new(std::size_t size)
-{
-    void* const block = Fails() ? nullptr : std::malloc(size);
-    if (block == nullptr)
-    {
-        throw std::bad_alloc();
-    }
-    ++liveBlocks;
-    return block;
-}
-
-void* operator new(std::size_t size, std::nothrow_t const&) noexcept
-{
-    void* const block = Fails() ? nullptr : std::malloc(size);
-    liveBlocks += block != nullptr;
-    return block;
-}
-
-void operator delete(void* block) noexcept
-{
-    liveBlocks -= block != nullptr;
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept
-{
-    operator delete(block);
-}
 #endif
 
 namespace
@@ -489,9 +460,9 @@ unsigned int StarveTheWriter(unsigned int rounds, files::path const& directory)
 int main(int argumentCount, char** argumentValues)
 {
     isFull = argumentCount > 1 && argumentValues[1] == std::string_view("full");
-    if (underThreadSanitizer)
+    if (underSanitizer)
     {
-        NotRun("F5 want of memory: not run, the sanitizer has an operator new of its own");
+        NotRun("F5 want of memory: not run, the sanitizer has an allocator of its own");
     }
     auto const start = Clock::now();
     static Directory const directory;

@@ -59,7 +59,7 @@ int Run(Arguments const& arguments)
 
 bool Show()
 {
-    unsigned int const exits = Trials(300, 10000);
+    unsigned int const exits = Trials(300, 5000);
     constexpr double longest = 2.0;
     auto const start = Clock::now();
     Chance chance(11);

@@ -35,7 +35,7 @@ std::map<std::string, Figure const*>& Figure::All()
 
 unsigned int Trials(unsigned int quick, unsigned int full)
 {
-    return isFull ? full : underSanitizer ? std::max(quick / 10, 1u) : quick;
+    return underSanitizer ? (isFull ? quick : std::max(quick / 10, 1u)) : isFull ? full : quick;
 }
 
 double SecondsSince(Clock::time_point start)

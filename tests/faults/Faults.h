@@ -35,7 +35,8 @@ struct Figure
     Host const host;
 };
 
-/// How many trials: `isFull` tells whether it is before a release; sanitizers get by with a tenth of the quick ones.
+/// How many trials: `isFull` tells whether it is before a release. A sanitizer, which slows all down, gets by with the
+/// quick ones then, and with a tenth of them otherwise.
 unsigned int Trials(unsigned int quick, unsigned int full);
 extern bool isFull;
 

@@ -150,7 +150,7 @@ bool Show()
     {
         NotRun("F12 fork: not run, the locks of the sanitizer's allocator stay as a fork finds them");
     }
-    unsigned int const children = Trials(200, 10000);
+    unsigned int const children = Trials(200, 5000);
     auto const start = Clock::now();
     Directory const directory;
     Host host(directory.path, {"fork", std::to_string(children)}, {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}});

@@ -85,7 +85,7 @@ void LockAfterDeath(Shared& shared, Tally& tally)
 
 bool Show()
 {
-    unsigned int const kills = Trials(300, 50000);
+    unsigned int const kills = Trials(300, 10000);
     auto const start = Clock::now();
     void* const region =
         mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);

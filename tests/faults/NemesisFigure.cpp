@@ -289,7 +289,7 @@ int Run(Arguments const&)
 
 bool Show()
 {
-    unsigned int const kills = Trials(100, 10000);
+    unsigned int const kills = Trials(100, 2000);
     auto const start = Clock::now();
     SmallDisk const disk(16 << 20);
     Directory const directory;

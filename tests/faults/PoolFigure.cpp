@@ -12,25 +12,34 @@
 namespace
 {
 
-/// Counts, and may push one more of its kind.
-class Counting : public nxFunctor
+/// What functors note.
+struct Notes
+{
+    std::atomic<unsigned int> count = 0;
+    std::atomic<unsigned int> disordered = 0; ///< functors whose number is not how many ran before
+};
+
+/// Notes that it was run, and may push one more of its kind.
+class Noting : public nxFunctor
 {
 public:
-    Counting(std::atomic<unsigned int>& count, nxFunctorQueue* next) : _count(count), _next(next)
+    Noting(Notes& notes, unsigned int number, nxFunctorQueue* next)
+        : _notes(notes), _number(number), _next(next)
     {
     }
 
 private:
     void _Invoke() override
     {
-        ++_count;
+        _notes.disordered += _number != _notes.count++;
         if (_next != nullptr)
         {
-            (void)_next->Push(new Counting(_count, nullptr));
+            (void)_next->Push(new Noting(_notes, 0, nullptr));
         }
     }
 
-    std::atomic<unsigned int>& _count;
+    Notes& _notes;
+    unsigned int _number;
     nxFunctorQueue* _next;
 };
 
@@ -51,12 +60,12 @@ public:
 /// @return how long the stop took, in seconds.
 double StopOnce(unsigned int workers, bool isBusy)
 {
-    std::atomic<unsigned int> count = 0;
+    Notes notes;
     DrainedQueue queue;
     queue.Create(new nxFunctorThreadPool(workers));
     for (unsigned int i = 0; isBusy && i < 50; ++i)
     {
-        (void)queue.Push(new Counting(count, i % 5 == 0 ? &queue : nullptr));
+        (void)queue.Push(new Noting(notes, i, i % 5 == 0 ? &queue : nullptr));
     }
     auto const start = Clock::now();
     (void)queue.Stop();
@@ -80,36 +89,38 @@ bool Stops(unsigned int stops, double slowestAllowed)
                   slowest * 1000.0);
 }
 
-bool EachOnce(unsigned int functors, unsigned int workers)
+/// Half of the functors are pushed by others, where order is not looked at.
+bool EachOnce(unsigned int functors, unsigned int workers, bool isOrdered)
 {
     constexpr unsigned int mostWaiting = 100000;
     auto const start = Clock::now();
-    std::atomic<unsigned int> count = 0;
+    Notes notes;
     DrainedQueue queue;
     queue.Create(new nxFunctorThreadPool(workers));
-    for (unsigned int i = 0; i < functors / 2; ++i)
+    for (unsigned int i = 0; i < (isOrdered ? functors : functors / 2); ++i)
     {
-        (void)queue.Push(new Counting(count, &queue));
+        (void)queue.Push(new Noting(notes, i, isOrdered ? nullptr : &queue));
         while (queue.Size() > mostWaiting)
         {
             std::this_thread::yield();
         }
     }
-    while (count < functors && SecondsSince(start) < 300.0)
+    while (notes.count < functors && SecondsSince(start) < 300.0)
     {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     (void)queue.Stop();
-    return Report(start, count == functors,
-                  "F14 functors on %u workers, half of them pushed by others: %u of %u run", workers,
-                  count.load(), functors);
+    bool const isKept = notes.count == functors && (!isOrdered || notes.disordered == 0);
+    return Report(start, isKept, "F14 functors, %u worker(s), %s: %u of %u run", workers,
+                  isOrdered ? "in order" : "half of them pushed by others", notes.count.load(), functors);
 }
 
 bool Show()
 {
     // Beside other tests, the quick one looks for hangs only.
-    bool const isPrompt = Stops(Trials(300, 100000), isFull ? 0.5 : 10.0);
-    return EachOnce(Trials(100000, 10000000), 4) && isPrompt;
+    bool const isPrompt = Stops(Trials(300, 10000), isFull ? 0.5 : 10.0);
+    bool const isComplete = EachOnce(Trials(100000, 10000000), 4, false);
+    return EachOnce(Trials(50000, 1000000), 1, true) && isComplete && isPrompt;
 }
 
 Figure const figure("pool", Show);

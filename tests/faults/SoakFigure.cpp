@@ -2,10 +2,12 @@
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
+#include "tests/Sanitizer.h"
 #include "tests/faults/Faults.h"
 
 #include <thread>
 
+#include <sys/mount.h>
 #include <unistd.h>
 
 namespace
@@ -41,8 +43,8 @@ bool RunSoak(Soak const& soak)
 bool ShowSoak()
 {
     constexpr unsigned long long megabyte = 1 << 20;
-    bool const isKept = RunSoak(
-        {"soak", isFull ? 16u : 8u, Trials(100000, 1000000), (isFull ? 64 : 8) * megabyte, "yes", "NO"});
+    unsigned long long const fileSize = (underSanitizer ? 1 : isFull ? 64 : 8) * megabyte;
+    bool const isKept = RunSoak({"soak", isFull ? 16u : 8u, Trials(100000, 1000000), fileSize, "yes", "NO"});
     return RunSoak({"soak, each line flushed,", 4, Trials(5000, 50000), 0, "no", "YES"}) && isKept;
 }
 
@@ -71,47 +73,80 @@ int RunSoakHost(Arguments const& arguments)
     return 0;
 }
 
-bool ShowFullDisk()
+/// Runs a host that meets trouble with its disk. @param lines  what it logs.
+bool RunDiskHost(char const* trouble, files::path const& disk, unsigned int rounds, unsigned int lines)
 {
-    unsigned int const rounds = Trials(20, 1000);
     auto const start = Clock::now();
-    SmallDisk const disk(8 << 20);
-    if (!disk.isMounted)
-    {
-        NotRun("F7 disk full for moments: not run, this user may not mount a small disk");
-    }
-    Host host(disk.path, {"disk-full", std::to_string(rounds)}, {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}});
+    Host host(disk, {"disk-full", trouble, std::to_string(rounds)},
+              {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}});
     bool const hasEnded = host.Wait(200.0) == 0;
-    LogCount const count = CountLog(disk.path);
-    constexpr unsigned int linesOfRound = 55;
-    unsigned int const lost = count.Lost(1, rounds * linesOfRound);
-    return Report(start, hasEnded && lost + count.Faults() == 0,
-                  "F7 disk full for moments, %u rounds: %u of %u lost, %u torn%s", rounds, lost,
-                  rounds * linesOfRound, count.torn + count.tornLast,
+    LogCount const count = CountLog(disk);
+    unsigned int const lost = count.Lost(1, lines);
+    return Report(start, hasEnded && lost + count.Faults() == 0, "F7 %s, %u rounds: %u of %u lost, %u torn%s",
+                  trouble, rounds, lost, lines, count.torn + count.tornLast,
                   hasEnded ? "" : ", host did not end well");
 }
 
-int RunDiskHost(Arguments const& arguments)
+bool ShowFullDisk()
 {
-    unsigned int line = 0;
-    auto const log = [&line](unsigned int lines)
+    Directory const directory;
+    bool isKept = RunDiskHost("/dev/full as the file", directory.path, 1, 1000);
+    SmallDisk const disk(8 << 20);
+    SmallDisk const tiny(32 << 10);
+    if (!disk.isMounted || !tiny.isMounted)
     {
-        LogLines(0, lines, line);
-        line += lines;
-        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    };
-    LogToFile();
-    for (unsigned int round = 0; round < Number(arguments.at(0)); ++round)
-    {
-        FillDisk("ballast");
-        log(50);
-        (void)unlink("ballast");
-        log(5);
+        NotRun("F7 disk full for moments: not run, this user may not mount a small disk");
     }
-    return 0;
+    unsigned int const rounds = Trials(20, 1000);
+    isKept = RunDiskHost("disk full for moments", disk.path, rounds, 55 * rounds) && isKept;
+    return RunDiskHost("disk of 32 KiB that grows in the end", tiny.path, 1, 2000) && isKept;
+}
+
+/// Logs lines that follow on those before, and lets the writer try.
+void LogMore(unsigned int lines)
+{
+    static unsigned int logged = 0;
+    LogLines(0, lines, logged);
+    logged += lines;
+    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+}
+
+// Arguments: the trouble, rounds.
+int BeDiskHost(Arguments const& arguments)
+{
+    char const trouble = arguments.at(0)[0];
+    if (trouble == '/')
+    {
+        // The file has the name that the device is about to take, and takes nothing; the next one is a file as usual.
+        std::string const name = nxFileLogDevice::GenerateFileName(".log", false, 1, true, true);
+        files::create_symlink("/dev/full", name);
+        LogToFile();
+        LogMore(900);
+        files::remove(name);
+        (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+        LogMore(100);
+        return 0;
+    }
+    LogToFile();
+    if (arguments.at(0) == "disk full for moments")
+    {
+        for (unsigned int round = 0; round < Number(arguments.at(1)); ++round)
+        {
+            FillDisk("ballast");
+            LogMore(50);
+            (void)unlink("ballast");
+            LogMore(5);
+        }
+        return 0;
+    }
+    for (unsigned int i = 0; i < 20; ++i)
+    {
+        LogMore(100);
+    }
+    return mount(nullptr, files::current_path().c_str(), nullptr, MS_REMOUNT, "size=1m");
 }
 
 Figure const soakFigure("soak", ShowSoak, RunSoakHost);
-Figure const diskFigure("disk-full", ShowFullDisk, RunDiskHost);
+Figure const diskFigure("disk-full", ShowFullDisk, BeDiskHost);
 
 } // namespace

@@ -184,7 +184,7 @@ bool ShowSignals()
         auto const start = Clock::now();
         Directory const directory;
         unsigned int const lines = Trials(20000, 200000);
-        Host host(directory.path, {"signals", isFull ? "60" : "2", isFull ? "5" : "0", std::to_string(lines)},
+        Host host(directory.path, {"signals", isFull ? "30" : "2", isFull ? "5" : "0", std::to_string(lines)},
                   {{"KVT_LOG_FORCE_FLUSH", forceFlush}});
         std::optional<int> const code = host.Wait(600.0);
         LogCount const count = CountLog(directory.path);
@@ -261,7 +261,7 @@ bool Treat(Connection& connection, Manner manner)
 
 bool ShowPeers()
 {
-    double const seconds = isFull ? 300.0 : 2.0;
+    double const seconds = isFull ? 60.0 : 2.0;
     constexpr unsigned int crowd = 1200;
     auto const start = Clock::now();
     (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1); // peers that reset are logged
