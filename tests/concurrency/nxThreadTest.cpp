@@ -4,20 +4,17 @@
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/concurrency/nxSemaphore.h"
 #include "core/concurrency/nxThreadIndex.h"
+#include "tests/Sanitizer.h"
 #include "tests/concurrency/RunTogether.h"
+#include "tests/concurrency/SharedMemory.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <type_traits>
 #include <utility>
-#include <vector>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 static_assert(!std::is_copy_constructible_v<nxThread> && std::has_virtual_destructor_v<nxThread>);
 static_assert(!std::is_convertible_v<nxThread*, nxNonCopyable*>);
@@ -25,17 +22,6 @@ static_assert(!std::is_default_constructible_v<nxThreadIndex>);
 
 namespace
 {
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define NX_THREAD_SANITIZER
-#endif
-#endif
-#if defined(NX_THREAD_SANITIZER) || defined(__SANITIZE_THREAD__)
-constexpr bool underThreadSanitizer = true;
-#else
-constexpr bool underThreadSanitizer = false;
-#endif
-
 class Thread : public nxThread
 {
 public:
@@ -112,18 +98,14 @@ TEST(nxThread, ASystemWithoutRoomIsAResourceError)
 
 TEST(nxThread, SleepsWholeMilliseconds)
 {
-    auto const timeOf = [](unsigned int microseconds)
-    {
-        auto const start = std::chrono::steady_clock::now();
-        nxThread::Sleep(microseconds);
-        return std::chrono::steady_clock::now() - start;
-    };
-    EXPECT_GE(timeOf(20999), std::chrono::milliseconds(20));
+    auto const start = std::chrono::steady_clock::now();
+    nxThread::Sleep(20999);
+    auto const first = std::chrono::steady_clock::now();
+    EXPECT_GE(first - start, std::chrono::milliseconds(20));
     // A hundred sleeps of no length: were 999 rounded up, they would take 100 ms.
-    auto total = timeOf(0);
     for (int sleep = 0; sleep < 100; ++sleep)
-        total += timeOf(999);
-    EXPECT_LT(total, std::chrono::milliseconds(90));
+        nxThread::Sleep(999);
+    EXPECT_LT(std::chrono::steady_clock::now() - first, std::chrono::milliseconds(90));
 }
 
 TEST(nxThread, ThreadsHaveTheSystemsNumbers)
@@ -166,32 +148,14 @@ TEST(nxThreadIndex, CanBeAskedForInAForkedChild)
     {
         std::this_thread::yield();
     }
-    pid_t const child = fork();
-    if (child == 0)
+    auto const lock = []
     {
         alarm(10); // a child that hangs ends by this
         nxMutexGuard guard(nxThreadIndex::_nextIndexMutex);
-        _exit(0);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+        return 0;
+    };
+    EXPECT_EQ(RunInChild(lock), 0);
     holder.join();
-}
-
-TEST(nxThreadIndex, IsDistinctUnderContention)
-{
-    constexpr int threads = 8;
-    std::vector<unsigned int> indices(threads);
-    nxBarrier start(threads);
-    RunTogether(threads,
-                [&](int thread)
-                {
-                    (void)start.Wait();
-                    indices[static_cast<std::size_t>(thread)] = nxThreadIndex::GetIndexOfCurrentThread();
-                });
-    std::sort(indices.begin(), indices.end());
-    EXPECT_EQ(std::adjacent_find(indices.begin(), indices.end()), indices.end());
 }
 
 TEST(nxBarrier, HoldsBackUntilAllHaveArrived)

@@ -1,7 +1,6 @@
-// Where log files lie and how they are named.
+// Where log files lie. The fuzz target of statements holds how they are named.
 
 #include "core/logging/nxLogDevice.h"
-#include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 
 #include <gtest/gtest.h>
@@ -25,13 +24,10 @@ protected:
         std::string name = (files::temp_directory_path() / "nxlogXXXXXX").string();
         _directory = mkdtemp(name.data());
         SetDirectory(_directory + "/log");
-        nxApplicationData::SetApplicationName("server");
-        nxApplicationData::SetApplicationInstanceName("inst");
     }
 
     ~nxFileLogDeviceName() override
     {
-        nxApplicationData::SetApplicationInstanceName("");
         SetDirectory("");
         std::error_code error;
         files::remove_all(_directory, error);
@@ -50,35 +46,6 @@ protected:
 
     std::string _directory;
 };
-
-TEST_F(nxFileLogDeviceName, JoinsWhatIsAskedFor)
-{
-    nxDateTime const time(2026, 11, 15, 9, 30, 0, 0); // its day has no part in the directory
-    std::string const process = std::to_string(nxApplicationData::GetProcessID());
-    struct
-    {
-        bool addSequence;
-        bool addTime;
-        bool addProcessID;
-        std::string name;
-    } const rows[] = {
-        {false, false, false, "server_inst.log"},
-        {false, true, true, "server_inst_093000_" + process + ".log"},
-        {true, true, true, "server_inst_093000_" + process + "_7.log"},
-        {true, false, false, "server_inst_7.log"},
-    };
-    for (auto const& row : rows)
-    {
-        EXPECT_EQ(nxFileLogDevice::GenerateFileName(".log", row.addSequence, 7, time, row.addTime,
-                                                    row.addProcessID),
-                  Today() + row.name);
-    }
-    nxApplicationData::SetApplicationInstanceName("");
-    EXPECT_EQ(nxFileLogDevice::GenerateFileName(".txt", true, 1, time, false, false),
-              Today() + "server_1.txt");
-    EXPECT_EQ(nxFileLogDevice::GenerateFileName("", false, 1, true, false),
-              Today() + "server_" + nxApplicationData::GetStartTime().GetAsString("%H%M%S"));
-}
 
 TEST_F(nxFileLogDeviceName, MakesOneLevelAndFallsBack)
 {

@@ -63,20 +63,11 @@ TEST(nxLogText, OfEachKindOfValue)
         {Text('A'), "65"}, // a number, not a character
         {Text(static_cast<char>(-1)), "-1"},
         {Text(static_cast<unsigned char>(255)), "255"},
-        {Text(static_cast<short>(SHRT_MIN)), "-32768"},
-        {Text(static_cast<unsigned short>(65535)), "65535"},
         {Text(INT_MIN), "-2147483648"},
-        {Text(UINT_MAX), "4294967295"},
-        {Text(LONG_MIN), "-9223372036854775808"},
-        {Text(ULONG_MAX), "18446744073709551615"},
         {Text(LLONG_MIN), "-9223372036854775808"},
         {Text(ULLONG_MAX), "18446744073709551615"},
-        {Text(0), "0"},
         {Text(true, false), "TRUEFALSE"},
         {Text(1.5), "1.5"},
-        {Text(2.0), "2"},
-        {Text(0.1), "0.1"},
-        {Text(1.5f), "1.5"},
         {Text(1e10), "1.000000e+10"},
         {Text(2147483647.0), "2147483647"},
         {Text(-1e-12), "-0"},
@@ -86,13 +77,11 @@ TEST(nxLogText, OfEachKindOfValue)
         {Text("x", static_cast<char const*>(nullptr), "y"), "xy"},
         {Text(UserID()), "NULL"},
         {Text(UserID(UserID::noChangeValue)), "NO_CHANGE"},
-        {Text(UserID(17)), "17"},
         {Text(nxDecimal("-12.50", '.')), "-12.50"},
         {Text(nxDecimal(nxNullInitalizer())), "NULL"},
         {Text(nxDecimal(nxNoChangeInitalizer())), "NO_CHANGE"},
         {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum(NX_USD))), "100.50USD"},
         {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum())), "100.50???"},
-        {Text(nxMoney::GetNullMoney()), "NULL"},
         {Text(time), "15 Nov 2026 09:30:05.123456"},
         {Text(nxDateTime(nxNullInitalizer())), "NULL"},
         {Text(nxBuySellEnum(NX_BUY)), "BUY"},
@@ -141,19 +130,6 @@ TEST(nxLogStatement, CarriesItsSite)
     EXPECT_EQ(stamp.GetAsTimeValue(), log.GetTimeStamp().GetAsTimeValue());
     EXPECT_EQ(stamp.GetNanoseconds(), log.GetTimeStamp().GetNanoseconds());
     EXPECT_GT(stamp.GetAsTimeValue(), 0);
-}
-
-TEST(nxLogStatement, TakesUserAndApplicationWithoutText)
-{
-    nxLog log(NX_INF, "file", 1);
-    log << nxLog::nxLogSourceApplicationDestUserID(UserID(5), "first")
-        << nxLog::nxLogDestinationUserID(UserID(6));
-    EXPECT_EQ(log.GetDestinationUserID().GetValue(), 6u);
-    EXPECT_EQ(*log.GetSourceApplication(), "first");
-    log << nxLog::nxLogSourceApplicationDestUserID(UserID(7), "second");
-    EXPECT_EQ(log.GetDestinationUserID().GetValue(), 7u);
-    EXPECT_EQ(*log.GetSourceApplication(), "second");
-    EXPECT_EQ(*log.GetLogEntry(), "");
 }
 
 TEST(nxLogStatement, MovesItsTextsToACopy)

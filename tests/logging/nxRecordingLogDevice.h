@@ -29,8 +29,8 @@ public:
             nxMutexGuard guard(_mutex);
             _messages.push_back(message);
             _levels.push_back(log.GetLogLevel().GetValue());
+            _calls.push_back(message);
         }
-        _Add(message);
         if (onWrite)
         {
             onWrite(message);
@@ -44,21 +44,18 @@ public:
 
     std::vector<std::string> Messages()
     {
-        nxMutexGuard guard(_mutex);
-        return _messages;
+        return _Copy(_messages);
     }
 
     std::vector<unsigned int> Levels()
     {
-        nxMutexGuard guard(_mutex);
-        return _levels;
+        return _Copy(_levels);
     }
 
     /// Messages, flushes and the end, in order.
     std::vector<std::string> Calls()
     {
-        nxMutexGuard guard(_mutex);
-        return _calls;
+        return _Copy(_calls);
     }
 
     void Clear()
@@ -76,6 +73,13 @@ private:
     {
         nxMutexGuard guard(_mutex);
         _calls.push_back(call);
+    }
+
+    template <typename Values>
+    Values _Copy(Values const& values)
+    {
+        nxMutexGuard guard(_mutex);
+        return values;
     }
 
     nxMutex _mutex;
