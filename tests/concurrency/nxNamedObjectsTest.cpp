@@ -44,22 +44,14 @@ int TakeAll(nxWindowsSemaphore& semaphore)
     return taken;
 }
 
-[[noreturn]] void SleepForEver()
-{
-    while (true)
-        pause();
-}
-
-// The body of a started process, which locks a mutex, and perhaps holds it; or opens a semaphore or takes all.
+// The body of a started process, which locks a mutex, or opens a semaphore and takes all or stays.
 int PlayRole(std::string_view role, std::string const& name)
 {
-    if (role == "hold" || role == "lock")
+    if (role == "lock")
     {
         nxWindowsMutex mutex(name);
         (void)mutex.Lock();
         Say(role[0]);
-        if (role == "hold")
-            SleepForEver();
         (void)mutex.Unlock();
         return 0;
     }
@@ -79,7 +71,7 @@ int PlayRole(std::string_view role, std::string const& name)
     }
     nxWindowsSemaphore semaphore(name, 4, 5);
     Say(role[0]);
-    SleepForEver();
+    return pause();
 }
 
 class OtherProcess
