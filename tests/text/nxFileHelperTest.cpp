@@ -56,18 +56,9 @@ TEST(nxFileHelper, TakesWidePathsAsUTF8)
         std::wstring(place.Path().begin(), place.Path().end()) + L"\u00E4\u20AC\U0001F4C8";
     EXPECT_TRUE(nxFileHelper::CreateDirectoryA(wide));
     EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(wide));
-    EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(narrow));
-    testing::internal::CaptureStdout();
-    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(wide));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "Failed to create directory " + narrow + ", errno: 17\n");
     EXPECT_EQ(::rmdir(narrow.c_str()), 0);
-
-    std::wstring const noCharacter = std::wstring(1, static_cast<wchar_t>(0xD800));
-    testing::internal::CaptureStdout();
-    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(noCharacter));
-    EXPECT_NE(testing::internal::GetCapturedStdout().find("\xEF\xBF\xBD"), std::string::npos);
-    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(noCharacter));
+    EXPECT_FALSE(
+        nxFileHelper::DoesDirectoryExist(std::wstring(1, static_cast<wchar_t>(0xD800)))); // no character
 }
 
 TEST(nxFileHelperLastLine, ComesWithoutItsEnd)

@@ -36,24 +36,6 @@ T Parsed(std::string const& text, T old, bool accepted)
     return old;
 }
 
-/// The digits gathered in doubles one by one: what the parser's result is bound to.
-double GatheredInDoubles(std::string const& text)
-{
-    double value = 0.0;
-    double divisor = 0.0; // none before the point
-    for (char const c : text)
-    {
-        if (c == '.')
-        {
-            divisor = 1.0;
-            continue;
-        }
-        value = value * 10.0 + (c - '0');
-        divisor *= 10.0;
-    }
-    return value / divisor;
-}
-
 } // namespace
 
 TEST(nxStringHelperText, WholeNumbers)
@@ -70,11 +52,6 @@ TEST(nxStringHelperText, WholeNumbers)
     ExpectText(4294967295u, "4294967295");
     ExpectText(std::numeric_limits<unsigned long long>::max(), "18446744073709551615");
     EXPECT_EQ(nxStringHelper::GetAsString(-7l), "-7");
-    for (unsigned long long power = 1; power < 1000000000000000000ull; power *= 10)
-    {
-        ExpectText(power, std::to_string(power).c_str());
-        ExpectText(power - 1, std::to_string(power - 1).c_str());
-    }
 }
 
 TEST(nxStringHelperText, OtherValues)
@@ -119,38 +96,12 @@ TEST(nxStringHelperText, Doubles)
     (void)nxStringHelper::GetAsString(infinity - infinity); // any text, no undefined cast
 }
 
-// The text is that of "%.9f" without its trailing zeros where the steps lose nothing.
-TEST(nxStringHelperText, DoublesAgainstTheCLibrary)
+TEST(nxStringHelperParse, WholeNumbers)
 {
-    std::mt19937_64 random(1);
-    for (int i = 0; i < 200000; ++i)
-    {
-        // A multiple of 2^-20, of which 10^9 times is exact in a double.
-        double const value =
-            static_cast<double>(static_cast<long long>(random() >> 24) - (1ll << 39)) / 1048576.0;
-        char buffer[64];
-        std::snprintf(buffer, sizeof(buffer), "%.9f", value);
-        std::string expected(buffer);
-        expected.erase(expected.find_last_not_of('0') + 1);
-        nxStringHelper::RightTrim(expected, ".");
-        ASSERT_EQ(nxStringHelper::GetAsString(value), expected);
-    }
-}
-
-TEST(nxStringHelperParse, Unsigned)
-{
-    EXPECT_EQ(Parsed("0042", 7u, true), 42u);
-    EXPECT_EQ(Parsed("4294967295", 7u, true), 4294967295u);
-    EXPECT_EQ(Parsed("4294967296", 7u, true), 0u); // wraps
+    EXPECT_EQ(Parsed("4294967296", 7u, true), 0u); // wraps, here and below
     EXPECT_EQ(Parsed("65537", static_cast<unsigned short>(7), true), 1);
-    EXPECT_EQ(Parsed("18446744073709551616", 7ull, true), 0ull);
-    EXPECT_EQ(Parsed(std::string("\0", 1), 7u, true), 0u);
-    EXPECT_EQ(Parsed(std::string("12\0x", 4), 7u, true), 12u);
-    for (char const* text : {"", "-", "-1", "+1", " 1", "1 ", "1.0", "1a", "0x1", "\xB2"})
-    {
-        EXPECT_EQ(Parsed(text, 7u, false), 7u);
-        EXPECT_EQ(Parsed(text, 7ull, false), 7ull);
-    }
+    EXPECT_EQ(Parsed("2147483648", 7, true), std::numeric_limits<int>::min());
+    EXPECT_EQ(Parsed("-1", 7u, false), 7u);
 
     unsigned int value = 7; // a view is read by its length
     EXPECT_TRUE(nxStringHelper::SetFromStringView(std::string_view("123456", 3), value).IsOK());
@@ -158,22 +109,6 @@ TEST(nxStringHelperParse, Unsigned)
          {std::string_view("12\0", 3), std::string_view(""), std::string_view("-1")})
         EXPECT_FALSE(nxStringHelper::SetFromStringView(text, value).IsOK());
     EXPECT_EQ(value, 123u);
-}
-
-TEST(nxStringHelperParse, Signed)
-{
-    EXPECT_EQ(Parsed("-0", 7, true), 0);
-    EXPECT_EQ(Parsed("-2147483648", 7, true), std::numeric_limits<int>::min());
-    EXPECT_EQ(Parsed("2147483648", 7, true), std::numeric_limits<int>::min()); // wraps
-    EXPECT_EQ(Parsed("-32769", static_cast<short>(7), true), 32767);
-    EXPECT_EQ(Parsed("-9223372036854775808", 7ll, true), std::numeric_limits<long long>::min());
-    EXPECT_EQ(Parsed(std::string("\0", 1), 7, true), 0);
-    for (char const* text : {"", "-", "--1", "+1", " 1", "1-", "1.5"})
-    {
-        EXPECT_EQ(Parsed(text, 7, false), 7);
-        EXPECT_EQ(Parsed(text, static_cast<short>(7), false), 7);
-    }
-    EXPECT_EQ(Parsed(std::string("-\0", 2), 7ll, false), 7ll);
 }
 
 TEST(nxStringHelperParse, OtherValues)
@@ -195,9 +130,6 @@ TEST(nxStringHelperParse, Real)
                                       Row{"-0", -0.0}, Row{"9007199254740993", 9007199254740993.0}})
         EXPECT_EQ(Parsed(text, 7.0, true), value) << text;
     EXPECT_TRUE(std::signbit(Parsed("-0.0", 7.0, true)));
-    for (char const* text :
-         {"", "-", ".", "-.", "+1", "1e3", "1.2.3", " 1", "1,5", "--1", "inf", "nan", "0x1"})
-        EXPECT_EQ(Parsed(text, 7.0, false), 7.0);
     double value = 7.0;
     EXPECT_TRUE(nxStringHelper::SetFromString("1,5", value, ',').IsOK());
     EXPECT_EQ(value, 1.5);
@@ -206,32 +138,8 @@ TEST(nxStringHelperParse, Real)
     EXPECT_EQ(Parsed(std::string(400, '9'), 7.0, true), std::numeric_limits<double>::infinity());
 }
 
-// Bit for bit, short numbers and long ones.
-TEST(nxStringHelperParse, RealIsGatheredInDoubles)
+TEST(nxStringHelperHandling, TrimsStripsAndPads)
 {
-    std::mt19937_64 random(2);
-    for (int i = 0; i < 200000; ++i)
-    {
-        std::string text;
-        for (unsigned long long digits = 1 + random() % 24; digits > 0; --digits)
-            text.push_back(static_cast<char>('0' + random() % 10));
-        text.insert(random() % (text.size() + 1), ".");
-        ASSERT_EQ(Parsed(text, 0.0, true), GatheredInDoubles(text)) << text;
-    }
-}
-
-TEST(nxStringHelperHandling, TrimsStripsReplacesAndPads)
-{
-    using Row = std::tuple<char const*, char const*, char const*>;
-    Row const rows[] = {{" \t\r\n a b \n", "a b \n", " \t\r\n a b"},
-                        {"  \t", "", ""},
-                        {"", "", ""},
-                        {"\va\v", "\va\v", "\va\v"}};
-    for (auto const& [text, left, right] : rows)
-    {
-        EXPECT_EQ(nxStringHelper::GetLeftTrimmed(text), left);
-        EXPECT_EQ(nxStringHelper::GetRightTrimmed(text), right);
-    }
     std::string zeros("1.500");
     nxStringHelper::RightTrim(zeros, "0.");
     nxStringHelper::RightTrim(zeros, "");
@@ -240,17 +148,6 @@ TEST(nxStringHelperHandling, TrimsStripsReplacesAndPads)
     std::string text("a,b,,c,");
     nxStringHelper::Strip(text, ',');
     EXPECT_EQ(text, "abc");
-
-    using Replacing = std::tuple<char const*, char const*, char const*, char const*>;
-    for (auto const& [before, from, to, after] :
-         {Replacing{"aaa", "a", "aa", "aaaaaa"}, Replacing{"aaaa", "aa", "a", "aa"},
-          Replacing{"abab", "ab", "", ""}, Replacing{"abc", "", "x", "abc"}, Replacing{"", "a", "b", ""},
-          Replacing{"xax", "a", "xax", "xxaxx"}})
-    {
-        std::string replaced(before);
-        nxStringHelper::Replace(replaced, from, to);
-        EXPECT_EQ(replaced, after);
-    }
 
     nxStringHelper::PadLeft(text, 5, '0');
     EXPECT_EQ(text, "00abc");
@@ -283,27 +180,14 @@ TEST(nxStringHelperHandling, Case)
 
 TEST(nxStringHelperHandling, Comparison)
 {
-    nxCaseSensitivityEnum const sensitive(NX_CASE_SENSITIVE);
     nxCaseSensitivityEnum const insensitive(NX_CASE_INSENSITIVE);
-    nxCaseSensitivityEnum const neither;
-    std::string const oneByte("a");
     std::string const threeBytes("a\0b", 3);
     std::string const threeOthers("A\0C", 3);
-
-    EXPECT_TRUE(nxStringHelper::Compare("abc", "abc", sensitive));
-    EXPECT_FALSE(nxStringHelper::Compare("abc", "abC", sensitive));
-    EXPECT_TRUE(nxStringHelper::Compare("abc", "aBC", insensitive));
     EXPECT_FALSE(nxStringHelper::Compare("abc", "ABCD", insensitive));
-    EXPECT_FALSE(nxStringHelper::Compare("abc", "abc", neither));
     EXPECT_FALSE(nxStringHelper::Compare(threeBytes, threeOthers, insensitive)); // behind the zero byte too
-
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", "b", sensitive), -1);
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("b", "A", sensitive), 1);
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("ab", "a", sensitive), 1);
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("\x80", "a", sensitive), 1); // bytes are unsigned
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically(oneByte, threeBytes, sensitive), 0);
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("aBc", "AbC", insensitive), 0);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", "b", NX_CASE_SENSITIVE), -1);
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", threeBytes, NX_CASE_SENSITIVE),
+              0); // ends at the zero byte
+    EXPECT_EQ(nxStringHelper::CompareAlphabetically("\x80", "a", NX_CASE_SENSITIVE), 1); // bytes are unsigned
     EXPECT_LT(nxStringHelper::CompareAlphabetically("_", "A", insensitive), 0); // small letters decide
-    EXPECT_GT(nxStringHelper::CompareAlphabetically("_", "A", sensitive), 0);
-    EXPECT_EQ(nxStringHelper::CompareAlphabetically("a", "b", neither), 0);
 }
