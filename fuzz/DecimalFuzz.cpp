@@ -59,23 +59,19 @@ struct Model
     {
         if (!IsValid() || !right.IsValid())
             return *this;
-        FuzzWide const whole = value;
-        double const real = AsDouble();
-        bool const isExact = operation == '*' ? places + right.places == 0 : places == right.places;
+        FuzzWide const a = value;
+        FuzzWide const b = right.value;
+        double const x = AsDouble();
+        double const y = right.AsDouble();
         unsigned char const most = std::max(places, right.places);
-        switch (operation)
-        {
-        case '+':
-            return isExact ? Model{NX_VALID, Wrap(whole + right.value), most}
-                           : FromDouble(real + right.AsDouble(), most);
-        case '-':
-            return isExact ? Model{NX_VALID, Wrap(whole - right.value), most}
-                           : FromDouble(real - right.AsDouble(), most);
-        case '*':
-            return isExact ? Model{NX_VALID, Wrap(whole * right.value), most}
-                           : FromDouble(real * right.AsDouble(), most);
-        default: return FromDouble(real / right.AsDouble(), most);
-        }
+        bool const isExact = operation == '*' ? most == 0 : operation != '/' && places == right.places;
+        if (isExact)
+            return {NX_VALID, Wrap(operation == '+' ? a + b : operation == '-' ? a - b : a * b), most};
+        return FromDouble(operation == '+'   ? x + y
+                          : operation == '-' ? x - y
+                          : operation == '*' ? x * y
+                                             : x / y,
+                          most);
     }
 
     /// Below, at or above 0 as the two are less, equal or neither. What is not valid comes first, by its number.

@@ -33,11 +33,32 @@ suite() {
   rm -f "$log"
 }
 
+# fuzz NUMBER NAME OPTION...: a run of ./fuzz/run, told in a line, and its findings.
+fuzz() {
+  local number=$1 name=$2 log
+  shift 2
+  wanted "$number" || return 0
+  log=$(mktemp)
+  ./fuzz/run "$@" >"$log" 2>&1 || failed=1
+  awk -v name="$number $name" 'function most(a, b) { return a > b ? a : b }
+    NF == 7 && $2 ~ /^[0-9]+$/ {
+      ++targets; runs += $2; seconds += $4; slowest = most(slowest, $5); memory = most(memory, $6); findings += $7
+      if (targets == 1 || $2 < fewest) { fewest = $2; slow = $1 }
+    }
+    END {
+      printf "%s, %d targets: %d executions, the fewest %d by %s, %d findings, slowest input %d s, most memory %d MB, %d s\n",
+        name, targets, runs, fewest, slow, findings, slowest, memory, seconds
+    }' "$log"
+  grep '^  ' "$log"
+  rm -f "$log"
+}
+
 notRun() { ! wanted "$1" || echo "$1 $2: not run, $3"; }
 
 configure_and_build release || exit 2
 faults=build/release/tests/faults
 
+fuzz F1 "fuzz, a million inputs a target or 20 s" -runs=1000000 20
 suite F2 "suite, clang's address and undefined-behaviour sanitizers" -asan
 suite F2 "suite, g++ -O0, its sanitizers and the standard library's debug mode" -checked
 suite F2 "suite, static library" -static
@@ -56,6 +77,7 @@ notRun F19 "vocabulary from a constructor of another library" "there is no progr
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
 suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
+fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
 
 echo "on $(nproc) cores of $(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(uname -sr), $(g++ --version | head -1), $(date +%F)"
 exit $failed
