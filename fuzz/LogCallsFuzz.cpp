@@ -18,6 +18,8 @@
 #include <unistd.h>
 
 #ifdef NX_FUZZ_DEFERRED
+constexpr bool isDeferred = true;
+
 /// The writer's wait for its next cycle, in the place of the C library's: a cycle is a few microseconds here.
 extern "C" int sem_clockwait(sem_t* semaphore, clockid_t, timespec const*)
 {
@@ -27,16 +29,12 @@ extern "C" int sem_clockwait(sem_t* semaphore, clockid_t, timespec const*)
     errno = ETIMEDOUT;
     return -1;
 }
-#endif
-
-namespace
-{
-#ifdef NX_FUZZ_DEFERRED
-constexpr bool isDeferred = true;
 #else
 constexpr bool isDeferred = false;
 #endif
 
+namespace
+{
 using Notes = std::vector<std::string>;
 
 /// What the device of that name makes of a line: it logs an answer, or leaves.
@@ -78,21 +76,13 @@ public:
 
     void Note(std::string const& note)
     {
-        std::lock_guard const guard(_mutex);
-        _notes.push_back(note);
-    }
-
-    Notes TakeNotes()
-    {
-        std::lock_guard const guard(_mutex);
-        return std::exchange(_notes, {});
+        std::lock_guard const guard(mutex);
+        notes.push_back(note);
     }
 
     std::string name;
-
-private:
-    std::mutex _mutex;
-    Notes _notes;
+    std::mutex mutex;
+    Notes notes;
 };
 
 std::array<Device, 4>& devices = *new std::array<Device, 4>;
@@ -167,7 +157,10 @@ public:
     {
         Drain();
         for (std::size_t device = 0; device < devices.size(); ++device)
-            FUZZ_CHECK(InOrder(devices[device].TakeNotes()) == InOrder(_expected[device]));
+        {
+            std::lock_guard const guard(devices[device].mutex);
+            FUZZ_CHECK(InOrder(std::exchange(devices[device].notes, {})) == InOrder(_expected[device]));
+        }
         _manager.UnregisterAllLogDevices();
         (void)nxFileLogDevice::GetInstance().Destroy();
         if (_hasFiles)
@@ -187,11 +180,6 @@ private:
         }
     }
 
-    std::string NextLine(std::string const& text)
-    {
-        return "line " + std::to_string(++_count) + text;
-    }
-
     void Note(std::string const& line)
     {
         Expect(line);
@@ -201,7 +189,7 @@ private:
 
     void Write(std::string const& text)
     {
-        std::string const line = NextLine(text);
+        std::string const line = "line " + std::to_string(++_count) + text;
         bool const isWanted = _count % 7 != 0;
         NX_LOG(isWanted ? NX_INF : NX_DBG, line);
         if (isWanted)
@@ -211,7 +199,7 @@ private:
     /// Past the queue, and of any level.
     void WriteAtOnce()
     {
-        std::string const line = NextLine(" at once");
+        std::string const line = "line " + std::to_string(++_count) + " at once";
         nxLog log(NX_DBG, "file.cpp", 1);
         log << line;
         _manager.ImmediateWrite(log);

@@ -149,27 +149,13 @@ void CheckFields(FuzzInput& input)
     };
     CheckChange(moment, fields, [&] { moment = make(); });
     int const number = small();
+    fields = {moment.GetYear() + number % 1000, moment.GetMonth() + number, moment.GetDay() - number,
+              moment.GetHour() + number,        moment.GetMinute(),         moment.GetSecond()};
+    nxDateTimeSpan const span(number % 1000, number, -number, number, 0, 0);
+    CheckChange(moment, fields, [&] { moment += span; });
     fields = {moment.GetYear(), moment.GetMonth(),  moment.GetDay(),
-              moment.GetHour(), moment.GetMinute(), moment.GetSecond()};
-    switch (input.Below(4))
-    {
-    case 0:
-        fields.month = number;
-        CheckChange(moment, fields, [&] { moment.SetMonth(number); });
-        break;
-    case 1:
-        fields.day = number;
-        CheckChange(moment, fields, [&] { moment.SetDay(number); });
-        break;
-    case 2:
-        fields.second = number;
-        CheckChange(moment, fields, [&] { moment.SetSecond(number); });
-        break;
-    default:
-        fields.year += number % 1000, fields.month += number, fields.day -= number, fields.hour += number;
-        CheckChange(moment, fields,
-                    [&] { moment += nxDateTimeSpan(number % 1000, number, -number, number, 0, 0); });
-    }
+              moment.GetHour(), moment.GetMinute(), number};
+    CheckChange(moment, fields, [&] { moment.SetSecond(number); });
 }
 
 /// Any count of seconds has a calendar or turns null; any number makes no harm as a date.
