@@ -22,7 +22,7 @@ void CheckHex(std::string const& text, unsigned short number)
     std::string expected;
     nxAlgorithm::GetAsHex(bytes, hex);
     for (unsigned char const each : bytes)
-        expected += {"0123456789ABCDEF"[each / 16], "0123456789ABCDEF"[each % 16]};
+        expected += FuzzHex(each);
     FUZZ_EQUAL(hex, expected);
 }
 
@@ -56,7 +56,7 @@ void CheckBestMatch(FuzzInput& input)
     std::string const wildcard = input.Truth() ? "*" : input.Text();
     std::string const key = input.Text();
     std::set<std::string> patterns;
-    while (!input.IsEmpty())
+    while (input.HasStep())
         patterns.insert(input.Text());
 
     std::vector<std::string> const fields = Split(key, separator);

@@ -131,6 +131,12 @@ inline unsigned long long FuzzNumber(std::string const& digits)
         return std::string(fuzzText);                                                                        \
     }()
 
+inline std::string FuzzHex(unsigned char byte)
+{
+    constexpr char const digits[] = "0123456789ABCDEF";
+    return {digits[byte / 16], digits[byte % 16]};
+}
+
 /// The C library's digits of a real with the zeros at the end cut off.
 inline std::string FuzzFixed(double value, unsigned int places)
 {

@@ -122,14 +122,11 @@ private:
     /// Another thread finds locked what is locked here.
     void AskFromElsewhere()
     {
-        RunElsewhere(
-            [this]
-            {
-                nxErrorEnum const result = _recursive.TryLock();
-                FUZZ_CHECK(_depth == 0 ? result.IsOK() : result == NX_ERR_THR_LOCKED);
-                nxErrorEnum const unlocked = _recursive.Unlock();
-                FUZZ_CHECK(_depth == 0 ? unlocked.IsOK() : unlocked == NX_ERR_THR_MISMATCH);
-            });
+        nxErrorEnum locked;
+        nxErrorEnum unlocked;
+        RunElsewhere([&] { locked = _recursive.TryLock(), unlocked = _recursive.Unlock(); });
+        FUZZ_CHECK(_depth == 0 ? locked.IsOK() : locked == NX_ERR_THR_LOCKED);
+        FUZZ_CHECK(_depth == 0 ? unlocked.IsOK() : unlocked == NX_ERR_THR_MISMATCH);
     }
 
     int _count;

@@ -115,7 +115,7 @@ void CheckDump(FuzzInput& input)
         std::string characters;
         for (char const byte : shown.substr((line - 1) * bytesPerLine, bytesPerLine))
         {
-            hex += FUZZ_FORMAT("%02X ", static_cast<unsigned char>(byte));
+            hex += FuzzHex(static_cast<unsigned char>(byte)) + ' ';
             bool const isPlain = byte >= 32 && byte != 127;
             characters += isPlain ? byte : sohAsPipe && byte == 1 ? '|' : nonPrintable;
         }

@@ -171,7 +171,7 @@ void FuzzOne(FuzzInput& input)
     for (unsigned int count = input.Below(12); count != 0; --count)
         words.emplace_back(input.Text().c_str());
     Words entries;
-    while (!input.IsEmpty())
+    while (input.HasStep())
         entries.emplace_back(input.Text().c_str());
     Arguments arguments;
     arguments.Initialise(MakePointers(words).data(), MakePointers(entries).data());
