@@ -6,10 +6,10 @@ set -uo pipefail
 cd "$(dirname "$0")/.."
 
 # Left out, test by test:
-#   *Cost*, *Allocat*     count allocations or system calls, of which valgrind makes its own
+#   *Cost*, *Allocat*, *OneWrite*   count allocations or system calls, of which valgrind makes its own
 #   *TenThousand*, *64MiB, *OneOfManyThreads*, *Sweep*, *Backlog*   take hours at a fiftieth of the speed
 #   *WithoutRoom*          asks for a stack that valgrind refuses in words of its own
-filter='-*Cost*:*Allocat*:*TenThousand*:*64MiB*:*OneOfManyThreads*:*Sweep*:*Backlog*:*WithoutRoom*'
+filter='-*Cost*:*Allocat*:*OneWrite*:*TenThousand*:*64MiB*:*OneOfManyThreads*:*Sweep*:*Backlog*:*WithoutRoom*'
 # A forked child has none of the threads that hold what its parent's threads held: tests that fork beside threads are not
 # looked through for leaks.
 forks='*Fork*'

@@ -85,7 +85,7 @@ public:
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        std::string arguments[] = {"/proc/self/exe", "--role", role, name};
+        std::string arguments[] = {std::filesystem::read_symlink("/proc/self/exe"), "--role", role, name};
         char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), arguments[3].data(),
                         nullptr};
         EXPECT_EQ(posix_spawn(&_process, argv[0], &actions, nullptr, argv, environ), 0);

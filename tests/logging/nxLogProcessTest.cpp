@@ -243,8 +243,9 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
          []
          {
              LogFromThreads(4, 20000);
-             nxLogManager::GetInstance().RegisterLogDevice(new CallingDevice(
-                 [](nxLog const& log) { log.GetLogLevel() == NX_FTL ? std::exit(0) : void(); }));
+             static auto* const device = new CallingDevice(
+                 [](nxLog const& log) { log.GetLogLevel() == NX_FTL ? std::exit(0) : void(); });
+             nxLogManager::GetInstance().RegisterLogDevice(device);
              NX_LOG(NX_FTL, "the end");
              return pause();
          }},
@@ -269,7 +270,8 @@ TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
     }
     _environment["NX_EARLY_AND_LATE"] = "1";
     char const* const filter = "--gtest_filter=nxLogProcess.MayLogFromStatics*";
-    ASSERT_EQ(Run([=] { return execl("/proc/self/exe", "host", filter, nullptr); }), 0);
+    std::string const program = files::read_symlink("/proc/self/exe");
+    ASSERT_EQ(Run([=] { return execl(program.c_str(), "host", filter, nullptr); }), 0);
     EXPECT_EQ(Count(TakeLog()), (Counts{{0, 200}, {90, 1}, {91, 1000}, {94, 10}, {95, 1}, {96, 1}}));
 }
 
