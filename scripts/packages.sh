@@ -57,6 +57,7 @@ configure_and_build() {
   local preset=$1 log
   shift
   log=$(mktemp)
+  [ -f "build/$preset/build.ninja" ] || echo "Building $preset for the first time takes a minute or more." >&2
   if ! { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 ||
     ! cmake --build --preset "$preset" ${1:+--target "$@"} >>"$log" 2>&1; then
     cat "$log" >&2
