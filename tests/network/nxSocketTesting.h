@@ -10,12 +10,17 @@
 #include <string>
 #include <vector>
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
 inline constexpr nxEnumValue success = NX_UNDEFINED;
+
+/// What receives fill; SendToDestination() takes ports as unsigned.
+inline char buffer[65536];
+inline int received;
+inline unsigned int count;
+inline std::string destination;
 
 /// The system's own number of a socket.
 inline int DescriptorOf(nxSocket const& socket)
@@ -23,13 +28,18 @@ inline int DescriptorOf(nxSocket const& socket)
     return static_cast<int>(socket.GetSocket());
 }
 
-/// The port that the system gave to a bound socket.
-inline int PortOf(nxSocket const& socket)
+/// The address that a socket is bound to.
+inline sockaddr_in AddressOf(nxSocket const& socket)
 {
     sockaddr_in address = {};
     socklen_t length = sizeof address;
     EXPECT_EQ(getsockname(DescriptorOf(socket), reinterpret_cast<sockaddr*>(&address), &length), 0);
-    return ntohs(address.sin_port);
+    return address;
+}
+
+inline int PortOf(nxSocket const& socket)
+{
+    return ntohs(AddressOf(socket).sin_port);
 }
 
 inline bool IsOpen(int descriptor)
@@ -53,8 +63,8 @@ inline unsigned int OpenForDatagrams(nxSocket& socket)
     return static_cast<unsigned int>(PortOf(socket));
 }
 
-/// The bytes that a receive has put into a buffer.
-inline std::string Text(char const* buffer, int received)
+/// The bytes that the last receive has put into the buffer.
+inline std::string Received()
 {
     return std::string(buffer, static_cast<std::size_t>(std::max(received, 0)));
 }
@@ -67,12 +77,10 @@ class nxSocketTest : public nxRecordingTest
 protected:
     static constexpr char const* here = "127.0.0.1";
 
-    std::size_t CountOfLines(std::string const& text)
+    long CountOfLines(std::string const& text)
     {
-        auto const lines = Messages();
-        return static_cast<std::size_t>(std::count_if(lines.begin(), lines.end(),
-                                                      [&](std::string const& line)
-                                                      { return line.find(text) != std::string::npos; }));
+        auto const has = [&](std::string const& line) { return line.find(text) != std::string::npos; };
+        return std::ranges::count_if(Messages(), has);
     }
 };
 
@@ -88,7 +96,6 @@ struct Connection
         Listen(listener);
         EXPECT_TRUE(client.Create().IsOK());
         EXPECT_TRUE(client.Connect("127.0.0.1", PortOf(listener)).IsOK());
-        EXPECT_TRUE(listener.Accept(server).IsOK());
-        EXPECT_TRUE(server.IsValid());
+        EXPECT_TRUE(listener.Accept(server).IsOK() && server.IsValid());
     }
 };
