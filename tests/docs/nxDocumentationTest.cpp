@@ -4,14 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <regex>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <sys/wait.h>
@@ -44,8 +46,7 @@ std::string Read(fs::path const& path)
 
 std::string Trimmed(std::string const& line)
 {
-    std::size_t const begin = line.find_first_not_of(' ');
-    return begin == std::string::npos ? "" : line.substr(begin, line.find_last_not_of(" \r") - begin + 1);
+    return std::regex_replace(line, std::regex("^ +|[ \r]+$"), "");
 }
 
 std::vector<std::string> TrimmedLinesOf(std::string const& text)
@@ -64,82 +65,54 @@ struct Block
     std::vector<std::string> lines;
 };
 
-std::vector<Block> BlocksOf(std::string const& document)
+struct Document
 {
-    static std::regex const comment("<!-- (.*) -->");
-    std::vector<Block> blocks;
-    std::string mark;
-    bool isInside = false;
-    std::size_t number = 0;
-    for (std::string const& line : LinesOf(document))
+    explicit Document(std::string const& text)
     {
-        ++number;
-        std::smatch match;
-        if (line.starts_with("```"))
+        static std::regex const comment("<!-- (.*) -->");
+        std::string mark;
+        bool isInside = false;
+        std::size_t number = 0;
+        for (std::string const& line : LinesOf(text))
         {
-            isInside = !isInside;
-            if (isInside)
-                blocks.push_back({line.substr(3), mark, number, {}});
-            mark.clear();
+            ++number;
+            std::smatch match;
+            if (line.starts_with("```"))
+            {
+                isInside = !isInside;
+                if (isInside)
+                    blocks.push_back({line.substr(3), std::exchange(mark, ""), number, {}});
+            }
+            else if (isInside)
+                blocks.back().lines.push_back(line);
+            else
+                prose += line + '\n';
+            if (!isInside && std::regex_match(line, match, comment))
+                mark = match[1];
         }
-        else if (isInside)
-            blocks.back().lines.push_back(line);
-        else if (std::regex_match(line, match, comment))
-            mark = match[1];
-        else if (!line.empty())
-            mark.clear();
     }
-    return blocks;
-}
 
-/// The document without its blocks.
-std::string ProseOf(std::string const& document)
-{
-    std::string prose;
-    bool isInside = false;
-    for (std::string const& line : LinesOf(document))
-    {
-        if (line.starts_with("```"))
-            isInside = !isInside;
-        else if (!isInside)
-            prose += line + '\n';
-    }
-    return prose;
-}
-
-struct Run
-{
-    std::string output;
-    int status = -1;
+    std::vector<Block> blocks;
+    std::string prose; ///< what is left
 };
 
 /// Runs a command of a document, as its reader does from the top of the sources: with the programs of this build, and
-/// with neither the reader's configuration nor his console.
-Run RunCommand(std::string command)
+/// with neither the reader's configuration nor his console. @return its status and its lines, without blanks at the end.
+std::pair<int, std::vector<std::string>> Run(std::string command)
 {
-    static std::regex const tool("(^| )\\./run( |$)");
-    static std::regex const build("build/release/");
     if (command == "./run")
         command = "./run board examples/products.csv";
-    command = std::regex_replace(command, build, NX_BUILD_PATH "/");
-    command = std::regex_replace(command, tool, "$1" NX_TOOL_PATH "$2");
-    static std::string const scratch =
-        (fs::temp_directory_path() / ("nxcore-docs-" + std::to_string(getpid()))).string();
+    command = std::regex_replace(command, std::regex("build/release/"), NX_BUILD_PATH "/");
+    command = std::regex_replace(command, std::regex("(^| )\\./run( |$)"), "$1" NX_TOOL_PATH "$2");
+    fs::path const scratch = fs::temp_directory_path() / ("nxcore-docs-" + std::to_string(getpid()));
     fs::create_directories(scratch);
-    std::string const shell = "cd '" + root.string() + "' && export TMPDIR='" + scratch +
-                              "' COLUMNS=80 && { " + command + "; } 2>&1 < /dev/null";
-    Run run;
-    std::FILE* const pipe = popen(shell.c_str(), "r");
-    if (pipe == nullptr)
-        return run;
-    char buffer[4096];
-    for (std::size_t count; (count = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        run.output.append(buffer, count);
-    int const status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    std::error_code ignored;
-    fs::remove_all(scratch, ignored);
-    return run;
+    std::string const shell = "cd '" + root.string() + "' && export TMPDIR='" + scratch.string() +
+                              "' COLUMNS=80 && { " + command + "; } > $TMPDIR/output 2>&1 < /dev/null";
+    int const status = std::system(shell.c_str());
+    std::string const output = Read(scratch / "output");
+    fs::remove_all(scratch);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            LinesOf(std::regex_replace(output, std::regex("[ \r]+\n"), "\n"))};
 }
 
 /// Whether a line is as shown, where each "…" stands for any text.
@@ -172,31 +145,26 @@ void ExpectAsShown(std::vector<std::string> const& printed, std::vector<std::str
     ASSERT_EQ(next, printed.size()) << "not shown: " << printed[next];
 }
 
-std::string WithoutBlanksAtEnd(std::string line)
-{
-    line.erase(line.find_last_not_of(" \r") + 1);
-    return line;
-}
-
 /// Runs the commands of a block, each in a line that begins with "$ ".
 void CheckConsole(Block const& block)
 {
     for (std::size_t index = 0; index < block.lines.size();)
     {
-        std::string command = block.lines[index++];
+        std::string const command = block.lines[index++];
         ASSERT_TRUE(command.starts_with("$ ")) << command;
-        command.erase(0, 2);
         std::vector<std::string> shown;
         while (index < block.lines.size() && !block.lines[index].starts_with("$ "))
-            shown.push_back(WithoutBlanksAtEnd(block.lines[index++]));
+            shown.push_back(block.lines[index++]);
         SCOPED_TRACE(command);
-        Run const run = RunCommand(command);
-        if (run.status == nothingToShow)
-            continue;
-        std::vector<std::string> printed = LinesOf(run.output);
-        std::ranges::transform(printed, printed.begin(), WithoutBlanksAtEnd);
-        ExpectAsShown(printed, shown);
+        auto const [status, printed] = Run(command.substr(2));
+        if (status != nothingToShow)
+            ExpectAsShown(printed, shown);
     }
+}
+
+bool IsGap(std::string const& line)
+{
+    return Trimmed(line) == "// ...";
 }
 
 /// The lines of a block stand in the file that its mark names, one after the other. How far they are indented doesn't
@@ -208,59 +176,57 @@ void CheckCode(Block const& block)
     ASSERT_TRUE(fs::exists(root / block.mark)) << block.mark;
     std::vector<std::string> const file = TrimmedLinesOf(Read(root / block.mark));
     auto from = file.begin();
-    std::vector<std::string> piece;
-    auto const find = [&]
+    for (auto begin = block.lines.begin(), end = begin; begin != block.lines.end(); begin = end)
     {
-        auto const found = std::search(from, file.end(), piece.begin(), piece.end());
-        EXPECT_NE(found, file.end()) << "not in " << block.mark << ": " << piece.front();
-        from = found;
-        piece.clear();
-    };
-    for (std::string const& line : block.lines)
-    {
-        if (Trimmed(line) != "// ...")
-            piece.push_back(Trimmed(line));
-        else if (!piece.empty())
-            find();
+        end = std::find_if(begin, block.lines.end(), IsGap);
+        std::vector<std::string> piece(begin, end);
+        std::ranges::transform(piece, piece.begin(), Trimmed);
+        from = std::search(from, file.end(), piece.begin(), piece.end());
+        EXPECT_NE(from, file.end()) << "not in " << block.mark << ": " << *begin;
+        end += end == block.lines.end() ? 0 : 1;
     }
-    if (!piece.empty())
-        find();
 }
 
-/// The anchor of a heading: small letters, blanks as dashes, neither signs nor dots.
-std::string AnchorOf(std::string const& heading)
-{
-    std::string anchor;
-    for (char const character : heading)
-    {
-        if (character == ' ' || character == '-')
-            anchor += '-';
-        else if (std::isalnum(static_cast<unsigned char>(character)) || character == '_')
-            anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
-    }
-    return anchor;
-}
-
+/// Where a link into a document may lead: its headings in small letters, blanks as dashes, neither signs nor dots.
 std::set<std::string> AnchorsOf(fs::path const& document)
 {
     std::set<std::string> anchors;
-    for (std::string const& line : LinesOf(ProseOf(Read(document))))
+    for (std::string const& line : LinesOf(Document(Read(document)).prose))
+    {
+        std::string anchor = std::regex_replace(line, std::regex("^#+ |[^A-Za-z0-9_ -]"), "");
+        for (char& character : anchor)
+            character = character == ' ' ? '-' : static_cast<char>(std::tolower(character));
         if (line.starts_with("#"))
-            anchors.insert(AnchorOf(Trimmed(line.substr(line.find_first_not_of('#')))));
+            anchors.insert(anchor);
+    }
     return anchors;
 }
 
 std::vector<std::string> Documents()
 {
     std::vector<std::string> documents;
-    for (auto const& entry : fs::directory_iterator(root))
-        if (entry.path().extension() == ".md")
-            documents.push_back(entry.path().filename().string());
-    for (auto const& entry : fs::directory_iterator(root / "docs"))
-        if (entry.path().extension() == ".md")
-            documents.push_back("docs/" + entry.path().filename().string());
+    for (char const* const folder : {"", "docs/"})
+        for (auto const& entry : fs::directory_iterator(root / folder))
+            if (entry.path().extension() == ".md")
+                documents.push_back(folder + entry.path().filename().string());
     std::ranges::sort(documents);
     return documents;
+}
+
+/// All that tests are called, as CTest lists them: suite, dot, case.
+std::string NamesOfTests()
+{
+    std::string names;
+    for (auto const& entry : fs::recursive_directory_iterator(root / "tests"))
+    {
+        if (entry.path().extension() != ".cpp")
+            continue;
+        std::string const text = Read(entry.path());
+        static std::regex const test("\nTEST(_F|_P)?\\((\\w+),\\s*(\\w+)\\)");
+        for (std::sregex_iterator match(text.begin(), text.end(), test), end; match != end; ++match)
+            names += " " + (*match)[2].str() + "." + (*match)[3].str() + " ";
+    }
+    return names;
 }
 
 std::string NameOf(testing::TestParamInfo<std::string> const& info)
@@ -272,24 +238,25 @@ std::string NameOf(testing::TestParamInfo<std::string> const& info)
 class nxDocumentation : public testing::TestWithParam<std::string>
 {
 protected:
-    std::string const _text = Read(root / GetParam());
+    /// Calls `found` with each place of the prose that fits, and what its two groups hold.
+    void ForEach(char const* pattern, std::function<void(std::string, std::string)> const& found) const
+    {
+        std::regex const expression(pattern);
+        std::string const& prose = _document.prose;
+        for (std::sregex_iterator match(prose.begin(), prose.end(), expression), end; match != end; ++match)
+            found((*match)[1], (*match)[2]);
+    }
+
+    Document const _document{Read(root / GetParam())};
 };
 
-TEST_P(nxDocumentation, ShowsCodeThatIsCompiled)
+TEST_P(nxDocumentation, ShowsCodeThatIsCompiledAndWhatCommandsPrint)
 {
-    for (Block const& block : BlocksOf(_text))
+    for (Block const& block : _document.blocks)
     {
         SCOPED_TRACE(GetParam() + ":" + std::to_string(block.line));
         if (block.language == "cpp")
             CheckCode(block);
-    }
-}
-
-TEST_P(nxDocumentation, ShowsWhatCommandsPrint)
-{
-    for (Block const& block : BlocksOf(_text))
-    {
-        SCOPED_TRACE(GetParam() + ":" + std::to_string(block.line));
         if (block.language == "console")
             CheckConsole(block);
     }
@@ -297,25 +264,20 @@ TEST_P(nxDocumentation, ShowsWhatCommandsPrint)
 
 TEST_P(nxDocumentation, LeadsSomewhere)
 {
-    static std::regex const link("\\]\\(([^)#]*)(#[^)]*)?\\)");
-    static std::regex const path(
-        "`((core|tests|tools|examples|docs|cmake|scripts|bench|fuzz)/[A-Za-z0-9_./-]+)`");
-    std::string const prose = ProseOf(_text);
-    fs::path const document = root / GetParam();
-    for (std::sregex_iterator match(prose.begin(), prose.end(), link), end; match != end; ++match)
-    {
-        std::string const target = (*match)[1];
-        if (target.starts_with("http"))
-            continue;
-        fs::path const file = target.empty() ? document : document.parent_path() / target;
-        EXPECT_TRUE(fs::exists(file)) << GetParam() << ": " << target;
-        std::string const anchor = (*match)[2];
-        bool const isFound =
-            anchor.empty() || file.extension() != ".md" || AnchorsOf(file).contains(anchor.substr(1));
-        EXPECT_TRUE(isFound) << GetParam() << ": " << target << anchor;
-    }
-    for (std::sregex_iterator match(prose.begin(), prose.end(), path), end; match != end; ++match)
-        EXPECT_TRUE(fs::exists(root / (*match)[1].str())) << GetParam() << ": " << (*match)[1];
+    fs::path const path = root / GetParam();
+    ForEach("\\]\\((?!http)([^)#]*)(#[^)]*)?\\)",
+            [&](std::string const& target, std::string const& anchor)
+            {
+                fs::path const file = target.empty() ? path : path.parent_path() / target;
+                EXPECT_TRUE(fs::exists(file)) << target;
+                EXPECT_TRUE(anchor.empty() || AnchorsOf(file).contains(anchor.substr(1))) << target << anchor;
+            });
+    ForEach("`((core|tests|tools|examples|docs|cmake|scripts|bench|fuzz)/[A-Za-z0-9_./-]+)`",
+            [](std::string const& file, std::string const&)
+            { EXPECT_TRUE(fs::exists(root / file)) << file; });
+    static std::string const tests = NamesOfTests();
+    ForEach("`(nx\\w+\\.[A-Z]\\w+)(\\(\\))?`", [](std::string const& test, std::string const& call)
+            { EXPECT_TRUE(!call.empty() || tests.find(" " + test + " ") != std::string::npos) << test; });
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, nxDocumentation, testing::ValuesIn(Documents()), NameOf);
