@@ -174,7 +174,8 @@ def check_looks(page, check):
     for scheme in ("light", "dark"):
         page.browser.look_as(360, 740, scheme)
         page.open()
-        check.expect(page.run("return document.scrollingElement.scrollWidth <= innerWidth"), "wider than a phone")
+        # The window of a phone grows with its page, so that only the number of pixels that were asked for tells.
+        check.expect(page.run("return document.scrollingElement.scrollWidth") <= 360, "wider than a phone")
         for ink, paper, ratio in page.run(CONTRASTS):
             check.expect(ratio >= CONTRAST_LIMIT, f"contrast of {ink} on {paper}, {scheme}, is only {ratio:.2f}")
     check.expect_same(role_of(page, "getElementById('1001')"), "row", "what a screen reader takes an entry for on a phone")
