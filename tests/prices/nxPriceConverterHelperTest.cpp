@@ -30,7 +30,7 @@ std::unique_ptr<nxPriceConverter> Create(unsigned int number)
 TEST(nxPriceConverterHelperCreate, MakesTheClassOfTheFormat)
 {
     std::set<std::string> classes;
-    for (unsigned int number = 4501; number <= 4528; ++number)
+    for (unsigned int number = 4501; Format(number).GetValue() == number; ++number) // all that there are
     {
         auto const converter = Create(number);
         ASSERT_NE(converter, nullptr) << number;
