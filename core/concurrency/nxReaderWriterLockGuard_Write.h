@@ -5,7 +5,7 @@
 /// @file
 /// Holds an nxReaderWriterLock for writing for the length of a scope.
 
-/// Locks in its constructor, unlocks in its destructor and drops both results.
+/// Locks in its constructor, unlocks in its destructor and drops both results, as nxMutexGuard does.
 class NX_CORE_API nxReaderWriterLockGuard_Write
 {
 public:

@@ -22,8 +22,8 @@ class nxOStream;
 
 /// A signed 64-bit integer, scaled by a power of ten that travels with it, or null, or "no change".
 ///
-/// The number is value / 10^places: 1.25 is value 125 at two places, or 1250 at three; neither is turned into the
-/// other behind the caller's back. A plain value without heap memory. Nothing here throws or logs.
+/// The number is value / 10^places: 1.25 is value 125 at two places, or 1250 at three; neither becomes the other by
+/// itself. A plain value without heap memory, guarded by its owner where threads share it. Nothing throws or logs.
 ///
 /// Sums of numbers with the same places, and products of numbers with none, are exact integers that wrap. Everything
 /// else goes through doubles and is rounded, half up, to the larger of the two operands' places: 1.5 * 1.5 is 2.3.

@@ -12,8 +12,8 @@
 
 /// A decimal tied to a currency, so that amounts of different currencies are not mixed by accident.
 ///
-/// Its state (valid, null, "no change") is that of the amount. Arithmetic is the decimal's, on the amount. Between two
-/// currencies it gives null money without a currency, and nothing is ever converted: see nxExchangeRateConverter.
+/// Its state (valid, null, "no change") is that of the amount, and so is the arithmetic. Between two currencies that
+/// gives null money without a currency: nothing is converted, see nxExchangeRateConverter. A plain value, as nxDecimal.
 ///
 /// @code
 /// nxMoney fee;
