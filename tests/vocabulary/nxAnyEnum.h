@@ -1,11 +1,12 @@
 #pragma once
 
 #include "core/vocabulary/nxEnum.h"
+#include "core/vocabulary/nxEnumValue.h"
 
 #include <limits>
 
 /// @file
-/// An enumeration as a host would write one, for tests.
+/// Enumerations as a host would write them, and any number of a class of the library, for tests.
 
 /// Accepts every number but the largest, and shows what the base keeps for its classes.
 class nxAnyEnum : public nxEnum
@@ -64,3 +65,20 @@ public:
     using Enumeration::_MaxValue;
     using Enumeration::_MinValue;
 };
+
+template <typename Enumeration>
+Enumeration Make(unsigned int number)
+{
+    return Enumeration(static_cast<nxEnumValue>(number));
+}
+
+/// Asks a class about all numbers inside its bounds, with and without a row, and the common rows 0 and 2.
+template <typename Enumeration, typename Ask>
+void ForEachNumber(Ask ask)
+{
+    nxOpenEnum<Enumeration> const bounds;
+    ask(NX_UNDEFINED);
+    ask(NX_NO_CHANGE);
+    for (unsigned int number = bounds._MinValue() + 1; number < bounds._MaxValue(); ++number)
+        ask(number);
+}
