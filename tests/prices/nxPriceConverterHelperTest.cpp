@@ -2,10 +2,6 @@
 #include "core/prices/nxPriceConverterHelper.h"
 
 #include "core/prices/nxDecimalPriceConverter.h"
-#include "core/prices/nxFraction12thsTickPriceConverter.h"
-#include "core/prices/nxFractionModifiedQuarterTickPriceConverter.h"
-#include "core/prices/nxFractionQuarterTickPriceConverter.h"
-
 #include "tests/concurrency/RunTogether.h"
 
 #include <gtest/gtest.h>
@@ -38,9 +34,6 @@ TEST(nxPriceConverterHelperCreate, MakesTheClassOfTheFormat)
         classes.insert(typeid(made).name());
     }
     EXPECT_EQ(classes.size(), 26u); // three formats share the decimals
-    EXPECT_NE(dynamic_cast<nxFractionQuarterTickPriceConverter*>(Create(4504).get()), nullptr);
-    EXPECT_NE(dynamic_cast<nxFractionModifiedQuarterTickPriceConverter*>(Create(4505).get()), nullptr);
-    EXPECT_NE(dynamic_cast<nxFraction12thsTickPriceConverter*>(Create(4524).get()), nullptr);
     for (unsigned int const number : {4501u, 4518u, 4519u})
         EXPECT_NE(dynamic_cast<nxDecimalPriceConverter*>(Create(number).get()), nullptr);
     for (unsigned int const number : {0u, 2u, 4500u, 4529u})

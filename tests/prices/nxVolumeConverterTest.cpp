@@ -62,37 +62,11 @@ TEST(nxVolumeConverterReading, TakesOrRefuses)
     constexpr unsigned int null = 4294967295; // and one less is no change
     constexpr nxEnumValue brief = NX_VOLUME_FORMAT_ABBREVIATED;
     using Row = std::tuple<nxEnumValue, std::string, Outcome, unsigned int>;
-    for (auto const& [format, text, outcome, stored] :
-         {Row{raw, "", Taken, null},
-          Row{raw, "999", Taken, 999},
-          Row{raw, "-1", Refused, null},
-          Row{raw, "1.5", Refused, null},
-          Row{raw, "5\0"s, Refused, null},
-          Row{raw, "4294967293", Taken, 4294967293},
-          Row{raw, "4294967294", Refused, 4294967294}, // stored all the same
-          Row{raw, "4294967295", Refused, null},
-          Row{raw, "4294967297", Taken, 1}, // wraps
-          Row{brief, "", Taken, null},
-          Row{brief, "999", Taken, 999},
-          Row{brief, "1.5M", Taken, 1500000},
-          Row{brief, "1.5m", Taken, 1500000},
-          Row{brief, "250k", Taken, 250000},
-          Row{brief, "250K", Taken, 250000},
-          Row{brief, "1.234567M", Taken, 1234567},
-          Row{brief, "1.2345k", Refused, null},
-          Row{brief, "1.2340k", Refused, null}, // trailing zeros count
-          Row{brief, "1.5", TooPrecise, null},
-          Row{brief, "1.", TooPrecise, null},
-          Row{brief, "5000M", TooPrecise, null},
-          Row{brief, "-5", TooPrecise, null},
-          Row{brief, "4294967295", Taken, null},
-          Row{brief, "4294967296", TooPrecise, null},
-          Row{brief, "x", Refused, null},
-          Row{brief, "k", Refused, null},
-          Row{brief, "1x0", Refused, null},
-          Row{brief, "1kk", Refused, null},
-          Row{NX_VOLUME_FORMAT_ABBREVIATED_1DP, "1.2k", Taken, 1200},
-          Row{NX_VOLUME_FORMAT_ABBREVIATED_1DP, "1.25k", Refused, null}})
+    Row const rows[] = {
+#define NX_VOLUME_TEXT(format, text, outcome, stored) {format, text, outcome, stored},
+#include "tests/prices/nxVolumeTexts.def"
+    };
+    for (auto const& [format, text, outcome, stored] : rows)
     {
         nxVolume volume(7);
         bool tooPrecise = outcome != TooPrecise;
