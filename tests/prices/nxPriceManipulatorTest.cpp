@@ -69,9 +69,8 @@ TEST(nxPriceManipulatorState, KeepsTheFixedTickUnderATable)
     EXPECT_EQ(Step(manipulator, "9.5", 1), "10.0");
 
     nxPriceManipulator const quarters(Price("0.25")); // is what its assignment returns
-    nxPriceManipulator copy;
-    EXPECT_EQ(&(copy = quarters), &quarters);
-    EXPECT_EQ(Step(copy, "1.00", 1), "1.25");
+    EXPECT_EQ(&(manipulator = quarters), &quarters);
+    EXPECT_EQ(Step(manipulator, "1.00", 1), "1.25");
 }
 
 TEST(nxPriceManipulatorStep, MovesByTickOrWholeUnit)

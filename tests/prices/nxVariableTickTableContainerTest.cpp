@@ -1,4 +1,4 @@
-// The catalogue: its names, its digits, and that no ladder is left when it is walked over its boundaries.
+// The catalogue: its names and its digits. PriceFigures.cpp walks its ladders.
 #include "core/prices/nxVariableTickTableContainer.h"
 
 #include "core/numbers/nxArithmetic.h"
@@ -28,12 +28,6 @@ constexpr char const* names[] = {
 // A host's static object, which may be made before those of a library that is linked statically.
 std::string const identifierAtStart = nxVariableTickTableContainer::GetVariableTickTableID("EUREX_165");
 
-// The ladders whose tops are not all multiples of their increments.
-bool IsUneven(std::string const& name)
-{
-    return name == "EURONEXT_23" || name == "CME_01" || name == "CME_14_0_0001";
-}
-
 nxVariableTickTable const& Table(std::string const& name)
 {
     return *nxVariableTickTableContainer::GetVariableTickTable(
@@ -45,70 +39,6 @@ std::string Step(std::string const& name, std::string const& price, int ticks)
     nxDecimal value(price, '.');
     Table(name).Increment(value, ticks);
     return value.GetAsString('.');
-}
-
-// Whole numbers of 10^-10, at which every number of the catalogue can be reckoned without rounding.
-constexpr unsigned char exactPlaces = 10;
-
-long long Exact(nxDecimal value)
-{
-    value.SetDecimalPlaces(exactPlaces, false);
-    return value.GetValue();
-}
-
-struct Rung
-{
-    long long price;
-    unsigned char places;
-};
-
-// Three rungs to either side of the top of range `index`, as far as the ranges reach, from the lowest.
-std::vector<Rung> RungsAroundTop(nxVariableTickTable const& table, std::size_t index)
-{
-    auto const& ranges = table.GetRangeData();
-    auto const& [top, increment] = ranges[index];
-    auto const& [nextTop, nextIncrement] = ranges[index + 1];
-    long long const first = index == 0 ? 0 : Exact(ranges[index - 1].first) + Exact(ranges[index - 1].second);
-    long long const last = index + 2 == ranges.size() ? Exact(top) * 100 : Exact(nextTop);
-    std::vector<Rung> rungs;
-    for (long long price = std::max(first, Exact(top) - 3 * Exact(increment)); price <= Exact(top);
-         price += Exact(increment))
-    {
-        rungs.push_back({price, increment.GetDecimalPlaces()});
-    }
-    long long const above = Exact(top) + Exact(increment);
-    for (int step = 0; step < 4 && above + step * Exact(nextIncrement) <= last; ++step)
-    {
-        rungs.push_back({above + step * Exact(nextIncrement), nextIncrement.GetDecimalPlaces()});
-    }
-    return rungs;
-}
-
-// The rung as a price at its own places, mirrored at zero for the sign -1.
-nxDecimal PriceOf(Rung const& rung, int sign)
-{
-    nxDecimal price = nxDecimal::ConstructFromValueAndDecimalPlaces(sign * rung.price, exactPlaces);
-    price.SetDecimalPlaces(rung.places, false);
-    return price;
-}
-
-void ExpectWalk(nxVariableTickTable const& table, std::vector<Rung> const& rungs, int sign)
-{
-    for (std::size_t index = 0; index + 1 < rungs.size(); ++index)
-    {
-        nxDecimal const low = PriceOf(rungs[index], sign);
-        nxDecimal const high = PriceOf(rungs[index + 1], sign);
-        nxDecimal stepped = low;
-        table.Increment(stepped, sign);
-        EXPECT_EQ(stepped.GetAsString('.'), high.GetAsString('.'))
-            << "away from zero, from " << low.GetAsString('.');
-        table.Increment(stepped, -sign);
-        EXPECT_EQ(stepped.GetAsString('.'), low.GetAsString('.'))
-            << "toward zero, from " << high.GetAsString('.');
-        nxDecimal rounded = high;
-        table.RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_DOWN), rounded);
-        EXPECT_TRUE(rounded == high) << high.GetAsString('.') << " is no valid price";
-    }
 }
 } // namespace
 
@@ -138,28 +68,6 @@ TEST(nxVariableTickTableContainerLadders, HoldTheirDigits)
             for (char const letter : name + '\t' + top.GetAsString() + '\t' + increment.GetAsString() + '\n')
                 checksum = (checksum ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
     EXPECT_EQ(checksum, 0x2b46bd4c4063c689u);
-}
-
-TEST(nxVariableTickTableContainerLadders, AreNotLeftByAWalkOverABoundary)
-{
-    for (std::string const name : names)
-    {
-        nxVariableTickTable const& table = Table(name);
-        for (std::size_t index = 0; !IsUneven(name) && index + 1 < table.GetRangeData().size(); ++index)
-        {
-            SCOPED_TRACE(name + " over " + table.GetRangeData()[index].first.GetAsString('.'));
-            std::vector<Rung> const rungs = RungsAroundTop(table, index);
-            ASSERT_GE(rungs.size(), 3u);
-            ExpectWalk(table, rungs, 1);
-            ExpectWalk(table, rungs, -1);
-        }
-        nxDecimal const tick = table.GetMinimumTickIncrement();
-        nxDecimal price = tick;
-        table.Increment(price, -2); // across zero by the first tick
-        EXPECT_EQ(price.GetAsString('.'), '-' + tick.GetAsString('.')) << name;
-        table.Increment(price, 2);
-        EXPECT_EQ(price.GetAsString('.'), tick.GetAsString('.')) << name;
-    }
 }
 
 TEST(nxVariableTickTableContainerLadders, KeepTheirOddTops)
