@@ -72,7 +72,9 @@ figure F6 "$faults/nxcore_faults_calls" full
 for figure in F7:disk-full F8:signals F9:soak F10:nemesis F11:exit F12:fork F13:mutex F14:pool F15:clock; do
   figure "${figure%:*}" "$faults/nxcore_faults" "${figure#*:}" full
 done
-notRun F16 "zones against a second calendar, every quarter of an hour from 1970 to 2105" "there is no program for it yet; the suite holds six zones against the C library, at random moments and near each change"
+figure F16 python3 tests/time/zones.py build/release/tests/time/nxcore_zone_probe full
+suite F17 "suite in the locales C, de_DE and tr_TR" -locales
+for figure in ladders decimals; do figure F18 build/release/tests/prices/nxcore_price_figures "$figure" full; done
 notRun F19 "vocabulary from a constructor of another library" "there is no program for it yet; the suite holds all rows against the record, and F2 does so on the static library"
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full

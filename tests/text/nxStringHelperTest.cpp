@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -155,6 +157,8 @@ TEST(nxStringHelperHandling, TrimsStripsAndPads)
 
 TEST(nxStringHelperHandling, Case)
 {
+    if (std::toupper('i') != 'I')
+        GTEST_SKIP() << "case goes by the host's locale";
     std::string text("aZ_\xE4\xC4");
     nxStringHelper::ToUpper(text);
     EXPECT_EQ(text, "AZ_\xE4\xC4");
