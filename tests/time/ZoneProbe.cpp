@@ -44,18 +44,18 @@ nxDateTime MomentAt(long long wallClock, unsigned long long turn)
 }
 
 /// Other ways to the same answers. Ends the program where one of them leads elsewhere.
-void CheckOtherWays(long long seconds, nxDateTime const& moment, nxDateTime const& meant, long long wallClock)
+void CheckOtherWays(long long seconds, nxDateTime const& moment, nxDateTime const& meant)
 {
     char stamp[nxTimeStamp::fastStringSize];
     (void)nxTimeStamp(seconds, 0).GetAsStringFast(stamp, sizeof(stamp));
     nxDateTime set = moment;
     set.SetMinute(moment.GetMinute()); // goes by the fields, so a repeated hour becomes the earlier one
     nxDateTime const same = MomentAt(WallClockOf(moment), 0);
-    nxDateTime const later = meant + nxDateTimeSpan(0, 1, 1, 25, 61, -3660);
-    nxDateTime const back = later - nxDateTimeSpan(0, 1, 1, 25, 61, -3660);
-    bool const isSummed = WallClockOf(meant) != wallClock || WallClockOf(later) % quarter != 0 ||
-                          meant.GetDay() > 24 || back.GetDay() == meant.GetDay();
-    if (moment.GetAsString("%d%b%y %H:%M:%S") + ".000.000" == stamp && set == same && isSummed &&
+    // A span is added to the fields, whatever the hours between.
+    nxDateTime const sum = meant + nxDateTimeSpan(0, 1, 1, 25, 61, -3660);
+    nxDateTime const sameSum(meant.GetYear(), meant.GetMonth() + 1, meant.GetDay() + 1, meant.GetHour() + 25,
+                             meant.GetMinute() + 61, meant.GetSecond() - 3660, 0);
+    if (moment.GetAsString("%d%b%y %H:%M:%S") + ".000.000" == stamp && set == same && sum == sameSum &&
         nxDateTime(seconds).GetAsGMT().GetMinute() == static_cast<int>(seconds / 60 % 60))
         return;
     std::fprintf(stderr, "wrong at %lld: %s\n", seconds, stamp);
@@ -73,7 +73,7 @@ int main()
             long long const seconds = span[0] + i * quarter;
             nxDateTime const moment(seconds);
             nxDateTime const meant = MomentAt(seconds, static_cast<unsigned long long>(i));
-            CheckOtherWays(seconds, moment, meant, seconds);
+            CheckOtherWays(seconds, moment, meant);
             long long const answers[] = {WallClockOf(moment), meant.GetAsTimeValue()};
             (void)std::fwrite(answers, sizeof(answers), 1, stdout);
         }
