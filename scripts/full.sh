@@ -75,7 +75,7 @@ done
 figure F16 python3 tests/time/zones.py build/release/tests/time/nxcore_zone_probe full
 suite F17 "suite in the locales C, de_DE and tr_TR" -locales
 for figure in ladders decimals; do figure F18 build/release/tests/prices/nxcore_price_figures "$figure" full; done
-notRun F19 "vocabulary from a constructor of another library" "there is no program for it yet; the suite holds all rows against the record, and F2 does so on the static library"
+for library in nxcore nxcore-static; do figure F19 "build/release/tests/vocabulary/nxcore_early_$library"; done
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
 suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
