@@ -80,6 +80,7 @@ figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_f
 figure F20 "$faults/nxcore_faults" sockets full
 suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
 fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
+figure F24 build/release/tests/text/nxcore_bounds full
 
 echo "on $(nproc) cores of $(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(uname -sr), $(g++ --version | head -1), $(date +%F)"
 exit $failed

@@ -1,0 +1,228 @@
+// F24: what large input may cost. nxcore_bounds [full]
+
+#include "core/numbers/nxDecimal.h"
+#include "core/prices/nxPriceConverter.h"
+#include "core/prices/nxPriceConverterHelper.h"
+#include "core/text/nxCSVFileReader.h"
+#include "core/text/nxStringHelper.h"
+#include "core/text/nxStringParser.h"
+#include "core/time/nxDateTime.h"
+#include "core/vocabulary/nxGenericEnum.h"
+#include "tests/faults/Faults.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <new>
+
+#include <fcntl.h>
+#include <malloc.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+using Clock = std::chrono::steady_clock;
+
+std::size_t requested = 0; // by `new`, in all
+
+/// A pipe with a name, into which another process writes the block over and over.
+class EndlessFile
+{
+public:
+    EndlessFile(std::string const& block, std::size_t times) : _path(_directory.Path() / "pipe")
+    {
+        if (mkfifo(_path.c_str(), 0600) != 0)
+            NotRun("F24 bounds: no pipe can be made");
+        _writer = fork();
+        if (_writer != 0)
+            return;
+        (void)signal(SIGPIPE, SIG_IGN);
+        int const pipe = open(_path.c_str(), O_WRONLY);
+        for (std::size_t i = 0; i < times; ++i)
+            if (write(pipe, block.data(), block.size()) != static_cast<ssize_t>(block.size()))
+                break;
+        _exit(0);
+    }
+    EndlessFile(EndlessFile const&) = delete;
+    EndlessFile& operator=(EndlessFile const&) = delete;
+    ~EndlessFile()
+    {
+        (void)waitpid(_writer, nullptr, 0);
+    }
+
+    std::string GetPath() const
+    {
+        return _path.string();
+    }
+
+private:
+    Directory _directory;
+    std::filesystem::path _path;
+    pid_t _writer = 0;
+};
+
+std::size_t BytesInUse()
+{
+    struct mallinfo2 const use = mallinfo2();
+    return use.uordblks + use.hblkhd;
+}
+
+/// @return what a row takes, in bytes, when so many have been read.
+double BytesOfARow(std::size_t rows)
+{
+    std::string row;
+    for (char letter = 'a'; letter < 'q'; ++letter)
+        row += std::string(63, letter) + ',';
+    row.back() = '\n'; // 1 KiB with its line feed
+    std::string block;
+    constexpr std::size_t rowsOfABlock = 64;
+    for (std::size_t i = 0; i < rowsOfABlock; ++i)
+        block += row;
+    EndlessFile const file(block, rows / rowsOfABlock);
+    std::size_t const before = BytesInUse();
+    nxCSVFileReader reader;
+    if (!reader.ReadFile(file.GetPath()).IsOK() || reader.GetRowCount() != rows)
+        return -1;
+    return static_cast<double>(BytesInUse() - before) / static_cast<double>(rows);
+}
+
+bool RowFigure(bool isFull)
+{
+    auto const start = Clock::now();
+    std::size_t const rows = isFull ? 1024 * 1024 : 64 * 1024;
+    rlimit const limit = {6ull << 30, 6ull << 30};
+    (void)setrlimit(RLIMIT_AS, &limit);
+    double const few = BytesOfARow(rows / 8);
+    double const many = BytesOfARow(rows);
+    constexpr double growth = 1.5; // of the list of rows, which is doubled when it is full
+    char text[120];
+    std::snprintf(text, sizeof(text),
+                  "F24 bounds, a file of %zu MiB: %.0f bytes for a row of 1024, %.0f in an eighth of it",
+                  rows / 1024, many, few);
+    return Report(text, start, few > 0 && many > 0 && many < growth * few);
+}
+
+bool LineFigure()
+{
+    auto const start = Clock::now();
+    EndlessFile const file(std::string(1 << 20, 'x'), 1024);
+    std::size_t const before = BytesInUse();
+    nxCSVFileReader reader;
+    bool const isRefused = reader.ReadFile(file.GetPath()) == NX_ERR_CSV_FILE_READ_ERROR;
+    std::size_t const kept = BytesInUse() - before;
+    constexpr std::size_t mostKept = 1 << 20;
+    return Report("F24 bounds, a line of 1 GiB: " + std::string(isRefused ? "refused, " : "taken, ") +
+                      std::to_string(kept) + " bytes kept",
+                  start, isRefused && kept < mostKept);
+}
+
+using Reader = std::function<void(std::string const&)>;
+
+std::vector<Reader> MakeReaders()
+{
+    std::vector<Reader> readers = {
+        [](std::string const& text) { (void)nxDecimal().SetFromString(text, '.'); },
+        [](std::string const& text)
+        {
+            double value = 0;
+            (void)nxStringHelper::SetFromString(text, value);
+        },
+        [](std::string const& text) { (void)nxGenericEnum().SetFromString(text); },
+        [](std::string const& text)
+        {
+            nxDateTime moment;
+            (void)nxDateTime::SetFromString(text, moment);
+        },
+        [](std::string const& text) { (void)nxDateTime(1720000000LL).GetAsString(text); },
+        [](std::string const& text) { nxCSVFileRow().SetRowData(text, ',', '"'); },
+        [](std::string const& text) { (void)nxCSVFileReader::GetAsCSVColumn(text); },
+        [](std::string const& text) { (void)nxStringHelper::GetUppercaseAndUnderscoreFormatted(text); },
+        [](std::string const& text)
+        {
+            std::deque<std::string> parts;
+            nxStringParser::ExtractAllSubstrings(text, parts, false, ',');
+        },
+    };
+    for (unsigned int format = NX_PRICE_FORMAT_DECIMALS;
+         format <= NX_PRICE_FORMAT_FRACTION_MODIFIED_EIGHTH_32NDS_TICK_ALT; ++format)
+        readers.push_back(
+            [format](std::string const& text)
+            {
+                std::unique_ptr<nxPriceConverter> const converter(
+                    nxPriceConverterHelper::CreatePriceConverter(
+                        nxPriceFormatEnum(static_cast<nxEnumValue>(format))));
+                (void)converter->SetMinimumTickIncrement(nxDecimal("0.01", '.'));
+                (void)converter->SetPriceFromString(text);
+            });
+    return readers;
+}
+
+bool TextFigure()
+{
+    auto const start = Clock::now();
+    constexpr std::size_t size = 64 * 1024;
+    constexpr double mostSeconds = 0.1;
+    constexpr std::size_t mostBytes = 64 * size;
+    unsigned int tried = 0;
+    unsigned int wrong = 0;
+    double slowest = 0;
+    std::size_t largest = 0;
+    for (std::string const piece :
+         {"0", "9", "-", ",", "\"", "a,", "\"a\",", "\",", "a", "aB", ".", "1.", "%c", "\n", " "})
+    {
+        std::string text;
+        while (text.size() + piece.size() <= size)
+            text += piece;
+        for (Reader const& read : MakeReaders())
+        {
+            std::size_t const before = requested;
+            auto const begin = Clock::now();
+            read(text);
+            double const seconds = std::chrono::duration<double>(Clock::now() - begin).count();
+            std::size_t const bytes = requested - before;
+            slowest = std::max(slowest, seconds);
+            largest = std::max(largest, bytes);
+            wrong += seconds > mostSeconds || bytes > mostBytes;
+            ++tried;
+        }
+    }
+    char words[160];
+    std::snprintf(
+        words, sizeof(words),
+        "F24 bounds, %u readings of 64 KiB: %u beyond 0.1 s or 4 MiB, slowest %.1f ms, largest %zu KiB",
+        tried, wrong, slowest * 1000, largest / 1024);
+    return Report(words, start, wrong == 0);
+}
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    requested += size;
+    if (void* const memory = std::malloc(size == 0 ? 1 : size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    std::free(memory);
+}
+
+int main(int argumentCount, char** arguments)
+{
+    bool const isFull = argumentCount > 1 && std::string(arguments[1]) == "full";
+    bool const isKept[] = {TextFigure(), LineFigure(), RowFigure(isFull)};
+    return isKept[0] && isKept[1] && isKept[2] ? 0 : 1;
+}
