@@ -350,33 +350,32 @@ void InShards(Work work)
         thread.join();
 }
 
-bool LadderFigure(bool isFull)
+bool LadderFigure()
 {
-    auto const start = std::chrono::steady_clock::now();
+    auto const start = Clock::now();
     Tally tally;
-    std::atomic<unsigned int> uneven = 0;
+    std::atomic<std::size_t> even = 0;
     InShards(
         [&](unsigned int shard)
         {
             for (std::size_t i = shard; i < std::size(ladderNames); i += shards)
             {
                 LadderWalk ladder(ladderNames[i], tally);
+                if (!ladder.IsEven())
+                    continue;
+                ++even;
                 auto const ranges = static_cast<long long>(ladder.GetRangeCount());
-                if (ladder.IsEven())
-                    ladder.Walk(isFull ? 1'000'000 / (2 * ranges) : 3); // below and above each top
-                else
-                    ++uneven;
+                ladder.Walk(isFull ? 1'000'000 / (2 * ranges) : 3); // below and above each top
             }
         });
-    return Report("F18 ladders, " + std::to_string(std::size(ladderNames) - uneven) + " of " +
-                      std::to_string(std::size(ladderNames)) + " walked up and down over " +
-                      std::to_string(tally.tried) + " prices: " + std::to_string(tally.wrong) + " wrong",
-                  start, tally.wrong == 0);
+    return Report(start, tally.wrong == 0,
+                  "F18 ladders, %zu of %zu walked up and down over %llu prices: %llu wrong", even.load(),
+                  std::size(ladderNames), tally.tried.load(), tally.wrong.load());
 }
 
-bool DecimalFigure(bool isFull)
+bool DecimalFigure()
 {
-    auto const start = std::chrono::steady_clock::now();
+    auto const start = Clock::now();
     unsigned int const pairs = isFull ? 10'000'000 : 50'000;
     Tally tally;
     InShards(
@@ -386,18 +385,17 @@ bool DecimalFigure(bool isFull)
             for (unsigned int i = shard; i < pairs; i += shards)
                 DecimalPair(random, tally).Check();
         });
-    return Report("F18 decimals, " + std::to_string(pairs) +
-                      " random pairs against whole numbers of 128 bits: " + std::to_string(tally.wrong) +
-                      " wrong",
-                  start, tally.wrong == 0);
+    return Report(start, tally.wrong == 0,
+                  "F18 decimals, %u random pairs against whole numbers of 128 bits: %llu wrong", pairs,
+                  tally.wrong.load());
 }
 } // namespace
 
 int main(int argumentCount, char** arguments)
 {
     std::string const figure = argumentCount > 1 ? arguments[1] : "";
-    bool const isFull = argumentCount > 2 && std::string(arguments[2]) == "full";
+    isFull = argumentCount > 2 && std::string(arguments[2]) == "full";
     if (figure == "ladders")
-        return LadderFigure(isFull) ? 0 : 1;
-    return figure == "decimals" && DecimalFigure(isFull) ? 0 : 1;
+        return LadderFigure() ? 0 : 1;
+    return figure == "decimals" && DecimalFigure() ? 0 : 1;
 }

@@ -28,15 +28,13 @@
 
 namespace
 {
-using Clock = std::chrono::steady_clock;
-
 std::size_t requested = 0; // by `new`, in all
 
 /// A pipe with a name, into which another process writes the block over and over.
 class EndlessFile
 {
 public:
-    EndlessFile(std::string const& block, std::size_t times) : _path(_directory.Path() / "pipe")
+    EndlessFile(std::string const& block, std::size_t times) : _path(_directory.path / "pipe")
     {
         if (mkfifo(_path.c_str(), 0600) != 0)
             NotRun("F24 bounds: no pipe can be made");
@@ -93,7 +91,7 @@ double BytesOfARow(std::size_t rows)
     return static_cast<double>(BytesInUse() - before) / static_cast<double>(rows);
 }
 
-bool RowFigure(bool isFull)
+bool RowFigure()
 {
     auto const start = Clock::now();
     std::size_t const rows = isFull ? 1024 * 1024 : 64 * 1024;
@@ -102,11 +100,9 @@ bool RowFigure(bool isFull)
     double const few = BytesOfARow(rows / 8);
     double const many = BytesOfARow(rows);
     constexpr double growth = 1.5; // of the list of rows, which is doubled when it is full
-    char text[120];
-    std::snprintf(text, sizeof(text),
+    return Report(start, few > 0 && many > 0 && many < growth * few,
                   "F24 bounds, a file of %zu MiB: %.0f bytes for a row of 1024, %.0f in an eighth of it",
                   rows / 1024, many, few);
-    return Report(text, start, few > 0 && many > 0 && many < growth * few);
 }
 
 bool LineFigure()
@@ -118,9 +114,8 @@ bool LineFigure()
     bool const isRefused = reader.ReadFile(file.GetPath()) == NX_ERR_CSV_FILE_READ_ERROR;
     std::size_t const kept = BytesInUse() - before;
     constexpr std::size_t mostKept = 1 << 20;
-    return Report("F24 bounds, a line of 1 GiB: " + std::string(isRefused ? "refused, " : "taken, ") +
-                      std::to_string(kept) + " bytes kept",
-                  start, isRefused && kept < mostKept);
+    return Report(start, isRefused && kept < mostKept, "F24 bounds, a line of 1 GiB: %s, %zu bytes kept",
+                  isRefused ? "refused" : "taken", kept);
 }
 
 using Reader = std::function<void(std::string const&)>;
@@ -193,12 +188,10 @@ bool TextFigure()
             ++tried;
         }
     }
-    char words[160];
-    std::snprintf(
-        words, sizeof(words),
+    return Report(
+        start, wrong == 0,
         "F24 bounds, %u readings of 64 KiB: %u beyond 0.1 s or 4 MiB, slowest %.1f ms, largest %zu KiB",
         tried, wrong, slowest * 1000, largest / 1024);
-    return Report(words, start, wrong == 0);
 }
 } // namespace
 
@@ -222,7 +215,7 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 
 int main(int argumentCount, char** arguments)
 {
-    bool const isFull = argumentCount > 1 && std::string(arguments[1]) == "full";
-    bool const isKept[] = {TextFigure(), LineFigure(), RowFigure(isFull)};
+    isFull = argumentCount > 1 && std::string(arguments[1]) == "full";
+    bool const isKept[] = {TextFigure(), LineFigure(), RowFigure()};
     return isKept[0] && isKept[1] && isKept[2] ? 0 : 1;
 }
