@@ -136,7 +136,7 @@ WORKLOADS = [
     socket("UDP send and receive", "SendAndReceive"),
     socket("TCP to and fro", "TcpToAndFro", Asio="TcpToAndFro:asio_ns"),
     socket("UDP to and fro", "UdpToAndFro", Asio="UdpToAndFro:asio_ns"),
-    Workload("start-up, processor time above the C++ runtime's", "nxStartBench", "nxStartHost",
+    Workload("start-up, processor time above an empty program's", "nxStartBench", "nxStartHost",
              "nxStartEmpty", "<= 1500 more", "real_time", "µs",
              more={"C++ runtime alone": "nxStartRuntime"}),
 ]
