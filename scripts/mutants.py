@@ -74,7 +74,8 @@ def programs():
     for program in sorted(BUILD.glob("fuzz/fuzz_*")):
         name = program.name.removeprefix("fuzz_")
         if program.is_file():
-            yield name, (str(program), str(COPY / "fuzz/corpus" / name))
+            inputs = COPY / "fuzz/inputs" / (name.removesuffix("_deferred") + ".txt")
+            yield name, (str(program), str(COPY / "fuzz/corpus" / name), str(inputs))
 
 
 def failing(commands):
