@@ -53,6 +53,17 @@ fuzz() {
   rm -f "$log"
 }
 
+# last NUMBER COMMAND...: a program whose last line is the figure.
+last() {
+  local number=$1 log
+  shift
+  wanted "$number" || return 0
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || failed=1
+  tail -1 "$log"
+  rm -f "$log"
+}
+
 notRun() { ! wanted "$1" || echo "$1 $2: not run, $3"; }
 
 configure_and_build release || exit 2
@@ -78,6 +89,8 @@ for figure in ladders decimals; do figure F18 build/release/tests/prices/nxcore_
 for library in nxcore nxcore-static; do figure F19 "build/release/tests/vocabulary/nxcore_early_$library"; done
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
+last F21 ./test -coverage
+last F22 scripts/mutants.py 60
 suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
 fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
 figure F24 build/release/tests/text/nxcore_bounds full
