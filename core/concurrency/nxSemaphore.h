@@ -66,7 +66,8 @@ public:
     /// Takes one from the count, and waits for at most that long while it is zero. The time is cut to whole
     /// nanoseconds and the clock to whole milliseconds, so that a wait may be up to a millisecond short; it
     /// stands on the wall clock and is as much longer or shorter as somebody sets that back or forward.
-    /// @param seconds  zero and less do not wait; the whole part is kept in 32 bits.
+    /// @param seconds  zero and less do not wait, down to -2^31; the whole part is kept in 32 bits, so that a number
+    ///                 further below may come out as a wait.
     /// @return OK; NX_ERR_THR_TIMEDOUT; NX_ERR_INVALID_PARAMETER for a number that is none and, about once in
     ///         a thousand waits, for a deadline that the system refuses, without waiting; NX_ERR_THR_DEADLOCK
     ///         or NX_ERR_THR_INTERRUPTED as the system says. Every other failure counts as a timeout.
