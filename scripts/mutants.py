@@ -19,8 +19,8 @@ SOURCES = {  # what is changed: the programs that should be the first to notice
     "core/prices/*.cpp": ("prices", "ladder", "price_text", "volume_text"),
     "core/prices/tables/*.def": ("prices", "ladder"),
     "core/numbers/nxDecimal.cpp": ("numbers", "decimal"),
-    "core/logging/*.cpp": ("logging", "log_statement", "log_calls"),
-    "core/concurrency/nxFunctor*.cpp": ("concurrency", "functors"),
+    "core/logging/*.cpp": ("logging", "log_statement", "log_calls", "faults"),
+    "core/concurrency/nxFunctor*.cpp": ("concurrency", "functors", "faults"),
 }
 FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
@@ -76,6 +76,7 @@ def programs():
         if program.is_file():
             inputs = COPY / "fuzz/inputs" / (name.removesuffix("_deferred") + ".txt")
             yield name, (str(program), str(COPY / "fuzz/corpus" / name), str(inputs))
+    yield "faults", ("ctest", "--test-dir", str(BUILD), "-j2", "--stop-on-failure", "--timeout", "60", "-R", "^faults")
 
 
 def failing(commands):
@@ -87,7 +88,7 @@ def usable():
     """The programs that pass on the unchanged sources; some need what only CTest sets up around them."""
     for folder, command in programs():
         if failing([command]):
-            print(f"left out: {pathlib.Path(command[0]).name} fails by itself")
+            print(f"left out: {pathlib.Path(command[0]).name} of {folder} fails by itself")
         else:
             yield folder, command
 

@@ -186,6 +186,29 @@ TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
     EXPECT_EQ(queue.Size(), 1u);
 }
 
+TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
+{
+    constexpr int WORKERS = 3;
+    std::atomic<int> inside = 0;
+    std::atomic<bool> released = false;
+    Queue queue;
+    queue.Create(new nxFunctorThreadPool(WORKERS));
+    for (int functor = 0; functor < WORKERS + 1; ++functor)
+    {
+        Push(queue,
+             [&]
+             {
+                 ++inside;
+                 WaitUntil([&] { return released.load(); });
+             });
+    }
+    WaitUntil([&] { return inside == WORKERS; });
+    EXPECT_EQ(queue.Size(), 1u);
+    released = true;
+    WaitUntil([&] { return inside == WORKERS + 1; });
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
 TEST(nxFunctorThread, AStopFromWithinItsOwnWorkDoesNotHang)
 {
     std::atomic<bool> stopped = false;
