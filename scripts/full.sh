@@ -91,7 +91,7 @@ figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_f
 figure F20 "$faults/nxcore_faults" sockets full
 last F21 ./test -coverage
 last F22 scripts/mutants.py 60
-suite F23 "suite 5 times, shuffled, on one core beside a load" -repeat 5
+suite F23 "suite 2 times, shuffled, on one core beside a load" -repeat 2
 fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
 figure F24 build/release/tests/text/nxcore_bounds full
 
