@@ -127,8 +127,9 @@ Host::Host(files::path const& directory, Arguments const& role, Environment cons
     arguments.push_back(nullptr);
     Environment all = {{"KVT_LOG_DIRECTORY", (directory / "log").string()},
                        {"KVT_LOG_TO_CONSOLE", "NO"},
-                       {"ASAN_OPTIONS", "detect_leaks=0"},    // most hosts end in the middle of something
-                       {"TSAN_OPTIONS", "die_after_fork=0"}}; // threads of a forked child are meant here
+                       {"ASAN_OPTIONS", "detect_leaks=0"}, // most hosts end in the middle of something
+                       {"TSAN_OPTIONS",
+                        "report_thread_leaks=0:die_after_fork=0"}}; // and threads of a forked child are meant
     all.insert(environment.begin(), environment.end());
 
     _process = fork();
