@@ -10,6 +10,7 @@ cd "$(dirname "$0")/.."
 #   *TenThousand*, *64MiB, *OneOfManyThreads*, *Sweep*, *Backlog*   take hours at a fiftieth of the speed
 #   *WithoutRoom*, *LimitOfDescriptors*   ask for what valgrind refuses in words of its own, or has not itself
 #   *SizeThatIsRefused*   gives the system a bad address on purpose
+# and the programs of locales, which ctest builds for them.
 filter='-*Cost*:*Allocat*:*OneWrite*:*TenThousand*:*64MiB*:*OneOfManyThreads*:*Sweep*:*Backlog*:*WithoutRoom*'
 filter="$filter:*LimitOfDescriptors*:*SizeThatIsRefused*"
 # A forked child has none of the threads that hold what its parent's threads held: tests that fork beside threads are not
@@ -39,7 +40,7 @@ examine() {
 }
 
 leaks=(--leak-check=full --show-leak-kinds=definite,indirect --errors-for-leak-kinds=definite,indirect)
-for program in $(find build/release/tests -name 'nxcore_*_test' -type f -perm -u+x | grep -E "${1:-.}" | sort); do
+for program in $(find build/release/tests -name 'nxcore_*_test' -type f -perm -u+x | grep -v locale | grep -E "${1:-.}" | sort); do
   examine "$program" "$filter:$forks" "${leaks[@]}"
   if "$program" --gtest_list_tests --gtest_filter="$forks" | grep -q '^  '; then
     examine "$program" "$forks" --leak-check=no
