@@ -13,7 +13,7 @@
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeyText.h"
 #include "core/text/nxDigits.h"
-#include "core/text/nxStringHelper.h"
+#include "core/vocabulary/nxAsciiLetters.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -95,7 +95,7 @@ void nxLogManager::_RegisterConsole()
 {
     nxConsoleLogDevice& console = nxConsoleLogDevice::GetInstance();
     std::string output = GetKey(nxConfigurationKeyText::KVT_LOG_TO_CONSOLE);
-    nxStringHelper::ToUpper(output);
+    nxAsciiLetters::ToUpper(output);
     if (output == "NO" || output == "FALSE")
     {
         return;

@@ -1,3 +1,4 @@
+#include "core/vocabulary/nxAsciiLetters.h"
 #include "core/vocabulary/nxCallPutEnum.h"
 #include "core/vocabulary/nxDayOfWeekEnum.h"
 #include "core/vocabulary/nxEnumWords.h"
@@ -11,7 +12,6 @@
 #include "core/vocabulary/nxTickDataPeriodEnum.h"
 #include "core/vocabulary/nxTradingSessionTypeEnum.h"
 
-#include <algorithm>
 #include <string_view>
 
 // What products, their markets and the calendar have beside their rows.
@@ -80,12 +80,6 @@ constexpr StateWord stateWords[] = {
     {"INTRADAY_AUCTION", 0x10000000},
     {"EXPIRING", 0x20000000},
 };
-
-// Of the basic character set only: an exchange's words mean the same in every locale.
-constexpr char ToUpper(char letter)
-{
-    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
 
 constexpr int daysOfWeek = 7;
 } // namespace
@@ -313,7 +307,7 @@ bool nxProductStateBitMask::GetStateBitMaskValueForTokenString(std::string const
                                                                nxProductStateBitMask& state)
 {
     std::string upper = word;
-    std::transform(upper.begin(), upper.end(), upper.begin(), ToUpper);
+    nxAsciiLetters::ToUpper(upper);
     for (StateWord const& row : stateWords)
     {
         if (row.word != upper)
