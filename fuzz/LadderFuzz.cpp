@@ -70,13 +70,22 @@ public:
         return range;
     }
 
-    /// Whether every top is a price of its own range and of the one above: only then is there one ladder of prices.
+    /// Only if each top is a price of its range, and one tick more is one of the next, is there one ladder of prices.
     bool IsEven() const
     {
         for (std::size_t range = 0; range + 1 < _ranges.size(); ++range)
-            if (Top(range) % Tick(range) != 0 || Top(range) % Tick(range + 1) != 0)
+            if (Top(range) % Tick(range) != 0 || (Top(range) + Tick(range)) % Tick(range + 1) != 0)
                 return false;
         return true;
+    }
+
+    /// The price of the ladder that is the nearest toward zero, if the ladder is even.
+    FuzzWide CutToPrice(FuzzWide price) const
+    {
+        std::size_t const range = FindRange(price);
+        if (range != 0 && Magnitude(price) < Top(range - 1) + Tick(range - 1))
+            return price < 0 ? -Top(range - 1) : Top(range - 1);
+        return price - price % Tick(range);
     }
 
     nxVariableTickTable const& table;
@@ -169,10 +178,9 @@ void FuzzOne(FuzzInput& input)
     auto const places = static_cast<unsigned char>(input.Below(7));
     auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + input.Below(4));
     CheckRound(ladder, MakeDecimal(price, places), method);
-    price -= price % ladder.Tick(ladder.FindRange(price));
     bool const up = input.Truth();
     int const ticks = input.Take<short>() % 200;
     if (ladder.IsEven())
-        CheckSteps(ladder, price, up, ticks);
+        CheckSteps(ladder, ladder.CutToPrice(price), up, ticks);
     CheckFixedTick(input);
 }
