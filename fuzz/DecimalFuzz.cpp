@@ -97,29 +97,16 @@ struct Model
         value = Wrap(-FuzzWide{value});
     }
 
-    void Round(Model const& step, nxEnumValue method)
+    /// Only for whole numbers of which the doubles in between are exact.
+    void Round(long long step, nxEnumValue method)
     {
-        if (!IsValid() || !step.IsValid() || step.value == 0)
-            return;
         bool const isNegative = value < 0;
-        if (isNegative)
-            Negate();
-        if (isNegative && (method == NX_ROUNDING_METHOD_DOWN || method == NX_ROUNDING_METHOD_UP))
-            method = method == NX_ROUNDING_METHOD_DOWN ? NX_ROUNDING_METHOD_UP : NX_ROUNDING_METHOD_DOWN;
-        long long const quotient =
-            places + step.places == 0 ? Wrap(FuzzWide{value} / step.value) : Combine('/', step).IntegerPart();
-        Model const base = Model{NX_VALID, quotient, 0}.Combine('*', step);
-        Model const rest = Combine('-', base);
-        auto const placesOfTwo = static_cast<unsigned char>(step.places + 1);
-        Model const two = {NX_VALID, Wrap(2 * FuzzWide{PowerOfTen(placesOfTwo)}), placesOfTwo};
-        int const side = rest.Compare(step.Combine('/', two)); // of the middle
-        bool const stays = method == NX_ROUNDING_METHOD_DOWN               ? true
-                           : method == NX_ROUNDING_METHOD_UP               ? rest.Compare(Model()) == 0
-                           : method == NX_ROUNDING_METHOD_MODIFIED_NEAREST ? side <= 0
-                                                                           : side < 0;
-        *this = stays ? base : base.Combine('+', step);
-        if (isNegative)
-            Negate();
+        long long const rest = std::abs(value) % step;
+        bool const isAway = method == NX_ROUNDING_METHOD_DOWN               ? isNegative && rest != 0
+                            : method == NX_ROUNDING_METHOD_UP               ? !isNegative && rest != 0
+                            : method == NX_ROUNDING_METHOD_MODIFIED_NEAREST ? 2 * rest > step
+                                                                            : 2 * rest >= step;
+        value += (isNegative ? -1 : 1) * (isAway ? step - rest : -rest);
     }
 
     void SetPlaces(unsigned char wanted, bool onlyDropZeros)
@@ -203,6 +190,20 @@ void CheckOrder(nxDecimal const& a, nxDecimal const& b, Model const& left, Model
     CheckSame(nxDecimal::GetMax(a, b), !both ? valid : order < 0 ? right : left);
 }
 
+/// Exact where all is whole; elsewhere the step is left alone or gives its places.
+void CheckRound(nxDecimal& a, nxDecimal const& b, Model& left, Model const& right, nxEnumValue method)
+{
+    constexpr long long exact = 1LL << 40;
+    a.Round(b, nxRoundingMethodEnum(method));
+    if (!left.IsValid() || !right.IsValid() || right.value == 0)
+        return;
+    bool const isWhole = left.places == 0 && right.places == 0 && right.value > 0;
+    if (isWhole && right.value < exact && left.value > -exact && left.value < exact)
+        left.Round(right.value, method);
+    else
+        left = {NX_VALID, a.GetValue(), right.places};
+}
+
 /// One operation on `a`, with `b` as the other operand.
 void Step(FuzzInput& input, nxDecimal& a, nxDecimal const& b, Model& left, Model const& right)
 {
@@ -216,10 +217,10 @@ void Step(FuzzInput& input, nxDecimal& a, nxDecimal const& b, Model& left, Model
     switch (operation)
     {
     case 0: a += b, left = left.Combine('+', right); break;
-    case 1: a -= b, left = left.Combine('-', right); break;
+    case 1: a = a - b, left = left.Combine('-', right); break;
     case 2: a *= b, left = left.Combine('*', right); break;
-    case 3: a /= b, left = left.Combine('/', right); break;
-    case 4: a.Round(b, nxRoundingMethodEnum(method)), left.Round(right, method); break;
+    case 3: a = a / b, left = left.Combine('/', right); break;
+    case 4: CheckRound(a, b, left, right, method); break;
     case 5: a.SetDecimalPlaces(places, false), left.SetPlaces(places, false); break;
     case 6: a.SetDecimalPlaces(places, true), left.SetPlaces(places, true); break;
     case 7:

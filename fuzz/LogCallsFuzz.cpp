@@ -10,11 +10,9 @@
 #include "core/logging/nxLogSite.h"
 
 #include <array>
-#include <fstream>
 #include <mutex>
 
 #include <semaphore.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #ifdef NX_FUZZ_DEFERRED
@@ -62,7 +60,7 @@ public:
     {
         std::string const text = *log.GetLogEntry();
         if (!text.starts_with("line"))
-            return; // what the log says about its files
+            return; // what the log says itself
         Note(text);
         if (std::string const answer = GetAnswer(text, name); !answer.empty())
             NX_LOG(NX_INF, answer);
@@ -105,20 +103,6 @@ void Drain()
         nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(longest));
 }
 
-/// A child that logs a line and ends.
-void Fork()
-{
-    pid_t const child = fork();
-    if (child == 0)
-    {
-        NX_LOG(NX_INF, "from the child");
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    FUZZ_EQUAL(status, 0);
-}
-
 class Session
 {
 public:
@@ -137,14 +121,9 @@ public:
                 _listed.push_back(device);
             break;
         case 2: _manager.UnregisterLogDevice(&devices[device]), std::erase(_listed, device); break;
-        case 3: _manager.UnregisterAllLogDevices(), _listed.clear(), _isFileListed = false; break;
-        case 4: CreateFile(input.Take<unsigned char>()); break;
-        case 5: _isFileOpen ? Reopen() : void(); break;
+        case 3: _manager.UnregisterAllLogDevices(), _listed.clear(); break;
         case 6: WriteAtOnce(); break;
         case 7: Destroy(); break;
-        case 8:
-            input.Take<std::uint8_t>() >= 252 && !std::exchange(_hasForked, true) ? Fork() : void();
-            break;
         case 9: _manager.SetRecommendedBufferCapacity(input.Take<unsigned short>()); break;
         case 10: _manager.FlushDevices(); break;
         case 11: Write(" answer"); break;
@@ -162,9 +141,6 @@ public:
             FUZZ_CHECK(InOrder(std::exchange(devices[device].notes, {})) == InOrder(_expected[device]));
         }
         _manager.UnregisterAllLogDevices();
-        (void)nxFileLogDevice::GetInstance().Destroy();
-        if (_hasFiles)
-            CheckFiles();
     }
 
 private:
@@ -180,20 +156,13 @@ private:
         }
     }
 
-    void Note(std::string const& line)
-    {
-        Expect(line);
-        if (_isFileListed && _isFileOpen)
-            _fileLines.push_back(line);
-    }
-
     void Write(std::string const& text)
     {
         std::string const line = "line " + std::to_string(++_count) + text;
         bool const isWanted = _count % 7 != 0;
         NX_LOG(isWanted ? NX_INF : NX_DBG, line);
         if (isWanted)
-            Note(line);
+            Expect(line);
     }
 
     /// Past the queue, and of any level.
@@ -203,26 +172,7 @@ private:
         nxLog log(NX_DBG, "file.cpp", 1);
         log << line;
         _manager.ImmediateWrite(log);
-        Note(line);
-    }
-
-    /// @param size  in units of 16 bytes; none for 0
-    void CreateFile(unsigned int size)
-    {
-        using Size = nxValueWrapper<unsigned long long, -1, -2>;
-        bool const isCreated = nxFileLogDevice::GetInstance().Create(size == 0 ? Size() : Size(size * 16ULL));
-        FUZZ_EQUAL(isCreated, !_isFileOpen);
-        if (isCreated)
-            _fileLines.clear();
-        _manager.RegisterLogDevice(&nxFileLogDevice::GetInstance());
-        _isFileOpen = _isFileListed = _hasFiles = true;
-    }
-
-    /// A file that is opened within the second of another of its name begins anew; what follows counts again.
-    void Reopen()
-    {
-        FUZZ_CHECK(nxFileLogDevice::GetInstance().CloseAndReopenLogFile());
-        _fileLines.clear();
+        Expect(line);
     }
 
     /// With a writer the log ends for good, so that only the other kind is ended.
@@ -233,37 +183,11 @@ private:
         FUZZ_CHECK(_manager.Destroy().IsOK());
         for (std::size_t const device : std::exchange(_listed, {}))
             _expected[device].push_back("destroyed");
-        _isFileOpen = _isFileOpen && !_isFileListed;
-        _isFileListed = false;
-    }
-
-    /// Each line is in one of the files, once.
-    void CheckFiles() const
-    {
-        std::string all;
-        for (auto const& entry : std::filesystem::recursive_directory_iterator(FuzzFolder()))
-            if (entry.is_regular_file())
-            {
-                std::ifstream file(entry.path(), std::ios::binary);
-                all.append(std::istreambuf_iterator<char>(file), {});
-                std::filesystem::remove(entry.path());
-            }
-        for (std::string const& line : _fileLines)
-        {
-            std::size_t const place = all.find("] " + line + " [");
-            FUZZ_CHECK(place != std::string::npos);
-            FUZZ_CHECK(all.find("] " + line + " [", place + 1) == std::string::npos);
-        }
     }
 
     nxLogManager& _manager = nxLogManager::GetInstance();
     std::vector<std::size_t> _listed;
     std::array<Notes, 4> _expected;
-    bool _isFileOpen = false;
-    bool _isFileListed = false;
-    bool _hasFiles = false;
-    bool _hasForked = false; // once is enough: it takes as long as all the rest
-    Notes _fileLines;
     unsigned int _count = 0;
 };
 } // namespace

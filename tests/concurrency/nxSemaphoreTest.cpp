@@ -49,6 +49,17 @@ nxErrorEnum WaitUnderSignals(std::function<nxErrorEnum()> const& wait)
 }
 } // namespace
 
+TEST(nxSemaphore, EachWaitTakesOneOfTheCount)
+{
+    nxSemaphore semaphore(3);
+    EXPECT_TRUE(semaphore.Post().IsOK());
+    EXPECT_EQ(semaphore.GetValue(), 4);
+    EXPECT_TRUE(semaphore.TryWait().IsOK() && semaphore.Wait().IsOK());
+    EXPECT_TRUE(semaphore.TimedWait(0.0).IsOK() && semaphore.TimedWait_Microseconds(0).IsOK());
+    EXPECT_EQ(semaphore.GetValue(), 0);
+    EXPECT_EQ(semaphore.TryWait(), NX_ERR_THR_LOCKED);
+}
+
 TEST(nxSemaphore, TimedWaitsEndInTime)
 {
     nxSemaphore semaphore(0);

@@ -89,59 +89,16 @@ TEST(nxDecimalState, PartsAndEncodedForm)
     EXPECT_EQ(places, 0);
 }
 
-TEST(nxDecimalState, SignAndScale)
+TEST(nxDecimalState, ChangesItself)
 {
     nxDecimal decimal("1.5");
-    EXPECT_EQ(&-decimal, &decimal); // changes the object
+    EXPECT_EQ(&-decimal, &decimal);
     EXPECT_EQ(Held(decimal), "-15@1");
     EXPECT_EQ(Held(nxDecimal::Abs(decimal)), "15@1");
-    EXPECT_EQ(Held(nxDecimal::Abs(Raw(smallest, 0))), "-9223372036854775808@0"); // wraps
-    decimal = nxDecimal("1.2300");
-    decimal.Normalise(1);
-    EXPECT_EQ(Held(decimal), "123@2");
-    decimal.SetDecimalPlaces(1, false);
-    EXPECT_EQ(Held(decimal), "12@1"); // cut, not rounded
-}
-
-TEST(nxDecimalArithmetic, Results)
-{
-    using Row = std::tuple<char const*, char, char const*, char const*>;
-    Row const rows[] = {
-        {"1", '-', "1.5", "-0.5"},
-        {"-9223372036854775808", '-', "1", "9223372036854775807"},
-        {"1.5", '*', "1.5", "2.3"},
-        {"-1.5", '*', "1.5", "-2.2"}, // half up on the number line
-        {"3037000500", '*', "3037000500", "-9223372036709301616"},
-        {"7", '/', "2", "4"},
-        {"-7", '/', "2", "-3"},
-        {"1.00", '/', "3", "0.33"},
-        {"5", '/', "0", "0"},
-        {"5.0", '/', "0", "-922337203685477580.8"},
-        {"5", '/', "0.00", "-92233720368547758.08"},
-        {"NULL", '+', "5", "NULL"}, // what is not valid stays on the left and is ignored on the right
-        {"NOCHANGE", '*', "5", "NOCHANGE"},
-        {"5.0", '+', "NULL", "5.0"},
-        {"5.0", '/', "NULL", "5.0"}};
-    for (auto const& [leftText, operation, rightText, expected] : rows)
-    {
-        nxDecimal const left = Make(leftText);
-        nxDecimal const right = Make(rightText);
-        nxDecimal result;
-        nxDecimal assigned(left);
-        switch (operation)
-        {
-        case '+': result = left + right, assigned += right; break;
-        case '-': result = left - right, assigned -= right; break;
-        case '*': result = left * right, assigned *= right; break;
-        default: result = left / right, assigned /= right; break;
-        }
-        EXPECT_EQ(Held(result), Held(Make(expected))) << leftText << operation << rightText;
-        EXPECT_EQ(Held(assigned), Held(result));
-    }
-    nxDecimal self("1.5");
-    self += self;
-    self *= self;
-    EXPECT_EQ(Held(self), "90@1");
+    decimal += decimal;
+    decimal *= decimal;
+    decimal.Round(decimal, NX_ROUNDING_METHOD_UP);
+    EXPECT_EQ(Held(decimal), "90@1");
 }
 
 TEST(nxDecimalRound, GivesAMultipleOfTheStep)
@@ -176,9 +133,6 @@ TEST(nxDecimalRound, GivesAMultipleOfTheStep)
     }
     EXPECT_EQ(Rounded("-9223372036854775808", "-1", NX_ROUNDING_METHOD_DOWN),
               "-9223372036854775808"); // wraps
-    nxDecimal itself("1.25");
-    itself.Round(itself, NX_ROUNDING_METHOD_UP);
-    EXPECT_EQ(Held(itself), "125@2");
 }
 
 TEST(nxDecimalText, PlainAndTrimmed)

@@ -1,4 +1,4 @@
-// What nxCSVFileReader makes of whole files: comments, ends of lines, long lines and what can't be read.
+// What nxCSVFileReader makes of files of any size and of what can't be read; a fuzz target holds their lines.
 #include "core/text/nxCSVFileReader.h"
 #include "tests/text/nxTestFile.h"
 
@@ -6,7 +6,6 @@
 
 #include <sys/stat.h>
 #include <thread>
-#include <utility>
 
 namespace
 {
@@ -36,29 +35,6 @@ public:
 };
 
 } // namespace
-
-TEST(nxCSVFileReader, ReadsLines)
-{
-    nxTestFile const file("a;\"b;c\"\n\n \t\r\n  # note\n;x\n\"open;d\n\te\tf");
-    nxCSVFileReader reader(';', true);
-    ASSERT_TRUE(reader.ReadFile(file.Path()).IsOK());
-    EXPECT_EQ(GetText(reader), "a|b;c\nopen;d\ne\tf\n"); // quotes that stay open end with their line
-
-    std::string column("old");
-    nxCSVFileReader::GetAsCSVColumn("ab\"cd", column);
-    EXPECT_EQ(column, "\"ab\"\"\"c\"d\""); // every byte from the first quote on is preceded by one
-}
-
-TEST(nxCSVFileReader, EndsAtATooLongLine)
-{
-    for (unsigned int const length : {8191u, 8192u})
-    {
-        nxTestFile const file("a\n" + std::string(length, 'x') + "\nb");
-        nxCSVFileReader reader;
-        EXPECT_EQ(reader.ReadFile(file.Path()), length == 8191 ? 0u : NX_ERR_CSV_FILE_READ_ERROR);
-        EXPECT_EQ(reader.GetRowCount(), length == 8191 ? 3u : 1u);
-    }
-}
 
 TEST(nxCSVFileReader, AsksTheCallbackWithTheTrimmedLine)
 {
