@@ -3,6 +3,7 @@
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxLogSite.h"
 #include "core/platform/nxEnvironment.h"
+#include "core/platform/nxInitialiseFirst.h"
 #include "core/platform/nxPThread.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeyText.h"
@@ -27,9 +28,9 @@ struct nxApplicationData::_Members
     bool _mifidEnabled = false;
 };
 
-// Built at load, and with it the members: their fork handlers must be older than those of the log, which asks for names
-// while it holds locks of its own.
-nxDateTime const nxApplicationData::_startTime = (_Get(), nxDateTime());
+// Built at load, also of a program with the library inside it, and with it the members: their fork handlers must be older
+// than those of the log, which asks for names while it holds locks of its own.
+NX_INITIALISE_FIRST nxDateTime const nxApplicationData::_startTime = (_Get(), nxDateTime());
 
 nxApplicationData::_Members& nxApplicationData::_Get()
 {
