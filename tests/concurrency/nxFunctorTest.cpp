@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <ctime>
 #include <functional>
 #include <stdexcept>
 #include <thread>
@@ -206,6 +207,16 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     EXPECT_EQ(queue.Size(), 1u);
     released = true;
     WaitUntil([&] { return inside == WORKERS + 1; });
+    EXPECT_TRUE(queue.Stop().IsOK());
+}
+
+TEST(nxFunctorThread, SleepsWhenThereIsNothingToRun)
+{
+    Queue queue;
+    queue.Create(new nxFunctorThread);
+    std::clock_t const before = std::clock(); // of the process, whatever else the machine does
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 20);
     EXPECT_TRUE(queue.Stop().IsOK());
 }
 

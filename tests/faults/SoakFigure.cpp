@@ -5,6 +5,7 @@
 #include "tests/Sanitizer.h"
 #include "tests/faults/Faults.h"
 
+#include <cstdlib>
 #include <thread>
 
 #include <sys/mount.h>
@@ -111,6 +112,19 @@ void LogMore(unsigned int lines)
     nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
 }
 
+/// A child that is forked while lines wait for room has none of them to write.
+void LeaveToParent(unsigned int child)
+{
+    pid_t const process = fork();
+    if (process == 0)
+    {
+        (void)unlink("ballast");
+        LogLines(1, 1, child);
+        std::exit(0);
+    }
+    (void)WaitFor(process, 20.0);
+}
+
 // Arguments: the trouble, rounds.
 int BeDiskHost(Arguments const& arguments)
 {
@@ -134,6 +148,10 @@ int BeDiskHost(Arguments const& arguments)
         {
             FillDisk("ballast");
             LogMore(50);
+            if (round % 10 == 0)
+            {
+                LeaveToParent(round / 10);
+            }
             (void)unlink("ballast");
             LogMore(5);
         }
