@@ -60,9 +60,8 @@ void CheckCommandLine(Arguments const& arguments, Words const& words)
 void CheckValue(Arguments const& arguments, std::string const& name, std::string const& value)
 {
     FUZZ_EQUAL(arguments.GetEnvValue(name), value);
-    bool const isNatural = !value.empty() && FuzzIsDigits(value);
-    unsigned long long const number = isNatural ? FuzzNumber(value) : 0 - 1ULL;
-    FUZZ_EQUAL(arguments.GetEnvValueAsUInteger64(name).GetValue(), number);
+    unsigned long long const number = arguments.GetEnvValueAsUInteger64(name).GetValue();
+    FUZZ_EQUAL(number, value.empty() || !FuzzIsDigits(value) ? ~0ULL : FuzzNumber(value));
     FUZZ_EQUAL(arguments.GetEnvValueAsVolume(name).GetValue(), static_cast<unsigned int>(number));
     nxDecimal decimal(nxNullInitalizer{});
     (void)decimal.SetFromString(value);

@@ -27,48 +27,6 @@ Unit FindUnit(nxVolumeFormatEnum const& format, char last)
     return {1, 0};
 }
 
-/// Tells texts that the format takes from others; the number only as far as it is exact.
-void CheckAbbreviated(nxVolumeConverter const& converter, nxVolumeFormatEnum const& format,
-                      std::string digits)
-{
-    nxVolume volume(7);
-    bool tooPrecise = true;
-    bool const taken = converter.SetVolumeFromString(digits, volume, tooPrecise);
-    FUZZ_CHECK(!taken || !tooPrecise);
-    if (digits.empty() || digits.find('\0') != std::string::npos)
-        return;
-    Unit const unit = FindUnit(format, digits.back());
-    if (unit.factor != 1)
-        digits.pop_back();
-    std::size_t const point = digits.find('.');
-    std::size_t const places = point == std::string::npos ? 0 : digits.size() - point - 1;
-    if (point != std::string::npos)
-        digits.erase(point, 1);
-    bool const isNumber = !digits.empty() && FuzzIsDigits(digits) && places <= unit.places;
-    if (!isNumber)
-        FUZZ_CHECK(digits.find_first_of("+-") != std::string::npos || (!taken && volume.IsNull()));
-    if (!isNumber || digits.size() > 15)
-        return;
-    auto const number = static_cast<unsigned long long>(FuzzNumber(digits) * unit.factor /
-                                                        FuzzPowerOfTen(static_cast<unsigned int>(places)));
-    if (point != std::string::npos && unit.factor == 1)
-        FUZZ_CHECK(!taken && tooPrecise); // a point and nothing else
-    else
-        FUZZ_EQUAL(taken, number <= std::numeric_limits<unsigned int>::max());
-    FUZZ_CHECK(!taken || volume.GetValue() == number);
-}
-
-void CheckRaw(nxVolumeConverter const& converter, std::string const& text)
-{
-    nxVolume volume(7);
-    bool tooPrecise = true;
-    bool const taken = converter.SetVolumeFromString(text, volume, tooPrecise);
-    FUZZ_CHECK(!tooPrecise);
-    auto const number = static_cast<unsigned int>(FuzzNumber(text));
-    FUZZ_EQUAL(taken, FuzzIsDigits(text) && number < 0xFFFFFFFEu);
-    FUZZ_CHECK(!taken || (text.empty() ? volume.IsNull() : volume.GetValue() == number));
-}
-
 /// A short form is cut off, never rounded: it reads back as no more than the volume, and no less but by its last digit.
 void CheckShown(nxVolumeConverter const& converter, nxVolumeFormatEnum const& format, nxVolume volume)
 {
@@ -85,6 +43,35 @@ void CheckShown(nxVolumeConverter const& converter, nxVolumeFormatEnum const& fo
     Unit const unit = FindUnit(format, text.back());
     auto const grain = std::max<FuzzWide>(unit.factor / FuzzPowerOfTen(unit.places), 1);
     FUZZ_CHECK(back.GetValue() <= volume.GetValue() && volume.GetValue() - back.GetValue() < grain);
+}
+
+/// What is taken can be shown, what is refused is none, and digits alone are a number, which a unit multiplies.
+void CheckAbbreviated(nxVolumeConverter const& converter, nxVolumeFormatEnum const& format,
+                      std::string const& text)
+{
+    nxVolume volume(7);
+    bool tooPrecise = true;
+    bool const taken = converter.SetVolumeFromString(text, volume, tooPrecise);
+    FUZZ_CHECK(taken ? !tooPrecise : volume.IsNull() || text.find_first_of("+-") != std::string::npos);
+    CheckShown(converter, format, volume);
+    unsigned int const factor = text.empty() ? 1 : FindUnit(format, text.back()).factor;
+    std::string const digits = text.substr(0, text.size() - (factor == 1 ? 0 : 1));
+    if (digits.empty() || digits.size() > 12 || !FuzzIsDigits(digits))
+        return;
+    unsigned long long const number = FuzzNumber(digits) * factor;
+    FUZZ_EQUAL(taken, number <= std::numeric_limits<unsigned int>::max());
+    FUZZ_CHECK(!taken || volume.GetValue() == number);
+}
+
+void CheckRaw(nxVolumeConverter const& converter, std::string const& text)
+{
+    nxVolume volume(7);
+    bool tooPrecise = true;
+    bool const taken = converter.SetVolumeFromString(text, volume, tooPrecise);
+    FUZZ_CHECK(!tooPrecise);
+    auto const number = static_cast<unsigned int>(FuzzNumber(text));
+    FUZZ_EQUAL(taken, FuzzIsDigits(text) && number < 0xFFFFFFFEu);
+    FUZZ_CHECK(!taken || (text.empty() ? volume.IsNull() : volume.GetValue() == number));
 }
 } // namespace
 

@@ -103,25 +103,10 @@ TEST(nxDecimalState, ChangesItself)
 
 TEST(nxDecimalRound, GivesAMultipleOfTheStep)
 {
-    // The value and its step; then rounded down, up, to the nearest and to the modified nearest.
     using Row = std::tuple<char const*, char const*, char const*, char const*, char const*, char const*>;
-    Row const rows[] = {{"1.25", "0.1", "1.2", "1.3", "1.3", "1.2"},
-                        {"-1.25", "0.1", "-1.3", "-1.2", "-1.3",
-                         "-1.2"}, // down is toward minus infinity, a tie away from zero
-                        {"1.26", "0.1", "1.2", "1.3", "1.3", "1.3"},
-                        {"-3.00", "0.25", "-3.00", "-3.00", "-3.00", "-3.00"},
-                        {"-0.04", "0.1", "-0.1", "0.0", "0.0", "0.0"}, // never a negative zero
-                        {"7", "2", "6", "8", "8", "6"},
-                        {"-7", "2", "-8", "-6", "-8", "-6"},
-                        {"7", "-2", "6", "4", "4", "4"}, // a negative step is taken as it is
-                        {"101.03125", "0.015625", "101.031250", "101.031250", "101.031250", "101.031250"},
-                        // The quotient is rounded at the larger of the places before it is cut.
-                        {"9.9", "10.0", "10.0", "20.0", "10.0", "10.0"},
-                        {"9.90", "10.00", "0.00", "10.00", "10.00", "10.00"},
-                        // Left alone: no step, and no value.
-                        {"1.25", "0.0", "1.25", "1.25", "1.25", "1.25"},
-                        {"1.25", "NULL", "1.25", "1.25", "1.25", "1.25"},
-                        {"NULL", "1", "NULL", "NULL", "NULL", "NULL"}};
+    Row const rows[] = {
+#include "tests/numbers/rounding.def"
+    };
     for (auto const& [value, step, down, up, nearest, modifiedNearest] : rows)
     {
         SCOPED_TRACE(std::string(value) + " by " + step);
