@@ -47,15 +47,8 @@ TEST(nxPriceConverterHelperText, FailuresLeaveTheText)
     EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, nxPriceFormatEnum(), text, true));
     EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, tick, nxPriceFormatEnum(), text, true, false));
     EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper(), Format(4503), text, true));
-    EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.3, tick, Format(4501), text, true, true));
     EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, nxDecimal(), Format(4501), text, true, false));
     EXPECT_EQ(text, "old");
-    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(0.5, Format(4503), text, true));
-    EXPECT_EQ(text, "0-5");
-    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(0.3, tick, Format(4501), text, false, false));
-    EXPECT_EQ(text, "0.30");
-    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(0.5, nxDecimal(), Format(4503), text, false, true));
-    EXPECT_EQ(text, "0-5"); // fractions ignore the tick
 }
 
 TEST(nxPriceConverterHelperText, SharedConvertersKeepTheirTick)

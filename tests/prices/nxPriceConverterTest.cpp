@@ -44,9 +44,12 @@ nxDecimal Tick(std::string const& text)
     return nxDecimal(text, '.');
 }
 
-nxPriceManipulator Ladder(std::string const& identifier)
+/// Of a fixed tick, of a ladder of the catalogue or of neither.
+nxPriceManipulator Manipulator(std::string const& rule)
 {
-    return nxPriceManipulator(nxVariableTickTableContainer::GetVariableTickTable(identifier));
+    if (rule.starts_with("VTT_"))
+        return nxPriceManipulator(nxVariableTickTableContainer::GetVariableTickTable(rule));
+    return rule.empty() ? nxPriceManipulator() : nxPriceManipulator(Tick(rule));
 }
 
 std::string TextOf(nxPriceConverter& converter, double price)
@@ -80,30 +83,28 @@ void ExpectRoundTrip(nxPriceConverter& converter, double price)
     EXPECT_EQ(converter.GetPriceAsString(), text);
 }
 
-constexpr std::pair<char const*, int> ticksOfAWhole[] = {{"HALF", 2},
-                                                         {"QUARTER", 4},
-                                                         {"MODIFIED_QUARTER", 4},
-                                                         {"8THS", 8},
-                                                         {"10THS", 10},
-                                                         {"12THS", 12},
-                                                         {"16THS", 16},
-                                                         {"20THS", 20},
-                                                         {"32NDS", 32},
-                                                         {"40THS", 40},
-                                                         {"64THS", 64},
-                                                         {"100THS", 100},
-                                                         {"FIVE_1000THS", 200},
-                                                         {"HALF_32NDS", 64},
-                                                         {"QUARTER_32NDS", 128},
-                                                         {"EIGHTH_32NDS", 256},
-                                                         {"MODIFIED_EIGHTH_32NDS", 256},
-                                                         {"MODIFIED_EIGHTH_32NDS_TICK_ALT", 256},
-                                                         {"SIXTEENTH_32NDS", 512},
-                                                         {"TENTH_32NDS", 320},
-                                                         {"HALF_64THS", 128},
-                                                         {"MODIFIED_HALF_32NDS", 64},
-                                                         {"MODIFIED_QUARTER_32NDS", 128},
-                                                         {"MODIFIED_QUARTER_100THS", 400}};
+constexpr std::pair<char const*, int> ticksOfAWhole[] = {
+#define NX_FRACTION(format, ticks) {format, ticks},
+#include "tests/prices/nxPriceTicks.def"
+};
+
+constexpr std::pair<char const*, char const*> hostTicks[] = {
+#define NX_HOST_TICK(format, tick) {format, tick},
+#include "tests/prices/nxPriceTicks.def"
+};
+
+struct Check
+{
+    char const* tick;
+    char const* fixedTickOrLadder;
+    double price;
+    bool isSet;
+};
+
+constexpr Check checks[] = {
+#define NX_CHECKED(tick, manipulator, price, isSet) {tick, manipulator, price, isSet},
+#include "tests/prices/nxPriceTicks.def"
+};
 } // namespace
 
 TEST(nxPriceConverterRoundTrip, HoldsForEveryTick)
@@ -125,15 +126,7 @@ TEST(nxPriceConverterRoundTrip, HoldsForEveryTick)
         EXPECT_TRUE(converter->GetMinimumTickIncrement() == 1.0 / ticks);
         EXPECT_EQ(converter->GetMaxFractionDecimalPlaces(), ticks == 512 ? 9 : 8);
     }
-    for (auto const& [format, tick] : {std::pair("DECIMALS", "0.25"),
-                                       {"DECIMALS", "0.01"},
-                                       {"DECIMALS", "0.0005"},
-                                       {"DECIMALS", "1"},
-                                       {"MODIFIED_DECIMALS_100THS", "1"},
-                                       {"MODIFIED_DECIMALS_100THS", "0.25"},
-                                       {"MODIFIED_DECIMALS_10000THS", "0.5"},
-                                       {"FULL", "1"},
-                                       {"FULL", "5"}})
+    for (auto const& [format, tick] : hostTicks)
     {
         SCOPED_TRACE(std::string(format) + " by " + tick);
         auto const converter = Converter(format);
@@ -162,6 +155,7 @@ TEST(nxPriceConverterParse, TakesOrRefuses)
     {
         auto const converter = Converter(format);
         (void)converter->SetMinimumTickIncrement(Tick(tick));
+        (void)converter->SetPriceFromString("101-16+"); // is forgotten
         (void)converter->SetPrice(7.0, false);
         EXPECT_EQ(converter->SetPriceFromString(std::string(text)), price != refused)
             << format << ' ' << text;
@@ -181,47 +175,13 @@ TEST(nxPriceConverterParse, TakesOrRefuses)
     }
 }
 
-TEST(nxPriceConverterParse, ForgetsTheLastText)
-{
-    for (auto const& [format, mark, price] : {std::tuple("MODIFIED_HALF_32NDS", "+", 101.5),
-                                              {"MODIFIED_QUARTER_32NDS", "+", 101.5},
-                                              {"MODIFIED_EIGHTH_32NDS_TICK_ALT", "+", 101.5},
-                                              {"MODIFIED_QUARTER_100THS", "+", 102.6}})
-    {
-        auto const converter = Converter(format);
-        std::string const text = price == 101.5 ? "101-16" : "101.16";
-        EXPECT_TRUE(converter->SetPriceFromString(text + mark));
-        EXPECT_TRUE(converter->SetPriceFromString(text));
-        EXPECT_TRUE(converter->GetPrice() == price) << format;
-    }
-}
-
 TEST(nxPriceConverterSetPrice, HoldsThePriceAgainstTickAndTable)
 {
-    nxPriceManipulator const none;
-    nxPriceManipulator const table = Ladder("VTT_CHIX_EUZ1");
-    using Row = std::tuple<char const*, nxPriceManipulator, double, bool>;
-    Row const rows[] = {
-        {"0.01", none, 100.01, true},
-        {"0.01", none, 100.005, false},
-        {"0.01", none, 100.010000001, false}, // the tolerance is one of ticks
-        {"0.01", nxPriceManipulator(Tick("0.01")), 100.010000001, true},
-        {"0.25", none, -0.75, true},
-        {"7", none, 10, true}, // without a manipulator every whole number passes
-        {"7", none, 10.5, false},
-        {"0.01", none, 1234567.89, false}, // the quotient is too far from whole
-        {"0.01", nxPriceManipulator(Tick("0.01")), 1234567.89, true},
-        {"0.5", nxPriceManipulator(Tick("0.2")), 0.4, true}, // the manipulator's tick is as good
-        {"0.5", nxPriceManipulator(Tick("0.2")), 0.3, false},
-        {"0.001", table, 9.999, true},
-        {"0.001", table, 10.001, false}, // on the minimum tick, off the table
-        {"0.001", table, 10.005, true},
-        {"1", table, -9.998, true}}; // the table alone counts
-    for (auto const& [tick, manipulator, price, set] : rows)
+    for (auto const& [tick, manipulator, price, set] : checks)
     {
         nxDecimalPriceConverter converter;
         ASSERT_TRUE(converter.SetMinimumTickIncrement(Tick(tick)));
-        EXPECT_FALSE(converter.SetPriceManipulator(manipulator)); // always, though it works
+        EXPECT_FALSE(converter.SetPriceManipulator(Manipulator(manipulator))); // always, though it works
         EXPECT_EQ(converter.SetPrice(price, true), set) << price << " by " << tick;
         EXPECT_EQ(double(converter.GetPrice()), set ? price : refused) << price;
         EXPECT_TRUE(converter.SetPrice(price, false));
@@ -273,7 +233,7 @@ TEST(nxPriceConverterChange, StepsByTickOrAlongTheTable)
     EXPECT_FALSE(converter.ChangePrice(Ticks(2147483646)));
     EXPECT_TRUE(converter.GetPrice() == 99.0);
 
-    (void)converter.SetPriceManipulator(Ladder("VTT_CHIX_EUZ1"));
+    (void)converter.SetPriceManipulator(Manipulator("VTT_CHIX_EUZ1"));
     (void)converter.SetPrice(9.998, false);
     EXPECT_TRUE(converter.ChangePrice(Ticks(3)));
     EXPECT_TRUE(converter.GetPrice() == 10.005);
@@ -298,12 +258,12 @@ TEST(nxPriceConverterDecimals, PlacesAreThoseOfTickTableAndRatio)
     (void)converter.SetMinimumTickIncrement(Tick("0.0000001000000"));
     EXPECT_EQ(TextOf(converter, 0.5), "0.500000000000"); // twelve are shown
 
-    (void)converter.SetPriceManipulator(Ladder("VTT_CHIX_FESE1"));
+    (void)converter.SetPriceManipulator(Manipulator("VTT_CHIX_FESE1"));
     EXPECT_EQ(TextOf(converter, 0.5), "0.5000");
     EXPECT_EQ(TextOf(converter, 49.99), "49.990");
     EXPECT_EQ(TextOf(converter, -10000.0), "-10000");
     // 0.0000400 lies in the range above 0.0000045, whose places are six; at four places it counts as 0.
-    (void)converter.SetPriceManipulator(Ladder("VTT_CME_02_0_000001"));
+    (void)converter.SetPriceManipulator(Manipulator("VTT_CME_02_0_000001"));
     EXPECT_EQ(TextOf(converter, 0.00004), "0.0000400");
     EXPECT_EQ(TextOf(converter, 0.0001), "0.000100");
 
@@ -311,7 +271,7 @@ TEST(nxPriceConverterDecimals, PlacesAreThoseOfTickTableAndRatio)
     EXPECT_EQ(TextOf(*hundredths, 9850), "99"); // the ratio's places count from the next tick on
     (void)hundredths->SetMinimumTickIncrement(Tick("0.5"));
     EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.505");
-    (void)hundredths->SetPriceManipulator(Ladder("VTT_CHIX_EUZ1"));
+    (void)hundredths->SetPriceManipulator(Manipulator("VTT_CHIX_EUZ1"));
     EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.50500"); // three of the table, two of the ratio
 }
 
@@ -330,7 +290,7 @@ TEST(nxPriceConverterDecimals, ARatioIsAboveZero)
     EXPECT_EQ(TextOf(converter, 985), "98.5"); // the old ratio and its places
 }
 
-TEST(nxPriceConverterAllocation, NoneForAShortText)
+TEST(nxPricesCost, NoMemoryForAShortTextAndAKnownLadder)
 {
     if (!nxAllocationCount::IsPossible())
         GTEST_SKIP();
@@ -339,11 +299,16 @@ TEST(nxPriceConverterAllocation, NoneForAShortText)
     nxDecimalPriceConverter decimals;
     (void)decimals.SetMinimumTickIncrement(Tick("0.01"));
     std::string const texts[] = {"101-16", "101-16+", "25.37"};
+    std::string const identifier = "VTT_CXE_mifid_5";
+    nxDecimal price("19.995", '.');
     nxAllocationCount const count;
     EXPECT_TRUE(thirtySeconds.SetPriceFromString(texts[0]) && thirtySeconds.ChangePrice(Ticks(1)));
     EXPECT_TRUE(modified.SetPriceFromString(texts[1]) && decimals.SetPriceFromString(texts[2]));
     EXPECT_TRUE(thirtySeconds.GetPriceAsString() == "101-17" && modified.GetPriceAsString() == texts[1]);
     EXPECT_EQ(decimals.GetPriceAsString(), texts[2]);
+    nxVariableTickTable const* const table = nxVariableTickTableContainer::GetVariableTickTable(identifier);
+    table->Increment(price);
+    table->Increment(price, -400);
     EXPECT_EQ(count.Get(), 0u);
 }
 

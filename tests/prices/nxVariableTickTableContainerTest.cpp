@@ -1,11 +1,8 @@
-// The catalogue: its names and its digits. PriceFigures.cpp walks its ladders.
+// The catalogue: its names, its digits and how it is logged. PriceFigures.cpp walks its ladders.
 #include "core/prices/nxVariableTickTableContainer.h"
 
-#include "core/numbers/nxArithmetic.h"
 #include "core/prices/nxVariableTickTableCatalogue.h"
-#include "tests/prices/nxAllocationCount.h"
-
-#include <gtest/gtest.h>
+#include "tests/logging/nxRecordingLogDevice.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -28,124 +25,59 @@ constexpr char const* names[] = {
 // A host's static object, which may be made before those of a library that is linked statically.
 std::string const identifierAtStart = nxVariableTickTableContainer::GetVariableTickTableID("EUREX_165");
 
-nxVariableTickTable const& Table(std::string const& name)
+class nxPricesLog : public nxRecordingTest
 {
-    return *nxVariableTickTableContainer::GetVariableTickTable(
-        nxVariableTickTableContainer::GetVariableTickTableID(name));
-}
-
-std::string Step(std::string const& name, std::string const& price, int ticks)
-{
-    nxDecimal value(price, '.');
-    Table(name).Increment(value, ticks);
-    return value.GetAsString('.');
-}
+};
 } // namespace
 
-TEST(nxVariableTickTableContainerNames, AreThreeForEachLadder)
+// Prices are stored at the places of these digits. FNV-1a over "name TAB top TAB increment LF" by name.
+TEST(nxVariableTickTableContainer, HoldsItsNamesAndDigits)
 {
     EXPECT_EQ(std::size(names), 150u);
     std::set<nxVariableTickTable const*> tables;
-    for (std::string const name : names)
+    std::uint64_t checksum = 0xcbf29ce484222325;
+    for (std::string const& name : std::set<std::string>(std::begin(names), std::end(names)))
     {
         EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTableID(name), "VTT_" + name);
-        tables.insert(nxVariableTickTableContainer::GetVariableTickTable("VTT_" + name));
         EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTable(name), nullptr);
+        auto const* const table = nxVariableTickTableContainer::GetVariableTickTable("VTT_" + name);
+        ASSERT_NE(table, nullptr) << name;
+        tables.insert(table);
+        for (auto const& [top, increment] : table->GetRangeData())
+            for (char const letter : name + '\t' + top.GetAsString() + '\t' + increment.GetAsString() + '\n')
+                checksum = (checksum ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
     }
+    EXPECT_EQ(checksum, 0x2b46bd4c4063c689u);
     EXPECT_EQ(tables.size(), 150u); // twins are two tables
-    EXPECT_EQ(tables.count(nullptr), 0u);
     EXPECT_EQ(identifierAtStart, "VTT_EUREX_165");
     EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTableID("VTT_CHIX_EUZ1"), "");
     EXPECT_EQ(nxVariableTickTableContainer::GetVariableTickTable(""), nullptr);
 }
 
-// Prices are stored at the places of these digits. FNV-1a over "name TAB top TAB increment LF" by name.
-TEST(nxVariableTickTableContainerLadders, HoldTheirDigits)
+TEST_F(nxPricesLog, ListsTheCatalogueByName)
 {
-    std::uint64_t checksum = 0xcbf29ce484222325;
-    for (std::string const& name : std::set<std::string>(std::begin(names), std::end(names)))
-        for (auto const& [top, increment] : Table(name).GetRangeData())
-            for (char const letter : name + '\t' + top.GetAsString() + '\t' + increment.GetAsString() + '\n')
-                checksum = (checksum ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
-    EXPECT_EQ(checksum, 0x2b46bd4c4063c689u);
+    nxVariableTickTableContainer::LogRegisteredEntries();
+    std::vector<std::string> const messages = Messages();
+    ASSERT_EQ(messages.size(), 150u + 787u);
+    EXPECT_EQ(messages[0],
+              "Registered Variable tick table. Name: BATS_lse1"); // not in the order of registration
+    EXPECT_EQ(messages[1], "Entry #0. Upper bound: 0.0995, Delta: 0.0005");
+    auto const euz1 = std::ranges::find(messages, "Registered Variable tick table. Name: CHIX_EUZ1");
+    ASSERT_LT(euz1, messages.end() - 2);
+    EXPECT_EQ(euz1[1], "Entry #0. Upper bound: 9.999, Delta: 0.001");
+    EXPECT_EQ(euz1[2], "Entry #1. Upper bound: NONE, Delta: 0.005");
+    EXPECT_EQ(std::ranges::count(Levels(), NX_INF), 937);
 }
 
-TEST(nxVariableTickTableContainerLadders, KeepTheirOddTops)
+TEST_F(nxPricesLog, TellsOfALookupThatRunsOffTheTable)
 {
-    EXPECT_EQ(Step("EURONEXT_23", "0.1999", 1), "0.2000");
-    EXPECT_EQ(Step("EURONEXT_23", "0.2000", 1), "0.2008");
-    EXPECT_EQ(Step("EURONEXT_23", "0.4992", 1), "0.5000");
-    EXPECT_EQ(Step("EURONEXT_23", "0.5000", -1), "0.4992");
-    EXPECT_EQ(Step("CME_01", "495", 1), "500");
-    EXPECT_EQ(Step("CME_01", "500", 1), "510");
-    EXPECT_EQ(Step("CXE_tck_0010", "1.000", 1), "1.001");
-    EXPECT_EQ(Step("CHIX_tck_0010", "1.000", 1), "1.0010"); // the same tick at another scale
-}
-
-TEST(nxVariableTickTableContainerLookup, AllocatesNothingForAKnownLadder)
-{
-    if (!nxAllocationCount::IsPossible())
-        GTEST_SKIP();
-    std::string const identifier = "VTT_CXE_mifid_5";
-    nxDecimal price("19.995", '.');
-    nxAllocationCount const count;
-    nxVariableTickTable const* const table = nxVariableTickTableContainer::GetVariableTickTable(identifier);
-    table->Increment(price);
-    table->Increment(price, -400);
-    (void)table->GetTickIncrement(price);
-    EXPECT_EQ(count.Get(), 0u);
-}
-
-namespace
-{
-// The rule of a lookup without its cache.
-nxDecimal const& ScannedIncrement(nxVariableTickTable const& table, nxDecimal const& price)
-{
-    nxDecimal const magnitude = nxDecimal::Abs(price);
-    auto const& ranges = table.GetRangeData();
-    return std::ranges::find_if(ranges,
-                                [&magnitude](auto const& range) { return !(range.first < magnitude); })
-        ->second;
-}
-
-// One unit to either side of a top, at another scale and where that loses digits or wraps too.
-std::vector<nxDecimal> PricesBeside(nxDecimal const& top)
-{
-    std::vector<nxDecimal> prices;
-    for (unsigned char places = 0; places <= 18; ++places)
-    {
-        for (long long const offset : {-1, 0, 1})
-        {
-            nxDecimal price = top;
-            price.SetDecimalPlaces(places, false);
-            price = nxDecimal::ConstructFromValueAndDecimalPlaces(nxArithmetic::Add(price.GetValue(), offset),
-                                                                  places);
-            prices.push_back(price);
-            price.InvertSign();
-            prices.push_back(price);
-        }
-    }
-    return prices;
-}
-} // namespace
-
-TEST(nxVariableTickTableContainerLookup, AgreesWithAScanWhateverTheCacheHolds)
-{
-    for (std::string const name :
-         {"CHIX_CPH1", "CXE_mifid_1", "EURONEXT_23", "CME_02_0_000001", "CXE_xetra_ne4"})
-    {
-        nxVariableTickTable const& table = Table(name);
-        for (auto const& [top, increment] : table.GetRangeData())
-        {
-            for (nxDecimal const& price : PricesBeside(top))
-            {
-                for (nxDecimal const& before : {top, top + increment, nxDecimal()})
-                {
-                    (void)table.GetTickIncrement(before);
-                    EXPECT_EQ(&table.GetTickIncrement(price), &ScannedIncrement(table, price))
-                        << name << " at " << price.GetAsString('.') << " after " << before.GetAsString('.');
-                }
-            }
-        }
-    }
+    nxVariableTickTable const empty;
+    nxDecimal price("2.50", '.');
+    empty.Increment(price);
+    empty.Decrement(price);
+    empty.RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_UP), price);
+    (void)empty.GetTickIncrement(price); // silent
+    EXPECT_EQ(Messages(), std::vector<std::string>(3, "Fatal error in variable tick table"));
+    EXPECT_EQ(Levels(), std::vector<unsigned int>(3, NX_FTL));
+    EXPECT_EQ(price.GetAsString('.'), "3");
 }

@@ -21,13 +21,11 @@ constexpr nxEnumValue raw = static_cast<nxEnumValue>(0);
 TEST(nxVolumeConverterText, CutsAndNeverRounds)
 {
     using Row = std::tuple<long long, char const*, char const*>;
-    for (auto const& [number, abbreviated, onePlace] :
-         {Row{0, "0", "0"}, Row{999, "999", "999"}, Row{1000, "1k", "1k"}, Row{1234, "1.234k", "1.2k"},
-          Row{1999, "1.999k", "1.9k"}, Row{2000, "2k", "2k"}, Row{999999, "999.999k", "999.9k"},
-          Row{1000000, "1M", "1M"}, Row{1500000, "1.5M", "1.5M"}, Row{1234567, "1.234567M", "1.2M"},
-          Row{4294967293, "4294.967293M", "4294.9M"}, Row{-999, "-999", "-999"}, Row{-1000, "-1k", "-1k"},
-          Row{-1234567, "-1.234567M", "-1.2M"}, Row{50000000000000, "50000000M", "50000000M"},
-          Row{9223372036854775807, "", ""}, Row{9223372036854775806, "", ""}})
+    constexpr Row rows[] = {
+#define NX_VOLUME_SHOWN(number, abbreviated, onePlace) {number, abbreviated, onePlace},
+#include "tests/prices/nxVolumeTexts.def"
+    };
+    for (auto const& [number, abbreviated, onePlace] : rows)
     {
         bool const isNumber = number < 9223372036854775806;
         std::pair<nxEnumValue, std::string> const texts[] = {{raw, isNumber ? std::to_string(number) : ""},
