@@ -1,7 +1,6 @@
-// The catalogue shows the same vocabulary that the registry holds, and knows whose a number is.
+// The catalogue knows whose a number is. That it shows what the registry holds is seen before main.
 
 #include "core/vocabulary/nxVocabularyCatalogue.h"
-#include "tests/vocabulary/nxAnyEnum.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +8,7 @@
 
 using Catalogue = nxVocabularyCatalogue;
 
-TEST(nxVocabularyCatalogue, RowsAreThoseOfTheRegistryAndFitForUse)
+TEST(nxVocabularyCatalogue, RowsHaveTheirOwnerAndAreFitForUse)
 {
     for (Catalogue::Enumeration const& enumeration : Catalogue::GetEnumerations())
     {
@@ -18,8 +17,6 @@ TEST(nxVocabularyCatalogue, RowsAreThoseOfTheRegistryAndFitForUse)
         for (nxEnumRow const& row : enumeration.rows)
         {
             std::string const token = row.token;
-            EXPECT_EQ(nxAnyEnum(row.number).GetShortDescription(), token);
-            EXPECT_EQ(nxAnyEnum(row.number).GetLongDescription(), row.text);
             EXPECT_EQ(Catalogue::FindOwner(row.number), &enumeration) << token;
             EXPECT_TRUE(*row.text != '\0' && !std::string(row.text).ends_with('.') && token.size() <= 64);
             EXPECT_NE(std::string(row.enumerator).find(token.substr(0, token.find('\t'))), std::string::npos);

@@ -1,12 +1,13 @@
 // What the classes of the vocabulary tell of their numbers, and what they read.
 
 #include "core/numbers/nxDecimal.h"
+#include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxVocabulary.h"
 #include "tests/vocabulary/nxAnyEnum.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include <algorithm>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -17,8 +18,8 @@
 namespace
 {
 /// @return the numbers and spans of numbers for which the predicate is true, as "0 2 402-404".
-template <typename Enumeration>
-std::string WhereTrue(bool (*isTrue)(Enumeration const&))
+template <typename Enumeration, typename Predicate>
+std::string WhereTrue(Predicate isTrue)
 {
     std::vector<std::pair<unsigned int, unsigned int>> spans;
     ForEachNumber<Enumeration>(
@@ -57,6 +58,43 @@ std::string Words(Operation operation)
     return text;
 }
 
+bool IsDone(bool done)
+{
+    return done;
+}
+
+bool IsDone(nxErrorEnum const& error)
+{
+    return error.IsOK();
+}
+
+/// @return what an operation gives through its parameter, as "402=P 2=N!"; "!" tells that it failed.
+template <typename Enumeration, typename Out, typename Operation>
+std::string Given(Out const& before, Operation operation)
+{
+    return Words<Enumeration>(
+        [&](Enumeration const& value)
+        {
+            Out out = before;
+            bool const done = IsDone(operation(value, out));
+            return nxStringHelper::GetAsString(out) + (done ? "" : "!");
+        });
+}
+
+/// @return the other numbers for which an operation on each number is true, as "402=5,7-9".
+template <typename Enumeration, typename Other, typename Operation>
+std::string Pairs(Operation isTrue)
+{
+    return Words<Enumeration>(
+        [&](Enumeration const& value)
+        {
+            std::string text =
+                WhereTrue<Other>([&](Other const& other) { return isTrue(Enumeration(value), other); });
+            std::ranges::replace(text, ' ', ',');
+            return text;
+        });
+}
+
 /// A word of a table, as whatever an operation takes.
 struct Word : public std::string
 {
@@ -73,16 +111,6 @@ struct Word : public std::string
         return static_cast<unsigned int>(std::stoul(*this));
     }
 };
-
-bool IsDone(bool done)
-{
-    return done;
-}
-
-bool IsDone(nxErrorEnum const& error)
-{
-    return error.IsOK();
-}
 
 /// @return what the operation makes of each word of "word=number|word=number", in that form.
 template <typename Operation>
@@ -141,6 +169,17 @@ constexpr Row rows[] = {
          return Read(words, [](Word const& word)                                                             \
                      { return std::to_string(Class(Class::Operation(word)).GetValue()); });                  \
      }},
+#define NX_GIVEN(Class, Operation, before, expected)                                                         \
+    {#Class "::" #Operation, expected, [](char const*) {                                                     \
+         return Given<Class>(before, [](Class const& value, auto& out) { return value.Operation(out); });    \
+     }},
+#define NX_PAIRS(Class, Other, Operation, expected)                                                          \
+    {#Class "::" #Operation, expected,                                                                       \
+     [](char const*)                                                                                         \
+     {                                                                                                       \
+         return Pairs<Class, Other>([](Class value, Other const& other)                                      \
+                                    { return value.Operation(nxEnumValue(other.GetValue())); });             \
+     }},
 #include "tests/vocabulary/nxWords.def"
 };
 } // namespace
@@ -149,29 +188,6 @@ TEST(nxWords, AreThoseOfTheTable)
 {
     for (Row const& row : rows)
         EXPECT_EQ(row.ask(row.expected), row.expected) << row.operation;
-}
-
-TEST(nxWords, OfOrdersPassActionsOnAndCutTheirPrefix)
-{
-    using Synthetic = nxSyntheticOrderTypeEnum;
-    EXPECT_TRUE(Make<Synthetic>(5902).IsSupportedPassThroughAction(NX_FUNCTION_SHATTER_ORDER));
-    EXPECT_FALSE(Make<Synthetic>(5901).IsSupportedPassThroughAction(NX_FUNCTION_SHATTER_ORDER));
-    EXPECT_FALSE(Make<Synthetic>(5902).IsSupportedPassThroughAction(NX_FUNCTION_SUBMIT_ORDER));
-    for (unsigned int parent = 5900; parent <= 5928; ++parent)
-        for (unsigned int child = 7000; child <= 7012; ++child)
-            EXPECT_EQ(
-                Make<nxSyntheticChildOrderTypeEnum>(child).SupportsUserAmendments(Make<Synthetic>(parent)),
-                (parent == 5904 || parent == 5915) && (child == 7001 || child == 7002 || child == 7008))
-                << child << " of " << parent;
-    std::map<unsigned int, char const*> const suffixes = {{5901, "SYNTHETIC"},  {5915, "TALVEX"},
-                                                          {5916, "SIMPLE_TLV"}, {5919, "ON_PRE_OPEN"},
-                                                          {0, "before"},        {2, "before"}};
-    for (auto const& [number, expected] : suffixes)
-    {
-        std::string suffix = "before";
-        EXPECT_EQ(Make<Synthetic>(number).GetShortDescriptionSuffix(suffix), number > 2);
-        EXPECT_EQ(suffix, expected);
-    }
 }
 
 TEST(nxWords, OfAWiderClassAreNotRecognised)
@@ -187,6 +203,11 @@ TEST(nxWords, OfAWiderClassAreNotRecognised)
     side = NX_TRUE;
     EXPECT_EQ(side.GetSignString(), "-"); // any other number counts as a sale
     EXPECT_EQ(side.GetAsSingleCharacterCode(), ' ');
+
+    auto state = Make<nxLimitAccountStateEnum>(2702);
+    EXPECT_TRUE(state.SetIfWorse(Make<nxLimitAccountStateEnum>(2703)));
+    EXPECT_FALSE(state.SetIfWorse(Make<nxLimitAccountStateEnum>(2702)));
+    EXPECT_EQ(state.GetValue(), 2703u);
 }
 
 TEST(nxBuySellEnum, TakesTheSideOfTheStrategyIntoAccount)
@@ -202,24 +223,6 @@ TEST(nxBuySellEnum, TakesTheSideOfTheStrategyIntoAccount)
                                                                                          : NX_SELL);
         }
     }
-}
-
-TEST(nxLimitAccountStateEnum, RanksItsStates)
-{
-    using State = nxLimitAccountStateEnum;
-    auto const rankAll = [](unsigned int state)
-    {
-        ForEachNumber<State>(
-            [state](unsigned int other)
-            {
-                bool const isWorse = state >= 2702 && other > state;
-                auto value = Make<State>(state);
-                EXPECT_EQ(value.IsWorse(Make<State>(other)), isWorse) << other << " than " << state;
-                EXPECT_EQ(value.SetIfWorse(Make<State>(other)), isWorse);
-                EXPECT_EQ(value.GetValue(), isWorse ? other : state);
-            });
-    };
-    ForEachNumber<State>(rankAll);
 }
 
 TEST(nxDayOfWeekEnum, CountsForward)
@@ -238,29 +241,6 @@ TEST(nxDayOfWeekEnum, CountsForward)
         EXPECT_EQ(nxDayOfWeekEnum(NX_NO_CHANGE).GetDaysUntil(day, days), NX_ERR_INVALID_PARAMETER);
         EXPECT_EQ(days, 6u);
     }
-}
-
-TEST(nxWords, AreWrittenWhereTheCallerSays)
-{
-    std::string code;
-    for (unsigned int number = 14801; number <= 14803; ++number)
-    {
-        EXPECT_TRUE(Make<nxMultiLegReportingTypeEnum>(number).GetAsFIXMultiLegReportingType(code).IsOK());
-        EXPECT_EQ(code, std::to_string(number - 14800));
-    }
-    EXPECT_EQ(nxMultiLegReportingTypeEnum(NX_NO_CHANGE).GetAsFIXMultiLegReportingType(code),
-              NX_ERR_INVALID_PARAMETER);
-    EXPECT_EQ(code, "");
-    unsigned int field = 77;
-    EXPECT_FALSE(nxProductIDFieldEnum().GetFieldAsU32(field));
-    EXPECT_EQ(field, 77u);
-    for (unsigned int number = 501; number <= 511; ++number)
-    {
-        EXPECT_TRUE(Make<nxProductIDFieldEnum>(number).GetFieldAsU32(field));
-        EXPECT_EQ(field, number - 501);
-    }
-    EXPECT_TRUE(nxProductIDFieldEnum(NX_NO_CHANGE).GetFieldAsU32(field));
-    EXPECT_EQ(field, 4294966797u);
 }
 
 TEST(nxPriceFormatEnum, StepIsExactAtItsPlaces)
@@ -302,19 +282,17 @@ TEST(nxProductStateBitMask, PhasesAreToldFromTheBits)
 
 TEST(nxProductStateBitMask, WordsHaveSynonymsAndKnowNoCase)
 {
-    // The words that share a state, the first and last bit that a word names, and what is no word.
-    std::map<std::string, unsigned int> const states = {{"PREOPEN", 0x1},     {"PREOPENING", 0x1},
-                                                        {"PRE_TRADING", 0x1}, {"OPEN", 0x2},
-                                                        {"NORMAL", 0x2},      {"RET_TRADING", 0x2},
-                                                        {"CLOSED", 0x8},      {"HOLIDAY", 0x8},
-                                                        {"INACTIVE", 0x8},    {"PRICE_FAST", 0x40},
-                                                        {"START_FAST", 0x40}, {"FROZEN", 0x200000},
-                                                        {"FREEZE", 0x200000}, {"EXPIRING", 0x20000000},
-                                                        {"nope", 0},          {"", 0},
-                                                        {"OPEN ", 0},         {"FAST", 0},
-                                                        {"HALT", 0},          {"PRICE_LIMITS", 0}};
+    struct StateWord
+    {
+        std::string name;
+        unsigned int bits;
+    };
+    StateWord const words[] = {
+#define NX_STATE_WORD(word, bits) {word, bits},
+#include "tests/vocabulary/nxStateWords.def"
+    };
     constexpr unsigned int before = 0x3;
-    for (auto const& [name, bits] : states)
+    for (auto const& [name, bits] : words)
     {
         std::string lower = name;
         for (char& letter : lower)
