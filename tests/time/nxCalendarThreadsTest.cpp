@@ -4,6 +4,7 @@
 #include "core/time/nxDateTime.h"
 #include "core/time/nxElapsedTimeCounter.h"
 #include "core/time/nxTimeStamp.h"
+#include "tests/concurrency/SharedMemory.h"
 #include "tests/time/nxTestZone.h"
 
 #include <gtest/gtest.h>
@@ -16,9 +17,7 @@
 #include <utility>
 #include <vector>
 
-#include <signal.h>
 #include <sys/mman.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -54,21 +53,6 @@ private:
     std::atomic<bool> _stops = false;
     std::vector<std::thread> _threads;
 };
-
-// Waits for a child, but not for ever.
-bool EndsWell(pid_t child)
-{
-    for (int i = 0; i != 10'000; ++i)
-    {
-        int status = 0;
-        if (waitpid(child, &status, WNOHANG) == child)
-            return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-        usleep(1'000);
-    }
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    return false;
-}
 
 // Another hour with each call, so that no remembered offset answers.
 bool CalendarAnswers(long long hour)
@@ -119,11 +103,12 @@ TEST_F(nxCalendarThreads, AForkedChildHasACalendar)
     Crowd const crowd(4, [](long long n) { (void)CalendarAnswers(n); });
     for (int i = 0; i != 100; ++i)
     {
-        pid_t const child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0)
-            _exit(CalendarAnswers(i) ? 0 : 1);
-        ASSERT_TRUE(EndsWell(child)) << "child " << i;
+        auto const answer = [i]
+        {
+            alarm(10);
+            return CalendarAnswers(i) ? 0 : 1;
+        };
+        ASSERT_EQ(RunInChild(answer), 0) << "child " << i;
     }
 }
 

@@ -39,23 +39,18 @@ class nxDateTimeInNewYork : public testing::Test
     nxTestZone _zone{newYork};
 };
 
-TEST_F(nxDateTimeInUTC, Marks)
+TEST_F(nxDateTimeInUTC, MarksAreNumbers)
 {
     nxDateTime moment(1234LL);
     moment.SetMicroseconds(5);
     EXPECT_TRUE(moment.IsValid());
     moment.SetNull();
-    EXPECT_TRUE(moment.IsNull());
-    EXPECT_FALSE(moment.IsValid());
-    EXPECT_EQ(moment.GetMicroseconds(), 0u);
+    EXPECT_TRUE(moment.IsNull() && !moment.IsValid() && moment.GetMicroseconds() == 0);
+    EXPECT_TRUE(moment == nxDateTime::GetNullDateTime() && moment == nxDateTime(nxNullInitalizer{}));
     moment.SetNoChange();
-    EXPECT_TRUE(moment.IsNoChange());
-    EXPECT_FALSE(moment.IsValid());
-    EXPECT_TRUE(nxDateTime(nxNullInitalizer{}) == nxDateTime::GetNullDateTime());
-    EXPECT_TRUE(nxDateTime(nxNoChangeInitalizer{}) == nxDateTime::GetNoChangeDateTime());
-    EXPECT_TRUE(nxDateTime::GetNullDateTime() < nxDateTime::GetNoChangeDateTime());
-    EXPECT_TRUE(nxDateTime(2LL).IsValid());
-
+    EXPECT_TRUE(moment.IsNoChange() && !moment.IsValid());
+    EXPECT_TRUE(moment == nxDateTime::GetNoChangeDateTime() && moment == nxDateTime(nxNoChangeInitalizer{}));
+    EXPECT_TRUE(nxDateTime::GetNullDateTime() < moment && nxDateTime(2LL).IsValid());
     nxDateTime const before(-1LL);
     EXPECT_FALSE(before.IsNull() || before.IsNoChange() || before.IsValid());
 }
@@ -85,9 +80,8 @@ TEST_F(nxDateTimeInUTC, MarksHaveTheFieldsOfTheEpoch)
 TEST_F(nxDateTimeInUTC, ReadersOfAMoment)
 {
     nxDateTime const moment(2024, 2, 29, 9, 30, 5, 123456);
-    EXPECT_EQ(moment.GetAsTimeValue(), 1709199005);
+    EXPECT_EQ(static_cast<long long>(moment), 1709199005);
     EXPECT_EQ(moment.GetMilliseconds(), 123u);
-    EXPECT_EQ(moment.GetDayOfWeek(), 4);
     nxDayOfWeekEnum day;
     moment.GetDayOfWeek(day);
     EXPECT_EQ(day, NX_DAY_OF_WEEK_THURSDAY);
@@ -95,7 +89,6 @@ TEST_F(nxDateTimeInUTC, ReadersOfAMoment)
     EXPECT_EQ(moment.GetQuarter().GetValue(), 0u) << "counted from zero";
     EXPECT_EQ(AtSecond(2024, 12, 31, 0, 0, 0).GetQuarter().GetValue(), 3u);
     EXPECT_EQ(moment.GetTime().GetAsHHMMSS(), 93005u);
-    EXPECT_EQ(static_cast<long long>(moment), 1709199005);
 }
 
 TEST_F(nxDateTimeInUTC, MicrosecondsComeAsTheyAreIntoTheConstructorOnly)
@@ -114,22 +107,8 @@ TEST_F(nxDateTimeInUTC, MicrosecondsComeAsTheyAreIntoTheConstructorOnly)
     EXPECT_EQ(moment.GetMicroseconds(), 0u);
 }
 
-TEST_F(nxDateTimeInUTC, ISODates)
+TEST_F(nxDateTimeInUTC, ISODatesHaveEightDigits)
 {
-    using Row = std::tuple<unsigned int, int>;
-    for (auto const& [date, back] : {Row{20240131, 20240131},
-                                     {20240230, 20240301},
-                                     {20240431, 20240501},
-                                     {20241340, 20250209},
-                                     {99991231, 99991231},
-                                     {20240100, 20231231}})
-    {
-        nxDateTime moment;
-        moment.SetFromISODate(date);
-        EXPECT_EQ(moment.GetAsISODate(), back) << date;
-        EXPECT_EQ(moment.GetTime().GetAsHHMMSS(), 0u);
-        EXPECT_EQ(moment.GetMicroseconds(), 0u);
-    }
     for (unsigned int const date : {0u, 9999999u, 100000000u, 0x80000000u, 0xFFFFFFFFu, 0xFFFFFFFEu})
     {
         nxDateTime moment;
@@ -179,9 +158,11 @@ TEST(nxDateTimeInOddZones, SkippedAndRepeatedTimes)
 
 TEST_F(nxDateTimeInUTC, BeforeTheEpochThrowsAndLeavesTheValue)
 {
+    nxDateTime moment(2024, 5, 6, 7, 8, 9, 10);
+    nxDateTime const before(moment);
     try
     {
-        nxDateTime const moment(1969, 12, 31, 23, 59, 59, 0);
+        moment.SetYear(1900);
         ADD_FAILURE() << moment.GetAsTimeValue();
     }
     catch (nxException const& exception)
@@ -189,9 +170,6 @@ TEST_F(nxDateTimeInUTC, BeforeTheEpochThrowsAndLeavesTheValue)
         EXPECT_EQ(exception.GetError(), NX_ERR_INVALID_PARAMETER);
         EXPECT_EQ(exception.GetDescription(), "");
     }
-    nxDateTime moment(2024, 5, 6, 7, 8, 9, 10);
-    nxDateTime const before(moment);
-    EXPECT_THROW(moment.SetYear(1900), nxException);
     EXPECT_THROW(moment.SetFromISODate(19691231), nxException);
     EXPECT_THROW(moment -= nxDateTimeSpan(100, 0, 0, 0, 0, 0), nxException);
     EXPECT_TRUE(moment == before);
@@ -332,15 +310,12 @@ TEST_F(nxDateTimeInUTC, DifferenceIsFieldByField)
 TEST_F(nxDateTimeInUTC, SpansKeepTheirNumbers)
 {
     nxDateTimeSpan span(1, -2, 3, 40, 90, 100);
-    EXPECT_EQ(span.GetTotalSeconds(), 0);
-    EXPECT_EQ(span.GetMinutes(), 90);
+    EXPECT_TRUE(span.GetTotalSeconds() == 0 && span.GetMinutes() == 90);
     span.SetMinutes(1);
     span.SetHours(0);
-    EXPECT_EQ(AtSecond(2024, 1, 31, 12, 0, 0) + span, AtSecond(2025, -1, 34, 12, 1, 100));
     nxDateTime moment(2024, 1, 31, 12, 0, 0, 77);
     moment += span;
-    moment -= span;
-    EXPECT_EQ(moment.GetMicroseconds(), 77u);
+    EXPECT_EQ(moment.GetAsString_Microseconds(), "04 Dec 2024 12:02:40.000077");
 }
 
 TEST(nxDateTimeCalendar, LastDayOfMonth)
@@ -376,26 +351,4 @@ TEST_F(nxDateTimeInUTC, TextsOfAMoment)
     EXPECT_EQ(moment.GetAsString(std::string(1023, 'x')), std::string(1023, 'x'));
     EXPECT_EQ(moment.GetAsString(std::string(1021, 'x') + "%H"), std::string(1021, 'x') + "09");
     EXPECT_EQ(moment.GetAsString(std::string("%H\0%M", 5)), "09");
-}
-
-TEST_F(nxDateTimeInUTC, ReadsTextsOrTurnsNull)
-{
-    struct Row
-    {
-        std::string text, back; // a text that is refused has none
-    };
-    Row const rows[] = {
-#define NX_MOMENT_TEXT(text, back) {text, back},
-#define NX_NO_MOMENT(text) {text, ""},
-#include "tests/time/nxMomentTexts.def"
-    };
-    for (auto const& [text, back] : rows)
-    {
-        nxDateTime result(2024, 1, 1, 0, 0, 0, 5);
-        nxErrorEnum const error = nxDateTime::SetFromString(text, result);
-        EXPECT_EQ(error, back.empty() ? NX_ERR_INVALID_PARAMETER : NX_UNDEFINED) << text;
-        EXPECT_EQ(result.GetAsString_Microseconds(), back.empty() ? "01 Jan 1970 00:00:00.000000" : back)
-            << text;
-        EXPECT_EQ(result.IsNull(), back.empty() || back.starts_with("01 Jan 1970 00:00:00")) << text;
-    }
 }

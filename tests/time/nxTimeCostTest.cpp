@@ -2,6 +2,7 @@
 
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"
+#include "tests/concurrency/SharedMemory.h"
 #include "tests/prices/nxAllocationCount.h"
 #include "tests/time/nxTestZone.h"
 
@@ -16,7 +17,6 @@
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -58,16 +58,13 @@ void ForbidSystemCalls()
 
 bool MakesNoSystemCall(void (*work)())
 {
-    pid_t const child = fork();
-    if (child == 0)
+    auto const child = [work]
     {
         ForbidSystemCalls();
         work();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        return 0;
+    };
+    return RunInChild(child) == 0;
 }
 
 } // namespace
