@@ -280,8 +280,6 @@ public:
                        (grain + 1) * unit * Magnitude(right),
                    "divided");
         }
-        if (right != 0 && Magnitude(left) < PowerOfTen(6) * Magnitude(right))
-            CheckRounding(left, Magnitude(right), places);
     }
 
 private:
@@ -307,27 +305,6 @@ private:
         if (side.places != 0)
             digits.insert(digits.size() - side.places, ".");
         return (side.value < 0 ? "-" : "") + digits;
-    }
-
-    void CheckRounding(Wide number, Wide step, unsigned char places)
-    {
-        Wide const below = number - ((number % step) + step) % step;
-        Wide const above = below == number ? below : below + step;
-        // A quotient has the places of the more precise of the two, and counts as whole where it shows as such.
-        Wide const toWhole = number < 0 ? number - below : above - number;
-        if (toWhole != 0 && 2 * toWhole * PowerOfTen(places) < step + step / 1000)
-            return;
-        bool const isNearerAbove = 2 * (number - below) > step;
-        bool const isTie = 2 * (number - below) == step;
-        bool const isAwayAbove = number > 0;
-        Wide const expected[] = {below, above, isNearerAbove || (isTie && isAwayAbove) ? above : below,
-                                 isNearerAbove || (isTie && !isAwayAbove) ? above : below};
-        for (std::size_t i = 0; i < std::size(methods); ++i)
-        {
-            nxDecimal rounded = _left.decimal;
-            rounded.Round(nxDecimal::Abs(_right.decimal), nxRoundingMethodEnum(methods[i]));
-            Expect(Exact(rounded, mostPlaces) == expected[i], "rounded");
-        }
     }
 
     void Expect(bool isRight, char const* what)

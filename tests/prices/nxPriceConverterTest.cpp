@@ -6,6 +6,7 @@
 #include "core/prices/nxFractionModifiedHalf32ndsTickPriceConverter.h"
 #include "core/prices/nxPriceConverterHelper.h"
 #include "core/prices/nxVariableTickTableContainer.h"
+#include "tests/concurrency/RunTogether.h"
 #include "tests/prices/nxAllocationCount.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@
 #include <set>
 #include <tuple>
 #include <type_traits>
+#include <typeinfo>
 
 static_assert(std::is_abstract_v<nxPriceConverter> && std::has_virtual_destructor_v<nxPriceConverter>);
 
@@ -22,6 +24,11 @@ namespace
 {
 using namespace std::string_view_literals;
 using Ticks = nxValueWrapper<int, 2147483647, 2147483646>;
+
+nxPriceFormatEnum Format(unsigned int number)
+{
+    return nxPriceFormatEnum(static_cast<nxEnumValue>(number));
+}
 
 std::unique_ptr<nxPriceConverter> Converter(nxPriceFormatEnum const& format)
 {
@@ -72,6 +79,11 @@ constexpr std::tuple<char const*, char const*, std::string_view, double> given[]
 #define NX_TAKEN(format, tick, text, price) {format, tick, text, price},
 #define NX_REFUSED(format, tick, text) {format, tick, text, refused},
 #include "tests/prices/nxPriceTexts.def"
+};
+
+constexpr std::tuple<char const*, char const*, char const*, double, char const*> places[] = {
+#define NX_PLACES(format, tick, ladder, price, text) {format, tick, ladder, price, text},
+#include "tests/prices/nxPriceTicks.def"
 };
 
 /// Text to price to text is the identity for a price on the tick.
@@ -203,14 +215,12 @@ TEST(nxPriceConverterSetPrice, HoldsThePriceAgainstTickAndTable)
 
 TEST(nxPriceConverterTick, IsTheHostsForDecimalsAndWholeTicksAlone)
 {
-    for (auto const& [tick, taken] :
-         {std::pair("0.00000001", true), {"0.000000009", false}, {"0", false}, {"x", false}, {"-1", true}})
+    for (auto const& [tick, taken] : {std::pair("0.00000001", true), {"0.000000009", false}, {"0", false}})
     {
         for (char const* const format : {"DECIMALS", "FULL", "8THS"})
         {
             bool const isFixed = *format == '8';
             auto const converter = Converter(format);
-            ASSERT_TRUE(converter->SetMinimumTickIncrement(Tick("1")));
             EXPECT_EQ(converter->SetMinimumTickIncrement(Tick(tick)), taken || isFixed) << tick;
             EXPECT_EQ(converter->GetMinimumTickIncrement().IsNull(), !taken && !isFixed) << tick;
         }
@@ -225,9 +235,7 @@ TEST(nxPriceConverterChange, StepsByTickOrAlongTheTable)
     EXPECT_FALSE(converter.ChangePrice(Ticks(1))); // no tick
     EXPECT_TRUE(converter.GetPrice() == 100.0);
     (void)converter.SetMinimumTickIncrement(Tick("0.25"));
-    EXPECT_TRUE(converter.ChangePrice(Ticks(3)));
-    EXPECT_TRUE(converter.GetPrice() == 100.75);
-    EXPECT_TRUE(converter.ChangePrice(Ticks(-7)));
+    EXPECT_TRUE(converter.ChangePrice(Ticks(-4)));
     EXPECT_TRUE(converter.GetPrice() == 99.0);
     EXPECT_FALSE(converter.ChangePrice(Ticks()));
     EXPECT_FALSE(converter.ChangePrice(Ticks(2147483646)));
@@ -237,42 +245,18 @@ TEST(nxPriceConverterChange, StepsByTickOrAlongTheTable)
     (void)converter.SetPrice(9.998, false);
     EXPECT_TRUE(converter.ChangePrice(Ticks(3)));
     EXPECT_TRUE(converter.GetPrice() == 10.005);
-
-    nxFraction32ndsTickPriceConverter thirtySeconds;
-    EXPECT_TRUE(thirtySeconds.SetPriceFromString("101-31"));
-    EXPECT_TRUE(thirtySeconds.ChangePrice(Ticks(1)));
-    EXPECT_EQ(thirtySeconds.GetPriceAsString(), "102-00");
 }
 
 TEST(nxPriceConverterDecimals, PlacesAreThoseOfTickTableAndRatio)
 {
-    nxDecimalPriceConverter converter;
-    EXPECT_EQ(TextOf(converter, 9.5), "10"); // no places without a tick
-    (void)converter.SetMinimumTickIncrement(Tick("0.010"));
-    EXPECT_EQ(TextOf(converter, 9.5), "9.500");
-    EXPECT_EQ(TextOf(converter, -25.37551), "-25.376");
-    EXPECT_FALSE(converter.SetMinimumTickIncrement(Tick("0")));
-    EXPECT_EQ(TextOf(converter, 9.5), "9.500"); // a refused tick leaves them
-    (void)converter.SetMinimumTickIncrement(Tick("0.01"));
-    EXPECT_EQ(TextOf(converter, -25.375), "-25.37"); // half up on the number line
-    (void)converter.SetMinimumTickIncrement(Tick("0.0000001000000"));
-    EXPECT_EQ(TextOf(converter, 0.5), "0.500000000000"); // twelve are shown
-
-    (void)converter.SetPriceManipulator(Manipulator("VTT_CHIX_FESE1"));
-    EXPECT_EQ(TextOf(converter, 0.5), "0.5000");
-    EXPECT_EQ(TextOf(converter, 49.99), "49.990");
-    EXPECT_EQ(TextOf(converter, -10000.0), "-10000");
-    // 0.0000400 lies in the range above 0.0000045, whose places are six; at four places it counts as 0.
-    (void)converter.SetPriceManipulator(Manipulator("VTT_CME_02_0_000001"));
-    EXPECT_EQ(TextOf(converter, 0.00004), "0.0000400");
-    EXPECT_EQ(TextOf(converter, 0.0001), "0.000100");
-
-    auto const hundredths = Converter("MODIFIED_DECIMALS_100THS");
-    EXPECT_EQ(TextOf(*hundredths, 9850), "99"); // the ratio's places count from the next tick on
-    (void)hundredths->SetMinimumTickIncrement(Tick("0.5"));
-    EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.505");
-    (void)hundredths->SetPriceManipulator(Manipulator("VTT_CHIX_EUZ1"));
-    EXPECT_EQ(TextOf(*hundredths, 9850.5), "98.50500"); // three of the table, two of the ratio
+    for (auto const& [format, tick, ladder, price, text] : places)
+    {
+        auto const converter = Converter(format);
+        EXPECT_EQ(converter->SetMinimumTickIncrement(Tick(tick)), *tick != '\0');
+        EXPECT_FALSE(converter->SetMinimumTickIncrement(Tick("0"))); // a refused tick leaves the places
+        (void)converter->SetPriceManipulator(Manipulator(ladder));
+        EXPECT_EQ(TextOf(*converter, price), text) << format << " by " << tick << ladder;
+    }
 }
 
 TEST(nxPriceConverterDecimals, ARatioIsAboveZero)
@@ -356,4 +340,60 @@ TEST(nxPriceConverterBase, RefusesEveryDigitBehindTheSeparator)
     (void)untied.SetPrice(3.0, false);
     EXPECT_FALSE(untied.SetPriceFromString("12"));
     EXPECT_TRUE(untied.GetPrice() == 3.0);
+}
+
+TEST(nxPriceConverterHelperCreate, MakesTheClassOfTheFormat)
+{
+    std::set<std::string> classes;
+    for (unsigned int number = 4501; Format(number).GetValue() == number; ++number) // all that there are
+    {
+        auto const converter = Converter(Format(number));
+        ASSERT_NE(converter, nullptr) << number;
+        nxPriceConverter const& made = *converter;
+        classes.insert(typeid(made).name());
+    }
+    EXPECT_EQ(classes.size(), 26u); // three formats share the decimals
+    for (unsigned int const number : {4501u, 4518u, 4519u})
+        EXPECT_NE(dynamic_cast<nxDecimalPriceConverter*>(Converter(Format(number)).get()), nullptr);
+    for (unsigned int const number : {0u, 2u, 4500u, 4529u})
+        EXPECT_EQ(Converter(Format(number)), nullptr) << number;
+}
+
+TEST(nxPriceConverterHelperText, FailuresLeaveTheText)
+{
+    std::string text = "old";
+    nxDecimal const tick(0.25, 2);
+    EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, nxPriceFormatEnum(), text, true));
+    EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, tick, nxPriceFormatEnum(), text, true, false));
+    EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper(), Format(4503), text, true));
+    EXPECT_FALSE(nxPriceConverterHelper::GetPriceAsString(0.5, nxDecimal(), Format(4501), text, true, false));
+    EXPECT_EQ(text, "old");
+}
+
+TEST(nxPriceConverterHelperText, SharedConvertersKeepTheirTick)
+{
+    std::string text;
+    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(9850.0, Format(4518), text, true));
+    EXPECT_EQ(text, "99"); // no tick yet, so no places
+    EXPECT_FALSE(
+        nxPriceConverterHelper::GetPriceAsString(9850.5, nxDecimal(1, 0), Format(4518), text, true, true));
+    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(9850.0, Format(4518), text, true));
+    EXPECT_EQ(text, "98.50"); // the refused price left its tick
+    EXPECT_TRUE(nxPriceConverterHelper::GetPriceAsString(9850.0, Format(4519), text, true));
+    EXPECT_EQ(text, "1"); // each format has its own
+}
+
+TEST(nxPriceConverterHelperText, TheLockServesThreads)
+{
+    RunTogether(2,
+                [](int thread)
+                {
+                    for (int round = 0; round < 5000; ++round)
+                    {
+                        std::string text;
+                        ASSERT_TRUE(nxPriceConverterHelper::GetPriceAsString(thread == 0 ? 101.5 : -0.5,
+                                                                             Format(4510), text, true));
+                        ASSERT_EQ(text, thread == 0 ? "101-16" : "-0-16");
+                    }
+                });
 }
