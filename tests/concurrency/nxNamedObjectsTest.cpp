@@ -1,5 +1,5 @@
 // Named mutexes and semaphores between processes that share nothing but a name: this program starts itself
-// anew in a role, talks to it through a pipe and kills it.
+// anew in a role, hears it through a pipe and has it killed.
 #include "core/concurrency/nxWindowsMutex.h"
 #include "core/concurrency/nxWindowsSemaphore.h"
 #include "tests/Sanitizer.h"
@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <limits>
@@ -14,11 +16,9 @@
 #include <string_view>
 #include <thread>
 #include <type_traits>
+#include <utility>
 
-#include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
-#include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,6 +47,7 @@ int TakeAll(nxWindowsSemaphore& semaphore)
 // The body of a started process, which locks a mutex, or opens a semaphore and takes all or stays.
 int PlayRole(std::string_view role, std::string const& name)
 {
+    (void)alarm(60);
     if (role == "lock")
     {
         nxWindowsMutex mutex(name);
@@ -65,39 +66,29 @@ int PlayRole(std::string_view role, std::string const& name)
         // No room to map anything; waiting for it for ever ends the process.
         rlimit const none = {0, 0};
         (void)setrlimit(RLIMIT_AS, &none);
-        (void)alarm(10);
         nxWindowsSemaphore semaphore(name, 0, 1);
         return semaphore.TimedWait(0.0).IsOK() ? 7 : 0;
     }
     nxWindowsSemaphore semaphore(name, 4, 5);
+    nxWindowsSemaphore end(name + " end", 0, 1);
     Say(role[0]);
-    return pause();
+    (void)end.Wait();
+    return raise(SIGKILL);
 }
 
 class OtherProcess
 {
 public:
-    OtherProcess(char const* role, std::string const& name)
+    OtherProcess(std::string const& role, std::string const& name)
     {
-        int ends[2] = {};
-        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
-        _output = ends[0];
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        std::string arguments[] = {std::filesystem::read_symlink("/proc/self/exe"), "--role", role, name};
-        char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), arguments[3].data(),
-                        nullptr};
-        EXPECT_EQ(posix_spawn(&_process, argv[0], &actions, nullptr, argv, environ), 0);
-        posix_spawn_file_actions_destroy(&actions);
-        close(ends[1]);
+        std::string const program = std::filesystem::read_symlink("/proc/self/exe");
+        _output = popen(("exec '" + program + "' --role " + role + " '" + name + "'").c_str(), "re");
     }
 
     ~OtherProcess()
     {
-        if (_process != 0)
-            Kill();
-        close(_output);
+        if (_output != nullptr)
+            (void)End();
     }
 
     OtherProcess(OtherProcess const&) = delete;
@@ -106,28 +97,19 @@ public:
     // @return the next word that the process says, 0 when it says none in that time.
     char Hear(int milliseconds) const
     {
-        pollfd output = {_output, POLLIN, 0};
+        pollfd output = {fileno(_output), POLLIN, 0};
         char word = 0;
-        return poll(&output, 1, milliseconds) == 1 && read(_output, &word, 1) == 1 ? word : '\0';
-    }
-
-    void Kill()
-    {
-        kill(_process, SIGKILL);
-        (void)End();
+        return poll(&output, 1, milliseconds) == 1 && read(output.fd, &word, 1) == 1 ? word : '\0';
     }
 
     int End()
     {
-        int status = 0;
-        waitpid(_process, &status, 0);
-        _process = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        int const status = pclose(std::exchange(_output, nullptr));
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
 
 private:
-    pid_t _process = 0;
-    int _output = -1;
+    FILE* _output;
 };
 
 constexpr int soon = 50;      // milliseconds in which nothing must happen
@@ -234,7 +216,8 @@ TEST(nxWindowsSemaphore, CountsLiveAsLongAsAProcessHasThemOpen)
     ASSERT_EQ(opener.Hear(surely), 'o');
     EXPECT_EQ(OtherProcess("take", name).End(), 4);
     EXPECT_EQ(OtherProcess("take", name).End(), 0);
-    opener.Kill();
+    (void)nxWindowsSemaphore(name + " end", 0, 1).Post();
+    EXPECT_EQ(opener.End(), 128 + SIGKILL);
     EXPECT_EQ(OtherProcess("take", name).End(), 9); // a new semaphore
     EXPECT_EQ(OtherProcess("take", name).End(), 9);
 }

@@ -13,7 +13,6 @@
 #include <string_view>
 #include <utility>
 
-#include <fcntl.h>
 #include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
@@ -88,12 +87,11 @@ SmallDisk::~SmallDisk()
 
 void FillDisk(files::path const& ballast)
 {
-    int const file = open(ballast.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-    static char const zeros[65536] = {};
-    while (write(file, zeros, sizeof zeros) > 0)
+    std::ofstream stream(ballast, std::ios::binary);
+    std::string const zeros(65536, '\0');
+    while (stream << zeros << std::flush)
     {
     }
-    (void)close(file);
 }
 
 std::optional<int> WaitFor(pid_t child, double seconds)
@@ -261,16 +259,6 @@ LogCount CountLog(files::path const& directory)
         }
     }
     return count;
-}
-
-unsigned int Chance::Below(unsigned int limit)
-{
-    // Vigna's splitmix64.
-    _state += 0x9e3779b97f4a7c15u;
-    std::uint64_t mixed = _state;
-    mixed = (mixed ^ (mixed >> 30)) * 0xbf58476d1ce4e5b9u;
-    mixed = (mixed ^ (mixed >> 27)) * 0x94d049bb133111ebu;
-    return static_cast<unsigned int>((mixed ^ (mixed >> 31)) % limit);
 }
 
 void LogToFile(unsigned long long maximumSize)

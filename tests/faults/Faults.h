@@ -1,10 +1,10 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -120,16 +120,14 @@ struct LogCount
 LogCount CountLog(files::path const& directory);
 
 /// Numbers that look random and are the same in each run.
-class Chance
+struct Chance : std::mt19937_64
 {
-public:
-    explicit Chance(std::uint64_t seed) : _state(seed)
-    {
-    }
-    unsigned int Below(unsigned int limit);
+    using std::mt19937_64::mt19937_64;
 
-private:
-    std::uint64_t _state;
+    unsigned int Below(unsigned int limit)
+    {
+        return static_cast<unsigned int>((*this)() % limit);
+    }
 };
 
 // For the hosts.

@@ -2,21 +2,19 @@
 
 #include "core/concurrency/nxMutex.h"
 #include "core/concurrency/nxWindowsMutex.h"
+#include "tests/concurrency/SharedMemory.h"
 #include "tests/faults/Faults.h"
 
 #include <atomic>
-#include <new>
 #include <thread>
 
 #include <signal.h>
-#include <sys/mman.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 
-struct Shared
+struct Region
 {
     nxMutex mutex;
     std::atomic<unsigned int> turns;
@@ -30,7 +28,7 @@ struct Tally
 };
 
 /// Locks and unlocks until it is killed. Repairs what a dead owner left, so that it may also die while it does so.
-[[noreturn]] void LockForEver(Shared& shared)
+[[noreturn]] void LockForEver(Region& shared)
 {
     for (;;)
     {
@@ -43,7 +41,7 @@ struct Tally
     }
 }
 
-[[noreturn]] void LockByNameForEver(nxWindowsMutex& mutex, Shared& shared)
+[[noreturn]] void LockByNameForEver(nxWindowsMutex& mutex, Region& shared)
 {
     for (;;)
     {
@@ -55,14 +53,7 @@ struct Tally
     }
 }
 
-template <typename Work>
-pid_t Start(Work work)
-{
-    pid_t const child = fork();
-    return child != 0 ? child : (work(), 0);
-}
-
-void KillWhenBusy(pid_t child, Shared const& shared, unsigned int turns)
+void KillWhenBusy(pid_t child, Region const& shared, unsigned int turns)
 {
     unsigned int const start = shared.turns;
     while (shared.turns - start < turns)
@@ -70,11 +61,11 @@ void KillWhenBusy(pid_t child, Shared const& shared, unsigned int turns)
         std::this_thread::yield();
     }
     (void)kill(child, SIGKILL);
-    (void)waitpid(child, nullptr, 0);
+    (void)WaitForChild(child);
 }
 
 /// A lock that never comes ends this process by the alarm.
-void LockAfterDeath(Shared& shared, Tally& tally)
+void LockAfterDeath(Region& shared, Tally& tally)
 {
     nxErrorEnum const result = shared.mutex.Lock();
     bool const isDead = result == NX_ERR_THR_OWNER_DEAD;
@@ -87,9 +78,8 @@ bool Show()
 {
     unsigned int const kills = Trials(300, 10000);
     auto const start = Clock::now();
-    void* const region =
-        mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    Shared& shared = *new (region) Shared;
+    Shared<Region> const region;
+    Region& shared = *region;
     (void)shared.mutex.InitialiseAsShared(true);
     nxWindowsMutex named("nxfaults" + std::to_string(getpid()));
     (void)alarm(30 + kills / 50);
@@ -98,11 +88,15 @@ bool Show()
     for (unsigned int i = 0; i < kills; ++i)
     {
         bool const isNamed = i % 8 == 7;
-        auto const work = [&] { isNamed ? LockByNameForEver(named, shared) : LockForEver(shared); };
-        std::vector<pid_t> owners = {Start(work)};
+        auto const work = [&]
+        {
+            isNamed ? LockByNameForEver(named, shared) : LockForEver(shared);
+            return 0;
+        };
+        std::vector<pid_t> owners = {StartChild(work)};
         if (i % 4 == 1) // the second one meets what the first one left
         {
-            owners.push_back(Start(work));
+            owners.push_back(StartChild(work));
         }
         for (pid_t const owner : owners)
         {

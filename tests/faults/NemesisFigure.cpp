@@ -209,12 +209,10 @@ bool MakeTrouble(Writer& writer)
     return isMade && AwaitProgress(writer.history);
 }
 
-struct Tally
+/// What is wrong with the logs, and writers that did not go on.
+struct Tally : LogCount
 {
     unsigned int lost = 0;
-    unsigned int disordered = 0;
-    unsigned int torn = 0;
-    unsigned int tornLast = 0;
     unsigned int stuck = 0;
 };
 
