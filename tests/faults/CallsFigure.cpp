@@ -7,16 +7,14 @@
 #include "tests/Sanitizer.h"
 #include "tests/faults/FailingCalls.h"
 #include "tests/faults/Faults.h"
+#include "tests/faults/Loopback.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <functional>
 #include <memory>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -98,14 +96,6 @@ Finding Log(Trial const& trial)
     return Judge(isWhole && (isUnharmed || std::string_view(trial.call) == "open"), isUnharmed);
 }
 
-std::uint16_t PortOf(nxSocket const& socket)
-{
-    sockaddr_in address{};
-    socklen_t length = sizeof address;
-    (void)getsockname(static_cast<int>(socket.GetSocket()), reinterpret_cast<sockaddr*>(&address), &length);
-    return ntohs(address.sin_port);
-}
-
 /// A connection over which both ends send and receive. @return whether every operation was OK and every byte came.
 bool Converse()
 {
@@ -120,9 +110,7 @@ bool Converse()
     std::vector<bool> readable;
     _WSABUF gather[1];
     nxSocket::SetGatherSendArrayEntry(gather, 0, buffer, 7);
-    return listener.Create().IsOK() && listener.Bind("127.0.0.1", 0).IsOK() && listener.Listen().IsOK() &&
-           client.Create().IsOK() && client.Connect("127.0.0.1", PortOf(listener)).IsOK() &&
-           listener.Accept(server).IsOK() && server.IsValid() &&
+    return Listen(listener) && Connect(listener, client, server) &&
            client.SetSocketOptionFlag_NoDelay(true).IsOK() && client.Send("question").IsOK() &&
            server.Select(500000).IsOK() && server.Receive(buffer, sizeof buffer, received).IsOK() &&
            received == 8 && server.GatherSend(gather, 1, sent).IsOK() && sent == 7 &&

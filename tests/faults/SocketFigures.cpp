@@ -4,8 +4,8 @@
 #include "core/concurrency/nxFunctorThreadPool.h"
 #include "core/concurrency/nxSemaphore.h"
 #include "core/logging/nxLogManager.h"
-#include "core/network/nxSocket.h"
 #include "tests/faults/Faults.h"
+#include "tests/faults/Loopback.h"
 
 #include <algorithm>
 #include <atomic>
@@ -13,43 +13,25 @@
 #include <memory>
 #include <thread>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 namespace
 {
 
-int DescriptorOf(nxSocket const& socket)
-{
-    return static_cast<int>(socket.GetSocket());
-}
-
 /// Two ends of a connection over the loopback.
 struct Connection
 {
-    explicit Connection(nxSocket& listener)
+    explicit Connection(nxSocket& listener) : isMade(Connect(listener, client, server))
     {
-        sockaddr_in address{};
-        socklen_t length = sizeof address;
-        (void)getsockname(DescriptorOf(listener), reinterpret_cast<sockaddr*>(&address), &length);
-        isMade = client.Create().IsOK() && client.Connect("127.0.0.1", ntohs(address.sin_port)).IsOK() &&
-                 listener.Accept(server).IsOK() && server.IsValid();
     }
 
     nxSocket client;
     nxSocket server;
-    bool isMade;
+    bool const isMade;
 };
-
-bool Listen(nxSocket& listener)
-{
-    return listener.Create().IsOK() && listener.Bind("127.0.0.1", 0).IsOK() && listener.Listen().IsOK();
-}
 
 std::atomic<unsigned int> signalsHandled;
 
@@ -276,7 +258,7 @@ bool ShowPeers()
         start, isListening && wrong + secondCloses == 0 && after == before,
         "F20 sockets, %u connections beside %u open ones, numbers up to %d: %u wrong answers, %u second "
         "closes that hit, %d descriptors leaked",
-        connections, crowd, DescriptorOf(*others.back()), wrong, secondCloses,
+        connections, crowd, static_cast<int>(others.back()->GetSocket()), wrong, secondCloses,
         static_cast<int>(after) - static_cast<int>(before));
 }
 

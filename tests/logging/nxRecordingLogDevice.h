@@ -18,7 +18,6 @@ class nxRecordingLogDevice : public nxLogDevice
 public:
     nxErrorEnum Destroy() override
     {
-        _Add("destroy");
         return nxErrorEnum();
     }
 
@@ -29,7 +28,6 @@ public:
             nxMutexGuard guard(_mutex);
             _messages.push_back(message);
             _levels.push_back(log.GetLogLevel().GetValue());
-            _calls.push_back(message);
         }
         if (onWrite)
         {
@@ -39,7 +37,10 @@ public:
 
     void Flush() override
     {
-        _Add("flush");
+        if (onFlush)
+        {
+            onFlush();
+        }
     }
 
     std::vector<std::string> Messages()
@@ -52,29 +53,17 @@ public:
         return _Copy(_levels);
     }
 
-    /// Messages, flushes and the end, in order.
-    std::vector<std::string> Calls()
-    {
-        return _Copy(_calls);
-    }
-
     void Clear()
     {
         nxMutexGuard guard(_mutex);
         _messages.clear();
         _levels.clear();
-        _calls.clear();
     }
 
     std::function<void(std::string const&)> onWrite;
+    std::function<void()> onFlush;
 
 private:
-    void _Add(std::string const& call)
-    {
-        nxMutexGuard guard(_mutex);
-        _calls.push_back(call);
-    }
-
     template <typename Values>
     Values _Copy(Values const& values)
     {
@@ -85,7 +74,6 @@ private:
     nxMutex _mutex;
     std::vector<std::string> _messages;
     std::vector<unsigned int> _levels;
-    std::vector<std::string> _calls;
 };
 
 /// A test with a recording device in place of the console.
