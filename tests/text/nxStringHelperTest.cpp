@@ -62,22 +62,10 @@ TEST(nxStringHelperText, Doubles)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     using Row = std::tuple<double, unsigned int, char const*>;
-    for (auto const& [value, precision, text] :
-         {Row{100.0, 9, "100"}, Row{1.000000001, 9, "1.000000001"}, Row{1.25, 1, "1.2"},
-          Row{1.35, 1, "1.4"},                     // stored just above the half
-          Row{1.999, 2, "2"}, Row{0.05, 1, "0.1"}, // a half behind 0 goes up
-          Row{1.5, 0, "2"}, Row{2.5, 0, "2"}, Row{0.5, 0, "0"}, Row{1.7, 0, "2"},
-          // An exact half behind nines isn't carried.
-          Row{0.95, 1, "0.1"}, Row{0.9999999995, 9, "0.1"},
-          // A sign stays, unless there was none but in the bits.
-          Row{-1e-12, 9, "-0"}, Row{-0.25, 0, "-0"}, Row{-0.0, 9, "0"}, Row{0.0, 9, "0"},
-          // The end of the fixed form.
-          Row{2147483647.0, 9, "2147483647"}, Row{-2147483646.5, 9, "-2147483646.5"},
-          Row{2147483647.5, 9, "2.147484e+09"}, Row{3000000000.0, 2, "3.000000e+09"},
-          Row{-1e308, 9, "-1.000000e+308"}, Row{infinity, 9, "inf"},
-          // Precisions out of range.
-          Row{0.123456789123, 15, "0.123456789"}, Row{1.5, static_cast<unsigned int>(-1), "2"},
-          Row{1.5, 0x80000000u, "2"}, Row{1.5, 0x7FFFFFFFu, "1.5"}})
+    Row const rows[] = {
+#include "tests/text/doubles.def"
+    };
+    for (auto const& [value, precision, text] : rows)
     {
         EXPECT_EQ(nxStringHelper::GetAsString(value, precision), text) << value;
         std::string appended;
