@@ -1,4 +1,4 @@
-// What a statement adds for each kind of value, and who owns its texts. The fuzz target of statements holds dumps.
+// What a statement adds for each kind of value, and who owns its texts. The fuzz target of statements holds dumps, texts, errors and masks.
 
 #include "core/logging/nxLogSite.h"
 #include "core/logging/nxPrintable.h"
@@ -48,32 +48,24 @@ std::string Text(Values const&... values)
 
 TEST(nxLogText, OfEachKindOfValue)
 {
-    std::string const withZero("ab\0cd", 5);
     nxExchangePriceFilterBitMask noChange;
     noChange.SetNoChange();
-    nxExchangePriceFilterBitMask twoBits;
-    twoBits.SetBits(0x2 | 0x8);
     nxDateTime const time(2026, 11, 15, 9, 30, 5, 123456);
-    nxErrorEnum const error(NX_ERR_INVALID_PARAMETER);
     struct
     {
         std::string text;
         std::string expected;
     } const rows[] = {
-        {Text('A'), "65"}, // a number, not a character
-        {Text(static_cast<char>(-1)), "-1"},
+        {Text(static_cast<char>(-1)), "-1"}, // a number, not a character
         {Text(static_cast<unsigned char>(255)), "255"},
         {Text(INT_MIN), "-2147483648"},
         {Text(LLONG_MIN), "-9223372036854775808"},
         {Text(ULLONG_MAX), "18446744073709551615"},
-        {Text(true, false), "TRUEFALSE"},
         {Text(1.5), "1.5"},
         {Text(1e10), "1.000000e+10"},
         {Text(2147483647.0), "2147483647"},
         {Text(-1e-12), "-0"},
         {Text(5e-10), "0.000000001"},
-        {Text(withZero), "ab"},
-        {Text(nxLogCharLenPair(withZero.data(), withZero.size())), withZero},
         {Text("x", static_cast<char const*>(nullptr), "y"), "xy"},
         {Text(UserID()), "NULL"},
         {Text(UserID(UserID::noChangeValue)), "NO_CHANGE"},
@@ -86,8 +78,6 @@ TEST(nxLogText, OfEachKindOfValue)
         {Text(nxDateTime(nxNullInitalizer())), "NULL"},
         {Text(nxBuySellEnum(NX_BUY)), "BUY"},
         {Text(noChange), "No Change"},
-        {Text(twoBits), "IMPLIEDS SETTLEMENTS"},
-        {Text(error), "(1000002) NX_ERR_INVALID_PARAMETER - '" + error.GetLongDescription() + "'"},
     };
     for (auto const& row : rows)
         EXPECT_EQ(row.text, row.expected);
