@@ -1,18 +1,24 @@
-// The queue of work that is run by hand, against a plain deque.
+// Queues of work: the one run by hand against a plain deque, the one with workers against a count of what was pushed.
 
 #include "fuzz/FuzzInput.h"
 
 #include "core/concurrency/nxFunctor.h"
+#include "core/concurrency/nxFunctorQueue.h"
+#include "core/concurrency/nxFunctorThread.h"
+#include "core/concurrency/nxFunctorThreadPool.h"
 #include "core/concurrency/nxManuallyDispatchedFunctorQueue.h"
 
+#include <atomic>
 #include <deque>
+#include <mutex>
 
 namespace
 {
 struct Record
 {
+    std::mutex mutex;
     std::vector<unsigned int> run;
-    unsigned int alive = 0;
+    std::atomic<unsigned int> alive = 0;
 };
 
 /// Notes that it was run; one with children pushes that many more, which have none.
@@ -32,7 +38,9 @@ public:
 protected:
     void _Invoke() override
     {
+        std::unique_lock guard(_record.mutex);
         _record.run.push_back(_number);
+        guard.unlock();
         for (unsigned int child = 1; child <= _children; ++child)
             FUZZ_CHECK(_queue.Push(new Work(_record, _queue, _number * 100 + child, 0)).IsOK());
     }
@@ -78,15 +86,57 @@ void CheckByHand(FuzzInput& input)
         else
             FUZZ_EQUAL(queue.Dispatch().IsOK(), hasOne), hasOne ? runOldest() : void();
         FUZZ_EQUAL(queue.Size(), static_cast<unsigned int>(waiting.size()));
-        FUZZ_EQUAL(record.alive, static_cast<unsigned int>(waiting.size()));
+        FUZZ_EQUAL(record.alive.load(), static_cast<unsigned int>(waiting.size()));
         FUZZ_CHECK(record.run == expected);
     }
     while (queue.Pop(&popped).IsOK())
         delete popped; // the queue would not
 }
+
+/// What waits in a queue and was not run, for its owner to delete.
+class Queue : public nxFunctorQueue
+{
+public:
+    using nxFunctorQueue::_Pop;
+};
+
+void CheckWorkers(FuzzInput& input, unsigned int workers)
+{
+    Queue queue;
+    Record record;
+    unsigned int pushed = 0;
+    unsigned int const before = input.Below(8);
+    unsigned int const after = input.Below(32);
+    bool const isStoppedAtOnce = input.Truth();
+    for (; pushed < before; ++pushed)
+        (void)queue.Push(new Work(record, queue, pushed, 0));
+    if (workers == 1)
+        queue.Create(new nxFunctorThread);
+    else
+        queue.Create(new nxFunctorThreadPool(workers));
+    for (; pushed < before + after; ++pushed)
+        (void)queue.Push(new Work(record, queue, pushed, 0));
+    while (!isStoppedAtOnce && workers != 0 && queue.Size() != 0)
+        sched_yield();
+    FUZZ_CHECK(queue.Stop().IsOK());
+    FUZZ_EQUAL(record.run.size() + queue.Size(), std::size_t{pushed});
+    FUZZ_EQUAL(record.alive.load(), queue.Size());
+    if (workers > 1)
+        std::sort(record.run.begin(),
+                  record.run.end()); // they end in any order, but the oldest are taken first
+    for (unsigned int i = 0; i < record.run.size(); ++i)
+        FUZZ_EQUAL(record.run[i], i);
+    for (nxFunctor* left = nullptr; queue._Pop(&left).IsOK();)
+        delete left;
+    FUZZ_EQUAL(record.alive.load(), 0u);
+}
 } // namespace
 
 void FuzzOne(FuzzInput& input)
 {
+    // Threads take a hundred times as long as the rest, so that few inputs have them.
+    unsigned int const workers = input.Take<std::uint8_t>();
+    if (workers >= 250)
+        CheckWorkers(input, workers - 250);
     CheckByHand(input);
 }

@@ -5,7 +5,9 @@
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
+#include "core/numbers/nxDecimal.h"
 #include "core/process/nxApplicationData.h"
+#include "core/vocabulary/nxExchangePriceFilterBitMask.h"
 
 #include <unistd.h>
 
@@ -41,7 +43,7 @@ std::string Stream(nxLog& log, NumberT... numbers)
 /// @return what it should look like
 std::string AddValue(FuzzInput& input, nxLog& log)
 {
-    unsigned int const kind = input.Below(6);
+    unsigned int const kind = input.Below(13);
     std::string const text = kind < 2 ? input.Text() : "";
     auto const number = kind < 2 ? 0 : input.Take<int>();
     auto const natural = static_cast<unsigned int>(number);
@@ -50,12 +52,30 @@ std::string AddValue(FuzzInput& input, nxLog& log)
     case 0: log << text; return text.c_str();
     case 1: log << nxLogCharLenPair(text.data(), text.size()); return text;
     case 2: log << static_cast<char>(number); return std::to_string(static_cast<signed char>(number));
-    case 3:
-        return Stream(log, static_cast<short>(number), static_cast<unsigned short>(number), number, natural,
-                      long{number}, number * 0x10001ll, natural * 0x100010001ull);
-    case 4: // in steps of which binary fractions are exact; the other doubles have a target of their own
+    case 3: return Stream(log, static_cast<short>(number), static_cast<unsigned short>(number));
+    case 4: return Stream(log, number, natural);
+    case 5: return Stream(log, number * 0x10001ll, natural * 0x100010001ull, long{number});
+    case 6: log << (number % 2 != 0); return number % 2 != 0 ? "TRUE" : "FALSE";
+    case 7: // in steps of which binary fractions are exact; the other doubles have a target of their own
         log << number / 256.0;
         return FuzzFixed(number / 256.0, 8);
+    case 8:
+        log << nxVolume(natural);
+        return ~natural == 0 ? "NULL" : ~natural == 1 ? "NO_CHANGE" : std::to_string(natural);
+    case 9:
+        log << nxDecimal::ConstructFromValueAndDecimalPlaces(number, 2);
+        return FUZZ_FORMAT("%s%lld.%02lld", number < 0 ? "-" : "", std::abs(number / 100LL),
+                           std::abs(number % 100LL));
+    case 10:
+    {
+        nxErrorEnum const error(static_cast<nxEnumValue>(1000000 + natural % 0x10000));
+        log << error;
+        return '(' + std::to_string(error.GetValue()) + ") " + error.GetShortDescription() + " - '" +
+               error.GetLongDescription() + '\'';
+    }
+    case 11:
+        log << nxExchangePriceFilterBitMask(natural % 32);
+        return nxExchangePriceFilterBitMask(natural % 32).GetShortDescription(" ");
     default: log << nxLog::nxLogDestinationUserID(nxVolume(natural)); return "";
     }
 }

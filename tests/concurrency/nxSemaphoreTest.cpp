@@ -1,4 +1,4 @@
-// How the waits of a semaphore end: a timeout, a signal, a refusal. The fuzz target of locks holds its count.
+// How the waits of a semaphore end: a timeout, a signal, a refusal.
 #include "core/concurrency/nxSemaphore.h"
 #include "tests/concurrency/SharedMemory.h"
 
