@@ -100,7 +100,7 @@ bool ShowFullDisk()
     }
     unsigned int const rounds = Trials(20, 1000);
     isKept = RunDiskHost("disk full for moments", disk.path, rounds, 55 * rounds) && isKept;
-    return RunDiskHost("disk of 32 KiB that grows in the end", tiny.path, 1, 2000) && isKept;
+    return RunDiskHost("disk of 32 KiB that grows in the end", tiny.path, 1, 20000) && isKept;
 }
 
 /// Logs lines that follow on those before, and lets the writer try.
@@ -159,9 +159,9 @@ int BeDiskHost(Arguments const& arguments)
     }
     for (unsigned int i = 0; i < 20; ++i)
     {
-        LogMore(100);
+        LogMore(1000); // in all more than the usual buffer of a megabyte
     }
-    return mount(nullptr, files::current_path().c_str(), nullptr, MS_REMOUNT, "size=1m");
+    return mount(nullptr, files::current_path().c_str(), nullptr, MS_REMOUNT, "size=4m");
 }
 
 Figure const soakFigure("soak", ShowSoak, RunSoakHost);
