@@ -142,13 +142,13 @@ TEST(nxThreadIndex, CountsInTheOrderOfAsking)
 TEST(nxThreadIndex, CanBeAskedForInAForkedChild)
 {
     std::atomic<bool> isHeld = false;
-    std::thread holder(
-        [&]
-        {
-            nxMutexGuard guard(nxThreadIndex::_nextIndexMutex);
-            isHeld = true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        });
+    auto const hold = [&]
+    {
+        nxMutexGuard guard(nxThreadIndex::_nextIndexMutex);
+        isHeld = true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    };
+    std::thread(hold).detach(); // the child has nobody to join
     while (!isHeld)
     {
         std::this_thread::yield();
@@ -160,7 +160,6 @@ TEST(nxThreadIndex, CanBeAskedForInAForkedChild)
         return 0;
     };
     EXPECT_EQ(RunInChild(lock), 0);
-    holder.join();
 }
 
 TEST(nxBarrier, HoldsBackUntilAllHaveArrived)
