@@ -9,10 +9,10 @@ cd "$(dirname "$0")/.."
 #   *Cost*, *Allocat*, *OneWrite*   count allocations or system calls, of which valgrind makes its own
 #   *TenThousand*, *64MiB, *OneOfManyThreads*, *Sweep*, *Backlog*   take hours at a fiftieth of the speed
 #   *WithoutRoom*, *LimitOfDescriptors*   ask for what valgrind refuses in words of its own, or has not itself
-#   *SizeThatIsRefused*   gives the system a bad address on purpose
+#   *SizesComeFromTheEnvironment*   gives the system a bad address on purpose
 # and the programs of locales, which ctest builds for them.
 filter='-*Cost*:*Allocat*:*OneWrite*:*TenThousand*:*64MiB*:*OneOfManyThreads*:*Sweep*:*Backlog*:*WithoutRoom*'
-filter="$filter:*LimitOfDescriptors*:*SizeThatIsRefused*"
+filter="$filter:*LimitOfDescriptors*:*SizesComeFromTheEnvironment*"
 # A forked child has none of the threads that hold what its parent's threads held: tests that fork beside threads are not
 # looked through for leaks.
 forks='*Fork*'
