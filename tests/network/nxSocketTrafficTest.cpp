@@ -53,6 +53,7 @@ public:
     {
         itimerval const never = {};
         setitimer(ITIMER_REAL, &never, nullptr);
+        (void)signal(SIGALRM, SIG_IGN); // also takes one back that is on its way
         sigaction(SIGALRM, &_saved, nullptr);
     }
 
