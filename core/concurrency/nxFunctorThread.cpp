@@ -6,9 +6,7 @@
 #include "core/platform/nxThreads.h"
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
-#include <thread>
 
 nxFunctorThread::nxFunctorThread() = default;
 
@@ -44,28 +42,24 @@ nxErrorEnum nxFunctorThread::Run()
 
 nxErrorEnum nxFunctorThread::Wait()
 {
-    using std::chrono::microseconds;
-    constexpr microseconds step(20);
-    constexpr microseconds longestPause(1000);
-    constexpr unsigned int doublings = 10;
+    constexpr double shortest = 20e-6;
+    constexpr double longer = 1e-6;
+    constexpr double longest = 1e-3;
 
     if (!_queue || !_HasBeenStopped())
     {
         return nxThread::Wait();
     }
     // A post may wake another idle worker of the same queue, which goes back to sleep, while this one sleeps on. So
-    // posts are repeated until this one has ended, at first each time twice as many: one sleeper among many is met in
-    // a few rounds. Whoever has not ended by then runs a functor, and needs no more than a post now and then.
-    nxErrorEnum result = _TryWait();
-    for (unsigned int round = 0; result == NX_ERR_THR_LOCKED; ++round)
+    // posts are repeated until this one has ended. One at a time: sleepers are woken in turn, and many at once are
+    // taken by those that are awake. Whoever has not ended for long runs a functor, and needs a post now and then.
+    double pause = shortest;
+    nxErrorEnum result = _WaitFor(pause);
+    while (result == NX_ERR_THR_LOCKED)
     {
-        std::this_thread::sleep_for(std::min(step * (round + 1), longestPause));
-        result = _TryWait();
-        unsigned int const posts = round < doublings ? 1u << round : 1;
-        for (unsigned int post = 0; post < posts && result == NX_ERR_THR_LOCKED; ++post)
-        {
-            (void)_queue->_Signal();
-        }
+        (void)_queue->_Signal();
+        pause = std::min(pause + longer, longest);
+        result = _WaitFor(pause);
     }
     return result;
 }

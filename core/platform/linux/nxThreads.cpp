@@ -1,5 +1,6 @@
 #include "core/platform/nxThreads.h"
 
+#include "core/platform/linux/nxMonotonicDeadline.h"
 #include "core/platform/nxPause.h"
 
 #include <initializer_list>
@@ -22,9 +23,10 @@ void Relax()
     }
 }
 
-int TryJoin(pthread_t thread)
+int JoinWithin(pthread_t thread, double seconds)
 {
-    return pthread_tryjoin_np(thread, nullptr);
+    timespec const deadline = MonotonicDeadline(seconds);
+    return pthread_clockjoin_np(thread, nullptr, CLOCK_MONOTONIC, &deadline);
 }
 
 AsynchronousSignalsBlocked::AsynchronousSignalsBlocked()
