@@ -21,5 +21,5 @@ protected:
                          bool& negative, bool& separator) override;
 
 private:
-    bool _thirdPositionSeen;
+    bool _thirdPositionSeen = false;
 };

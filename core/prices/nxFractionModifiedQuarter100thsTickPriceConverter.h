@@ -18,5 +18,5 @@ protected:
     void _FinishParse(unsigned short& accumulator, double& value) override;
 
 private:
-    bool _thirdPositionSeen;
+    bool _thirdPositionSeen = false;
 };

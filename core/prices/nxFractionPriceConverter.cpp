@@ -1,5 +1,6 @@
 #include "core/prices/nxFractionPriceConverter.h"
 
+#include "core/prices/nxFractionParser.h"
 #include "core/prices/nxFractionText.h"
 
 nxFractionPriceConverter::nxFractionPriceConverter(unsigned short const& first, unsigned short const& second)
@@ -15,36 +16,7 @@ bool nxFractionPriceConverter::SetMinimumTickIncrement(nxDecimal const& /*tick*/
 
 bool nxFractionPriceConverter::SetPriceFromString(std::string const& text)
 {
-    _ResetParse();
-    if (text.empty() || !_minimumTick.IsValid())
-    {
-        return false;
-    }
-    auto const readCharacter = [this](char const* character, unsigned short position, unsigned short& digit,
-                                      bool& negative, bool& separator)
-    { return _ParseCharacter(character, position, digit, negative, separator); };
-    auto const allowsLength = [this](unsigned short length) { return _IsValidFractionLength(length); };
-    auto const takeDigit =
-        [this](int distance, unsigned short digit, unsigned short& accumulator, double& value)
-    {
-        switch (distance)
-        {
-        case 1: return _ParseFirstDigit(digit, accumulator, value);
-        case 2: return _ParseSecondDigit(digit, accumulator, value);
-        case 3: return _ParseThirdDigit(digit, accumulator, value);
-        case 4: return _ParseFourthDigit(digit, accumulator, value);
-        default: return false;
-        }
-    };
-    nxFractionDigits::Reading reading;
-    if (!nxFractionDigits::Read(text, reading, readCharacter, allowsLength, takeDigit))
-    {
-        _price.SetNull();
-        return false;
-    }
-    _FinishParse(reading.accumulator, reading.value);
-    _price = reading.negative ? -reading.value : reading.value;
-    return true;
+    return nxFractionParser(*this).SetPrice(text);
 }
 
 bool nxFractionPriceConverter::_IsValidFractionLength(unsigned short /*length*/)
@@ -93,10 +65,4 @@ bool nxFractionPriceConverter::_ParseCharacter(char const* character, unsigned s
         return true;
     }
     return nxFractionDigits::ReadDigit(*character, digit);
-}
-
-bool nxFractionPriceConverter::_AddTicks(unsigned short ticks, double& value) const
-{
-    value += ticks * double(_minimumTick);
-    return true;
 }

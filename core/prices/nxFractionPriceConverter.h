@@ -45,6 +45,7 @@ protected:
     virtual bool _ParseCharacter(char const* character, unsigned short& position, unsigned short& digit,
                                  bool& negative, bool& separator);
 
-    /// @return true.
-    bool _AddTicks(unsigned short ticks, double& value) const;
+private:
+    template <class Converter>
+    friend class nxFractionParser;
 };

@@ -2,14 +2,14 @@
 
 #include <charconv>
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <string_view>
 
 /// @file
-/// The digits of fraction prices, for the converters' sources only.
+/// What stands behind a fraction price's separator, for the converters' sources only: the columns of
+/// tables/fractions.def.
 
-/// Writing. A menu holds the character for each count: the quarters of a thirty-second are the menu "0257".
+/// Writing.
 namespace nxFractionText
 {
 /// Toward zero; 0 for what no `unsigned short` holds, which no price with digits after its point gives.
@@ -34,20 +34,58 @@ inline void AppendNumber(std::string& text, long long number, std::size_t width 
     text.append(digits, length);
 }
 
-/// A count beyond the menu shows the last entry.
-inline void AppendEntryOrLast(std::string& text, unsigned short count, std::string_view menu)
+/// The count in so many digits at least, in parts of which a tick has so many.
+class Number
 {
-    text += menu[count < menu.size() ? count : menu.size() - 1];
-}
-
-/// A count beyond the menu shows nothing.
-inline void AppendEntryOrNothing(std::string& text, unsigned short count, std::string_view menu)
-{
-    if (count < menu.size())
+public:
+    constexpr explicit Number(std::size_t width, int parts = 1) : _width(width), _parts(parts)
     {
-        text += menu[count];
     }
-}
+    void Append(std::string& text, unsigned short count) const
+    {
+        AppendNumber(text, count * _parts, _width);
+    }
+
+private:
+    std::size_t _width;
+    int _parts;
+};
+
+/// The character for each count: the quarters of a thirty-second are the menu "0257". A count beyond it shows nothing.
+class MenuOrNothing
+{
+public:
+    constexpr explicit MenuOrNothing(std::string_view menu) : _menu(menu)
+    {
+    }
+    void Append(std::string& text, unsigned short count) const
+    {
+        text += _menu.substr(count < _menu.size() ? count : _menu.size(), 1);
+    }
+
+protected:
+    std::string_view _menu;
+};
+
+/// A count beyond the menu shows its last entry.
+class Menu : public MenuOrNothing
+{
+public:
+    using MenuOrNothing::MenuOrNothing;
+    void Append(std::string& text, unsigned short count) const
+    {
+        text += count < _menu.size() ? _menu[count] : _menu.back();
+    }
+};
+
+/// The second level of the formats that have one.
+class Nothing
+{
+public:
+    void Append(std::string& /*text*/, unsigned short /*count*/) const
+    {
+    }
+};
 } // namespace nxFractionText
 
 /// Reading. Each step answers whether it takes the digit; the accumulator counts the smallest parts seen so far.
@@ -64,94 +102,85 @@ inline bool ReadDigit(char character, unsigned short& digit)
     return true;
 }
 
-inline void Accumulate(unsigned short& accumulator, int parts)
+inline bool Accumulate(unsigned short& accumulator, int parts)
 {
     accumulator = static_cast<unsigned short>(parts);
-}
-
-/// The first digit, which must be below `limit`.
-inline bool TakeFirst(unsigned short digit, unsigned short limit, unsigned short& accumulator)
-{
-    accumulator = digit;
-    return digit < limit;
-}
-
-/// The second digit, refused only if it is at least `refusedDigit` behind a first of at least `refusedFirst`.
-/// @param scale  the smallest parts in one part of the first level.
-inline bool TakeSecond(unsigned short digit, unsigned short refusedDigit, unsigned short refusedFirst,
-                       unsigned short scale, unsigned short& accumulator)
-{
-    if (digit >= refusedDigit && accumulator >= refusedFirst)
-    {
-        return false;
-    }
-    Accumulate(accumulator, (accumulator * 10 + digit) * scale);
     return true;
 }
 
-/// A digit that stands in the menu; its place there is what it counts.
-inline bool TakeEntry(unsigned short digit, std::string_view menu, unsigned short unit,
-                      unsigned short& accumulator)
+/// A digit below the limit joins the count.
+class Below
 {
-    auto const place = menu.find(static_cast<char>('0' + digit));
-    if (place == std::string_view::npos)
+public:
+    constexpr explicit Below(int limit) : _limit(limit)
     {
-        return false;
     }
-    Accumulate(accumulator, accumulator + static_cast<int>(place) * unit);
-    return true;
-}
+    bool Take(unsigned short digit, unsigned short& accumulator) const
+    {
+        return digit < _limit && Accumulate(accumulator, accumulator + digit);
+    }
 
-/// What the parser has found in a text.
-struct Reading
-{
-    double value = 0.0;
-    unsigned short accumulator = 0;
-    bool negative = false;
+private:
+    int _limit;
 };
 
-/// Walks a text by its length, so that a zero byte is a character like any other.
-/// @param readCharacter  (character, position, digit, negative, separator): what the character means.
-/// @param allowsLength   (count): whether so many characters may follow the separator.
-/// @param takeDigit      (distance behind the separator from 1, digit, accumulator, value).
-/// @return whether all of it was taken.
-template <class ReadCharacter, class AllowsLength, class TakeDigit>
-bool Read(std::string const& text, Reading& reading, ReadCharacter readCharacter, AllowsLength allowsLength,
-          TakeDigit takeDigit)
+/// The second digit of a number; refused only if it is at least `refusedDigit` behind a first of at least
+/// `refusedFirst`. One of its parts has `scale` of the smallest.
+class Pair
 {
-    if (text.size() > std::numeric_limits<unsigned short>::max())
+public:
+    constexpr Pair(int refusedDigit, int refusedFirst, int scale = 1)
+        : _refusedDigit(refusedDigit), _refusedFirst(refusedFirst), _scale(scale)
     {
-        return false;
     }
-    auto const length = static_cast<unsigned short>(text.size());
-    bool separatorSeen = false;
-    unsigned short separatorPosition = 0;
-    for (unsigned short position = 0; position < length; ++position)
+    bool Take(unsigned short digit, unsigned short& accumulator) const
     {
-        unsigned short digit = 0;
-        bool separator = false;
-        if (!readCharacter(&text[position], position, digit, reading.negative, separator))
-        {
-            return false;
-        }
-        if (separator)
-        {
-            if (separatorSeen || !allowsLength(static_cast<unsigned short>(length - position - 1)))
-            {
-                return false;
-            }
-            separatorSeen = true;
-            separatorPosition = position;
-        }
-        else if (!separatorSeen)
-        {
-            reading.value = reading.value * 10.0 + digit; // the sign in front counts as a digit 0
-        }
-        else if (!takeDigit(position - separatorPosition, digit, reading.accumulator, reading.value))
-        {
-            return false;
-        }
+        bool const isRefused = digit >= _refusedDigit && accumulator >= _refusedFirst;
+        return !isRefused && Accumulate(accumulator, (accumulator * 10 + digit) * _scale);
     }
-    return true;
-}
+
+private:
+    int _refusedDigit;
+    int _refusedFirst;
+    int _scale;
+};
+
+/// The second digit of a number up to the limit. One of its parts has `scale` of the smallest.
+class UpTo
+{
+public:
+    constexpr explicit UpTo(int limit, int scale = 1) : _limit(limit), _scale(scale)
+    {
+    }
+    bool Take(unsigned short digit, unsigned short& accumulator) const
+    {
+        int const parts = accumulator * 10 + digit;
+        return parts <= _limit && Accumulate(accumulator, parts * _scale);
+    }
+
+private:
+    int _limit;
+    int _scale;
+};
+
+/// A digit that stands in the menu; its place there counts `unit` each, on top of the count so far times `scale`.
+class Entry
+{
+public:
+    constexpr explicit Entry(std::string_view menu, int unit = 1, int scale = 1)
+        : _menu(menu), _unit(unit), _scale(scale)
+    {
+    }
+    bool Take(unsigned short digit, unsigned short& accumulator) const
+    {
+        auto const place = _menu.find(static_cast<char>('0' + digit));
+        return place != std::string_view::npos &&
+               Accumulate(accumulator, accumulator * _scale + static_cast<int>(place) * _unit);
+    }
+
+private:
+    std::string_view _menu;
+    int _unit;
+    int _scale;
+};
 } // namespace nxFractionDigits

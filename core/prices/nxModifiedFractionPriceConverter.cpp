@@ -1,5 +1,6 @@
 #include "core/prices/nxModifiedFractionPriceConverter.h"
 
+#include "core/prices/nxFractionParser.h"
 #include "core/prices/nxFractionText.h"
 
 nxModifiedFractionPriceConverter::nxModifiedFractionPriceConverter(unsigned short const& first,
@@ -17,35 +18,7 @@ bool nxModifiedFractionPriceConverter::SetMinimumTickIncrement(nxDecimal const& 
 
 bool nxModifiedFractionPriceConverter::SetPriceFromString(std::string const& text)
 {
-    _ResetParse();
-    if (text.empty() || !_minimumTick.IsValid())
-    {
-        return false;
-    }
-    auto const readCharacter = [this](char const* character, unsigned short position, unsigned short& digit,
-                                      bool& negative, bool& separator)
-    { return _ReadCharacter(*character, position == 0, digit, negative, separator); };
-    auto const allowsLength = [this](unsigned short length) { return _IsValidFractionLength(length); };
-    auto const takeDigit =
-        [this](int distance, unsigned short digit, unsigned short& accumulator, double& value)
-    {
-        switch (distance)
-        {
-        case 1: return _ParseFirstDigit(digit, accumulator, value);
-        case 2: return _ParseSecondDigit(digit, accumulator, value);
-        case 3: return _ParseThirdDigit(digit, accumulator, value);
-        default: return false;
-        }
-    };
-    nxFractionDigits::Reading reading;
-    if (!nxFractionDigits::Read(text, reading, readCharacter, allowsLength, takeDigit))
-    {
-        _price.SetNull();
-        return false;
-    }
-    _FinishParse(reading.accumulator, reading.value);
-    _price = reading.negative ? -reading.value : reading.value;
-    return true;
+    return nxFractionParser(*this).SetPrice(text);
 }
 
 bool nxModifiedFractionPriceConverter::_IsValidFractionLength(unsigned short /*length*/)
@@ -79,29 +52,23 @@ void nxModifiedFractionPriceConverter::_FinishParse(unsigned short& /*accumulato
 {
 }
 
-bool nxModifiedFractionPriceConverter::_AddTicks(unsigned short ticks, double& value) const
+bool nxModifiedFractionPriceConverter::_ParseCharacter(char const* character, unsigned short& position,
+                                                       unsigned short& digit, bool& negative, bool& separator)
 {
-    value += ticks * double(_minimumTick);
-    return true;
-}
-
-bool nxModifiedFractionPriceConverter::_ReadCharacter(char character, bool isFirst, unsigned short& digit,
-                                                      bool& negative, bool& separator) const
-{
-    if (character == '-' && isFirst)
+    if (*character == '-' && position == 0)
     {
         negative = true;
         return true;
     }
-    if (character == _separator)
+    if (*character == _separator)
     {
         separator = true;
         return true;
     }
-    switch (character)
+    switch (*character)
     {
     case '+': digit = 5; return true;
     case ' ': digit = 0; return true;
-    default: return nxFractionDigits::ReadDigit(character, digit);
+    default: return nxFractionDigits::ReadDigit(*character, digit);
     }
 }

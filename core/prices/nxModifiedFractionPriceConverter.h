@@ -41,12 +41,12 @@ protected:
     /// Called when all of a text has been taken.
     virtual void _FinishParse(unsigned short& accumulator, double& value);
 
-    /// @return true.
-    bool _AddTicks(unsigned short ticks, double& value) const;
-
     char _separator;
 
 private:
-    bool _ReadCharacter(char character, bool isFirst, unsigned short& digit, bool& negative,
-                        bool& separator) const;
+    template <class Converter>
+    friend class nxFractionParser;
+
+    bool _ParseCharacter(char const* character, unsigned short& position, unsigned short& digit,
+                         bool& negative, bool& separator);
 };
