@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <type_traits>
 
 static_assert(sizeof(nxPriceInterestBitMask) <= 2 * sizeof(void*));
@@ -21,9 +20,8 @@ constexpr unsigned long long null64 = 0x8000000000000000;
 constexpr unsigned long long noChange64 = 0x4000000000000000;
 
 /// Sees each addition of bits, as a host's own mask may.
-class CountingMask : public nxBitMask
+struct CountingMask : nxBitMask
 {
-public:
     CountingMask() = default;
     using nxBitMask::SetBits;
     void SetBits(unsigned int bits) override
@@ -33,11 +31,10 @@ public:
     }
     std::string GetClassNameA() const override
     {
-        return "CountingMask";
+        return "";
     }
     int additions = 0;
 };
-
 } // namespace
 
 TEST(nxBitMask, BitsAreHeldAgainstTheClass)
@@ -54,23 +51,18 @@ TEST(nxBitMask, BitsAreHeldAgainstTheClass)
     EXPECT_TRUE(mask.AreAllBitsSet(0x5) && mask.AreAnyBitsSet(0x6));
     EXPECT_FALSE(mask.AreAllBitsSet(0x7) || mask.AreAnyBitsSet(0xA) || mask.AreAnyBitsSet(0u));
     EXPECT_EQ(mask.GetLongDescription(""), "Block TradesNew products???");
-    for (unsigned int bits = 0; bits < 8; ++bits)
+    for (int bits = 0; bits < 8; ++bits)
     {
-        nxKeyboardModifierBitMask const keys(bits);
-        EXPECT_EQ(keys.IsShiftKeyDown() + 2 * keys.IsCtrlKeyDown() + 4 * keys.IsAltKeyDown(),
-                  static_cast<int>(bits));
+        nxKeyboardModifierBitMask const keys(static_cast<unsigned int>(bits));
+        EXPECT_EQ(keys.IsShiftKeyDown() + 2 * keys.IsCtrlKeyDown() + 4 * keys.IsAltKeyDown(), bits);
     }
-}
-
-TEST(nxBitMask, BitsAreAddedThroughTheVirtualOperation)
-{
-    CountingMask mask;
-    mask.SetBits(0x1);
-    mask |= 0x2;
-    mask |= nxPriceInterestBitMask(0x4);
-    mask.SetBits(nxPriceInterestBitMask(0x8));
-    EXPECT_EQ(mask.additions, 4);
-    EXPECT_EQ(mask.GetValue(), 0xFu);
+    CountingMask counting;
+    counting.SetBits(0x1);
+    counting |= 0x2;
+    counting |= nxPriceInterestBitMask(0x4);
+    counting.SetBits(nxPriceInterestBitMask(0x8));
+    EXPECT_TRUE(counting.additions == 4 && counting.GetValue() == 0xF)
+        << "each through the virtual operation";
 }
 
 TEST(nxGenericBitMask, IsARawBagThatShowsTheBinaryNumber)
@@ -95,8 +87,16 @@ TEST(nxGenericBitMask, IsARawBagThatShowsTheBinaryNumber)
               "1" + std::string(63, '0') + " ( 9223372036854775808 )");
 }
 
-TEST(nxAttributeHighlightBitMasks, CanUseAllBits)
+TEST(nxAttributeHighlightBitMasks, CanUseAllBitsAndUserOrderFlagsTakeNumbersAndMasks)
 {
+    nxUserOrderFlagsBitMask flags;
+    flags = 0x1u;
+    flags |= nxUserOrderFlagsBitMask(0x4);
+    EXPECT_TRUE(flags == 0x5u && flags != 0x6u && flags == nxUserOrderFlagsBitMask(0x5));
+    flags = nxPriceInterestBitMask(0x8);
+    EXPECT_TRUE(flags != nxUserOrderFlagsBitMask(0x7) && flags == nxPriceInterestBitMask(0x8));
+    EXPECT_EQ(nxOrderTransactionFlagsBitMask::GetNoChangeInstance().GetValue(), noChange32);
+
     nxExtendedAttributeHighlightBitMask mask(1);
     mask.SetBits(null64 | noChange64);
     mask.SetBits(2);
@@ -123,21 +123,9 @@ TEST(nxAttributeHighlightBitMasks, CanUseAllBits)
     EXPECT_EQ(pair.GetExtendedHighlights().GetValue(), null64);
 }
 
-TEST(nxUserOrderFlagsBitMask, TakesNumbersAndMasks)
-{
-    nxUserOrderFlagsBitMask flags;
-    flags = 0x1u;
-    flags |= nxUserOrderFlagsBitMask(0x4);
-    EXPECT_TRUE(flags == 0x5u && flags != 0x6u && flags == nxUserOrderFlagsBitMask(0x5));
-    flags = nxPriceInterestBitMask(0x8);
-    EXPECT_TRUE(flags != nxUserOrderFlagsBitMask(0x7) && flags == nxPriceInterestBitMask(0x8));
-    EXPECT_EQ(nxOrderTransactionFlagsBitMask::GetNoChangeInstance().GetValue(), noChange32);
-}
-
 TEST(nxAccountNodeFlagBitMask, SetsConvertsAndMergesItsFlags)
 {
-    constexpr unsigned long long exchangeField = 0x8000;
-    constexpr unsigned long long syntheticField = 0x10000;
+    constexpr unsigned long long exchangeField = 0x8000; // and that of synthetic ones is the next bit
     nxAccountNodeFlagBitMask flags(null64);
     flags.SetGenerateExchangeStrategyPositions(false);
     EXPECT_TRUE(flags.IsNull());
@@ -155,21 +143,18 @@ TEST(nxAccountNodeFlagBitMask, SetsConvertsAndMergesItsFlags)
         back.ConvertFromAccountNodeDefinitionFieldsBitMask(fields);
         EXPECT_EQ(back.GetValue(), bits);
     }
-    unsigned long long const rows[][4] = {
-        // before, the other, what it holds, after
-        {0x2, 0x1, exchangeField, 0x3},
-        {0x3, 0x0, exchangeField, 0x2},
-        {0x1, 0x2, syntheticField | 0x7F, 0x3},
-        {0x3, 0x0, exchangeField | syntheticField, 0x0},
-        {0x3, 0x0, 0x7F, 0x3},
-        {0x0, 0xF7, exchangeField, 0x1},
-        {null64, 0x3, 0x0, 0x0}, // even then bits are added, which makes it valid
-        {null64, 0x3, syntheticField, 0x2}};
-    for (auto const& [before, other, presence, after] : rows)
+    for (unsigned int row = 0; row < 64; ++row)
     {
+        unsigned long long const before = row % 4, other = row / 4 % 4, present = row / 16;
+        unsigned long long const after = (before & ~present) | (other & present);
         nxAccountNodeFlagBitMask merged(before);
         merged.MergeFromAccountNodeFlagsBitMaskUsingPresenceFieldsBitMask(
-            nxAccountNodeFlagBitMask(other), nxAccountNodeDefinitionFieldsBitMask(presence));
-        EXPECT_EQ(merged.GetValue(), after);
+            nxAccountNodeFlagBitMask(other | 0xF4),
+            nxAccountNodeDefinitionFieldsBitMask(present * exchangeField | 0x7F));
+        EXPECT_EQ(merged.GetValue(), after) << row;
     }
+    flags.SetNull(); // even then bits are added, which makes it valid
+    flags.MergeFromAccountNodeFlagsBitMaskUsingPresenceFieldsBitMask(nxAccountNodeFlagBitMask(3),
+                                                                     nxAccountNodeDefinitionFieldsBitMask(0));
+    EXPECT_EQ(flags.GetValue(), 0u);
 }

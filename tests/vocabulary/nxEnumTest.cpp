@@ -8,12 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <exception>
-#include <initializer_list>
 #include <set>
-#include <string>
-#include <tuple>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 // One number beside the type.
@@ -41,38 +37,30 @@ nxEnumValue Number(unsigned int value)
 }
 } // namespace
 
-TEST(nxEnumAssignment, ReportsItsOutcomeInside)
+// A host may derive a class with wider bounds. The constructor goes by the constants of the library's class, an
+// assignment by the bounds of the instance, and a copy by neither.
+TEST(nxEnumAssignment, GoesByTheBounds)
 {
-    nxBuySellEnum side(NX_BUY);
-    side = Number(13);
-    EXPECT_TRUE(side.IsUndefined());
     nxAnyEnum value;
     EXPECT_TRUE(value._Set(5u));
     EXPECT_FALSE(value._Set(4294967295u));
     EXPECT_EQ(value.GetValue(), 0u);
-    EXPECT_TRUE(value._Set(NX_UNDEFINED));
-    EXPECT_TRUE(value._Set(nxBuySellEnum(NX_NO_CHANGE)));
-    EXPECT_TRUE(value.IsNoChange());
-}
+    EXPECT_TRUE(value._Set(NX_UNDEFINED) && value._Set(nxBuySellEnum(NX_NO_CHANGE)) && value.IsNoChange());
 
-// A host may derive a class with wider bounds. The constructor goes by the constants of the library's class, an
-// assignment by the bounds of the instance, and a copy by neither.
-TEST(nxEnumAssignment, AsksADerivedClassForItsBounds)
-{
     using Wider = nxWiderEnum<nxBuySellEnum>;
     EXPECT_EQ(Wider(Number(500)).GetValue(), 0u);
     Wider wider;
     wider = Number(500);
-    EXPECT_EQ(wider.GetValue(), 500u);
-    EXPECT_TRUE(wider.IsSpecificTypeForInstance());
+    EXPECT_TRUE(wider == 500u && wider.IsSpecificTypeForInstance());
     EXPECT_TRUE(wider.SetFromString("TRUE"));
-    EXPECT_EQ(wider, NX_TRUE);
-
     nxBuySellEnum side(wider);
     EXPECT_EQ(side, NX_TRUE);
     side = NX_SELL;
     side = static_cast<nxBuySellEnum const&>(wider);
     EXPECT_EQ(side, NX_TRUE);
+    side = Number(13);
+    EXPECT_TRUE(side.IsUndefined());
+    side = NX_SELL;
     static_cast<nxEnum&>(side) = wider;
     EXPECT_TRUE(side.IsUndefined());
 
@@ -85,21 +73,15 @@ TEST(nxEnumAssignment, AsksADerivedClassForItsBounds)
     EXPECT_TRUE(capacity.IsUndefined());
 }
 
+// More tokens are tried by the fuzz target of the vocabulary.
 TEST(nxEnumToken, OfAnotherClassClearsAndAnUnknownWordDoesNot)
 {
-    using namespace std::string_literals;
-    using Row = std::tuple<std::string, bool, unsigned int>;
-    for (auto const& [token, isTaken, stored] :
-         {Row{"TRUE", true, 5001}, Row{"BUY", false, 0}, Row{"True", false, 5002},
-          Row{"TRUE\0"s, false, 5002}, Row{"NO_CHANGE", true, 2}, Row{"NOCHANGE", false, 0}})
-    {
-        nxBoolEnum flag(false);
-        EXPECT_EQ(flag.SetFromString(token), isTaken) << token;
-        EXPECT_EQ(flag.GetValue(), stored) << token;
-    }
+    nxBoolEnum flag(false);
+    EXPECT_TRUE(!flag.SetFromString(std::string("TRUE\0", 5)) && flag == NX_FALSE);
+    EXPECT_TRUE(!flag.SetFromString("BUY") && flag.IsUndefined());
+    EXPECT_TRUE(flag.SetFromString("TRUE") && flag == NX_TRUE);
     nxGenericEnum any; // the one class that the unregistered row fits
-    EXPECT_TRUE(any.SetFromString("NOT_REGISTERED"));
-    EXPECT_EQ(any.GetValue(), 1u);
+    EXPECT_TRUE(any.SetFromString("NOT_REGISTERED") && any == 1u);
     EXPECT_EQ(nxAnyEnum(5819).GetLongDescription(), "not registered");
     EXPECT_EQ(&any.GetAsString(), &any.GetShortDescription()) << "no copy is made";
 }
@@ -110,19 +92,14 @@ TEST(nxEnumListing, ReplacesTheContentInAscendingOrder)
     nxSpreadChildOrderStateEnum().GetRegisteredEnumValuesForInstance(values);
     EXPECT_EQ(values, (std::vector{Number(7101), Number(7102), Number(7103), Number(7104), Number(7105),
                                    Number(7107), Number(7108)}));
-
     std::set<nxEnumValue> set = {NX_BUY};
     nxBoolEnum().GetRegisteredEnumValuesForInstance(set);
     EXPECT_EQ(set, (std::set{NX_TRUE, NX_FALSE}));
-
     // Rows of other classes lie between the crossed bounds, and must not be found.
     nxSyntheticLegCalculationTypeEnum().GetRegisteredEnumValuesForInstance(set);
     EXPECT_TRUE(set.empty());
-
-    constexpr std::size_t errorRows = 581;
-    constexpr std::size_t allRows = 3 + 1989 + 4;
     nxGenericEnum().GetRegisteredEnumValuesForInstance(values);
-    EXPECT_EQ(values.size(), allRows - errorRows);
+    EXPECT_EQ(values.size(), 3u + 1989 + 4 - 581); // all but the errors
     EXPECT_EQ(values.front(), NX_UNDEFINED);
 }
 
@@ -137,10 +114,8 @@ TEST(nxEnumComparison, IsByNumberWhateverTheClass)
     EXPECT_TRUE(buy < nxBuySellEnum(NX_SELL) && !(buy < buy));
     EXPECT_TRUE(nxBoolEnum(true) == true && false == nxBoolEnum(false) && nxBoolEnum(true) != false);
     EXPECT_TRUE(nxBoolEnum() != true && nxBoolEnum() != false);
-
     // A number is compared as it is: it must not be checked against the bounds first, which would make it 0.
-    EXPECT_FALSE(nxBuySellEnum() == NX_TRUE);
-    EXPECT_FALSE(nxErrorEnum() == NX_BUY);
+    EXPECT_FALSE(nxBuySellEnum() == NX_TRUE || nxErrorEnum() == NX_BUY);
 
     nxWiderEnum<nxBuySellEnum> wider;
     wider = NX_BUY;
@@ -150,14 +125,9 @@ TEST(nxEnumComparison, IsByNumberWhateverTheClass)
     nxCurrencyEnum const high(Number(1402));
     EXPECT_TRUE(low < high && high > low && low <= low && low >= low);
     EXPECT_FALSE(low > high || high <= low || low >= high || low < low || low > low);
-}
 
-TEST(nxErrorEnum, IsSuccessAtZeroAlone)
-{
-    EXPECT_TRUE(nxErrorEnum().IsOK());
-    EXPECT_FALSE(nxErrorEnum(NX_NO_CHANGE).IsOK());
-    EXPECT_FALSE(nxErrorEnum(NX_ERR_NOT_FOUND).IsOK());
-    EXPECT_TRUE(Make<nxErrorEnum>(500).IsOK()); // a refused number reads as success
+    EXPECT_TRUE(nxErrorEnum().IsOK() && Make<nxErrorEnum>(500).IsOK()); // a refused number reads as success
+    EXPECT_FALSE(nxErrorEnum(NX_NO_CHANGE).IsOK() || nxErrorEnum(NX_ERR_NOT_FOUND).IsOK());
 }
 
 TEST(nxException, IsAnErrorAndAText)
@@ -170,13 +140,6 @@ TEST(nxException, IsAnErrorAndAText)
     exception.SetDescription("no such thing");
     nxException copy(nxErrorEnum{});
     EXPECT_EQ(&(copy = exception), &copy);
-    try
-    {
-        throw copy;
-    }
-    catch (nxException const& caught)
-    {
-        EXPECT_EQ(caught.GetError(), NX_ERR_NOT_FOUND);
-        EXPECT_EQ(caught.GetDescription(), "no such thing");
-    }
+    EXPECT_EQ(copy.GetError(), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(copy.GetDescription(), "no such thing");
 }

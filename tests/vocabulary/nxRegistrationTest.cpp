@@ -18,7 +18,7 @@ unsigned int ValueOf(std::string const& token)
     return value.GetValue();
 }
 
-struct HostMask : public nxBitMask
+struct HostMask : nxBitMask
 {
     explicit HostMask(unsigned int bits) : nxBitMask(bits)
     {

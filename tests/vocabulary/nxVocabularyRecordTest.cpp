@@ -1,6 +1,7 @@
-// Every number, token and text is what stored data and other programs know it by.
+// Every number, token and text is what stored data and other programs know it by; the catalogue knows whose a number is.
 
 #include "core/vocabulary/nxVocabulary.h"
+#include "core/vocabulary/nxVocabularyCatalogue.h"
 #include "tests/vocabulary/nxAnyEnum.h"
 
 #include <gtest/gtest.h>
@@ -9,29 +10,24 @@
 #include <concepts>
 #include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace
 {
-using Range = std::pair<unsigned int, unsigned int>; // both ends included
+using Catalogue = nxVocabularyCatalogue;
 
-// Rows whose wording may change: their texts count as empty in the checksums.
-constexpr Range freeTexts[] = {
-#define NX_RECORDED_ENUM(Class, lower, upper, rows, ordered, checksum)
-#define NX_RECORDED_MASK(Class, bits, rows, checksum)
-#define NX_FREE_TEXTS(first, last) {first, last},
+/// Whether its wording may change: such a text counts as empty in the checksums.
+bool IsFree(unsigned int number)
+{
+    return false
+#define NX_FREE_TEXTS(first, last) || (number >= (first) && number <= (last))
 #include "tests/vocabulary/nxVocabularyRecord.def"
-};
+        ;
+}
 
 // Rights for packaged strategies, whose names belong to whoever packages them.
-constexpr Range freeTokens = {102901, 102904};
-constexpr std::size_t recordedRowCount = 1989;
-
-bool Contains(Range const& range, unsigned int number)
-{
-    return number >= range.first && number <= range.second;
-}
+constexpr unsigned int firstFreeToken = 102901;
+constexpr unsigned int lastFreeToken = 102904;
 
 constexpr std::uint64_t emptyChecksum = 0xcbf29ce484222325;
 
@@ -42,56 +38,37 @@ void AddRow(std::uint64_t& sum, std::string const& number, std::string const& to
 }
 
 template <typename Enumeration>
-concept Ordered = requires(Enumeration const& value)
-{
-    value < value;
-};
-
-template <typename Enumeration>
-std::vector<unsigned int> RowsOf(unsigned int lower, unsigned int upper, std::size_t count)
-{
-    std::vector<nxEnumValue> listed;
-    Enumeration().GetRegisteredEnumValuesForInstance(listed);
-    std::vector<unsigned int> rows(listed.begin(), listed.end());
-    if (lower > upper)
-    {
-        // The class whose bounds are crossed lists nothing; its rows follow the lower one.
-        EXPECT_TRUE(rows.empty());
-        for (unsigned int row = lower + 1; row <= lower + count; ++row)
-            rows.push_back(row);
-    }
-    std::erase_if(rows, [](unsigned int number) { return Contains(freeTokens, number); });
-    return rows;
-}
-
-template <typename Enumeration>
-void ExpectRecorded(char const* name, unsigned int lower, unsigned int upper, std::size_t count, bool ordered,
-                    std::uint64_t checksum)
+void ExpectEnum(char const* name, unsigned int lower, unsigned int upper, std::size_t count, bool isOrdered,
+                std::uint64_t checksum)
 {
     SCOPED_TRACE(name);
     EXPECT_EQ(Enumeration().GetClassNameA(), name);
     EXPECT_EQ(nxOpenEnum<Enumeration>()._MinValue(), lower);
     EXPECT_EQ(nxOpenEnum<Enumeration>()._MaxValue(), upper);
-    EXPECT_EQ(Ordered<Enumeration>, ordered);
+    EXPECT_EQ(
+        requires(Enumeration const& value) { value < value; }, isOrdered);
     if constexpr (std::same_as<Enumeration, nxGenericEnum>)
         return; // no rows of its own: it lists those of others
 
-    std::vector<unsigned int> const rows = RowsOf<Enumeration>(lower, upper, count);
+    std::vector<nxEnumValue> rows;
+    Enumeration().GetRegisteredEnumValuesForInstance(rows);
+    // The class whose bounds are crossed lists nothing; its rows follow the lower one.
+    for (unsigned int row = lower + 1; lower > upper && row <= lower + count; ++row)
+        rows.push_back(static_cast<nxEnumValue>(row));
+    std::erase_if(rows,
+                  [](unsigned int number) { return number >= firstFreeToken && number <= lastFreeToken; });
     EXPECT_EQ(rows.size(), count);
     std::uint64_t sum = emptyChecksum;
-    for (unsigned int const number : rows)
+    for (nxEnumValue const number : rows)
     {
         nxAnyEnum const row(number);
         EXPECT_FALSE(row.GetLongDescription().empty()) << number;
-        bool const isFree =
-            std::ranges::any_of(freeTexts, [number](Range const& range) { return Contains(range, number); });
         AddRow(sum, std::to_string(number), row.GetShortDescription(),
-               isFree ? std::string() : row.GetLongDescription());
-
+               IsFree(number) ? "" : row.GetLongDescription());
         Enumeration back;
         EXPECT_EQ(back.SetFromString(row.GetShortDescription()), lower < upper) << number;
-        EXPECT_EQ(back.GetValue(), lower < upper ? number : 0);
-        EXPECT_EQ(Enumeration(static_cast<nxEnumValue>(number)), back);
+        EXPECT_EQ(back, lower < upper ? number : NX_UNDEFINED);
+        EXPECT_EQ(Enumeration(number), back);
     }
     EXPECT_EQ(sum, checksum);
 }
@@ -103,7 +80,7 @@ struct OpenMask : public Mask
 };
 
 template <typename Mask>
-void ExpectRecordedMask(char const* name, std::size_t bits, std::size_t count, std::uint64_t checksum)
+void ExpectMask(char const* name, std::size_t bits, std::size_t count, std::uint64_t checksum)
 {
     SCOPED_TRACE(name);
     EXPECT_EQ(Mask().GetClassNameA(), name);
@@ -117,30 +94,17 @@ void ExpectRecordedMask(char const* name, std::size_t bits, std::size_t count, s
 }
 
 // One function a class: a single one with all of them takes the compiler long.
-constexpr void (*expectEnum[])() = {
-#define NX_RECORDED_ENUM(Class, lower, upper, rows, ordered, checksum)                                       \
-    [] { ExpectRecorded<Class>(#Class, lower, upper, rows, ordered, checksum); },
-#define NX_RECORDED_MASK(Class, bits, rows, checksum)
-#define NX_FREE_TEXTS(first, last)
-#include "tests/vocabulary/nxVocabularyRecord.def"
-};
-
-constexpr void (*expectMask[])() = {
-#define NX_RECORDED_ENUM(Class, lower, upper, rows, ordered, checksum)
-#define NX_RECORDED_MASK(Class, bits, rows, checksum)                                                        \
-    [] { ExpectRecordedMask<Class>(#Class, bits, rows, checksum); },
-#define NX_FREE_TEXTS(first, last)
+constexpr void (*expectations[])() = {
+#define NX_RECORDED_ENUM(Class, ...) [] { ExpectEnum<Class>(#Class, __VA_ARGS__); },
+#define NX_RECORDED_MASK(Class, ...) [] { ExpectMask<Class>(#Class, __VA_ARGS__); },
 #include "tests/vocabulary/nxVocabularyRecord.def"
 };
 } // namespace
 
 TEST(nxVocabularyRecord, HoldsForEveryEnumerationAndMask)
 {
-    EXPECT_EQ(std::size(expectEnum), 149u);
-    for (auto const expect : expectEnum)
-        expect();
-    EXPECT_EQ(std::size(expectMask), 32u);
-    for (auto const expect : expectMask)
+    EXPECT_EQ(std::size(expectations), 149u + 32);
+    for (auto const expect : expectations)
         expect();
     EXPECT_EQ(OpenMask<nxBitMask>::_GetDescriptionMap().size() +
                   OpenMask<nxBitMask64>::_GetDescriptionMap().size(),
@@ -151,9 +115,31 @@ TEST(nxVocabularyRecord, HasNoRowOutsideOfTheClasses)
 {
     std::vector<nxEnumValue> rows;
     nxAnyEnum().GetRegisteredEnumValuesForInstance(rows);
-    constexpr std::size_t commonRowCount = 3;
-    EXPECT_EQ(rows.size(), commonRowCount + recordedRowCount + freeTokens.second - freeTokens.first + 1);
-    EXPECT_TRUE(std::is_sorted(rows.begin(), rows.end()));
-    for (unsigned int number = freeTokens.first; number <= freeTokens.second; ++number)
+    EXPECT_EQ(rows.size(), 3u + 1989 + 4); // the common ones, the recorded ones, those of free tokens
+    EXPECT_TRUE(std::ranges::is_sorted(rows));
+    for (unsigned int number = firstFreeToken; number <= lastFreeToken; ++number)
         EXPECT_TRUE(nxAnyEnum(number).GetShortDescription().starts_with("NX_FUNCTION_TALVEX_PRODUCT_"));
+}
+
+// That the catalogue shows what the registry holds is seen before main.
+TEST(nxVocabularyCatalogue, RowsHaveTheirOwnerAndAreFitForUse)
+{
+    for (Catalogue::Enumeration const& enumeration : Catalogue::GetEnumerations())
+    {
+        EXPECT_EQ(Catalogue::FindEnumeration(enumeration.className), &enumeration);
+        EXPECT_EQ(Catalogue::FindBitMask(enumeration.className), nullptr);
+        for (nxEnumRow const& row : enumeration.rows)
+        {
+            std::string const token = row.token;
+            EXPECT_EQ(Catalogue::FindOwner(row.number), &enumeration) << token;
+            EXPECT_TRUE(*row.text != '\0' && !std::string(row.text).ends_with('.') && token.size() <= 64);
+            EXPECT_NE(std::string(row.enumerator).find(token.substr(0, token.find('\t'))), std::string::npos);
+        }
+    }
+    EXPECT_STREQ(Catalogue::FindOwner(139)->className, "nxFieldTypeEnum"); // without a row
+    EXPECT_STREQ(Catalogue::FindOwner(199998)->className, "nxFunctionEnum");
+    for (unsigned int const ownerless : {0u, 1u, 2u, 10u, 13u, 1999999u, 4294967295u})
+        EXPECT_EQ(Catalogue::FindOwner(ownerless), nullptr) << ownerless;
+    EXPECT_EQ(Catalogue::FindBitMask("nxAccountNodeFlagBitMask")->width, 64u);
+    EXPECT_EQ(Catalogue::FindBitMask(""), nullptr);
 }
