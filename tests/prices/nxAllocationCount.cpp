@@ -5,37 +5,24 @@
 #include <cstdlib>
 #include <new>
 
-namespace
-{
-thread_local std::size_t allocations = 0;
-}
+thread_local std::size_t nxAllocationCount::made = 0;
 
 bool nxAllocationCount::IsPossible()
 {
     return !underThreadSanitizer;
 }
 
-nxAllocationCount::nxAllocationCount() : _start(allocations)
-{
-}
-
-std::size_t nxAllocationCount::Get() const
-{
-    return allocations - _start;
-}
-
 #if !NX_THREAD_SANITIZER
 void* operator new(std::size_t size)
 {
-    ++allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
+    if (void* const memory = operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
 
 void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
 {
-    ++allocations;
+    ++nxAllocationCount::made;
     return std::malloc(size == 0 ? 1 : size);
 }
 

@@ -3,15 +3,16 @@
 #include <cstddef>
 
 /// Counts what the calling thread allocates by `new` from here on.
-class nxAllocationCount
+struct nxAllocationCount
 {
-public:
     /// @return false under the thread sanitizer, which keeps `new` to itself; nothing is counted then.
     static bool IsPossible();
 
-    nxAllocationCount();
-    std::size_t Get() const;
+    std::size_t Get() const
+    {
+        return made - start;
+    }
 
-private:
-    std::size_t _start;
+    static thread_local std::size_t made;
+    std::size_t const start = made;
 };
