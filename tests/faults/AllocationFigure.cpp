@@ -12,11 +12,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <new>
-#include <set>
-#include <string_view>
+#include <type_traits>
+#include <vector>
 
 #include <unistd.h>
 
@@ -34,16 +33,10 @@ constinit std::atomic<long> liveBlocks = 0;
 [[maybe_unused]] bool Fails()
 {
     if (untilFailureAnywhere.load(std::memory_order_relaxed) >= 0)
-    {
         return untilFailureAnywhere.fetch_sub(1) == 0;
-    }
-    if (untilFailure < 0)
+    if (untilFailure != 0)
     {
-        return false;
-    }
-    if (untilFailure > 0)
-    {
-        --untilFailure;
+        untilFailure -= untilFailure > 0;
         return false;
     }
     ++failures;
@@ -102,132 +95,116 @@ extern "C" void free(void* block)
 namespace
 {
 
-/// Takes memory away while it lives.
-class Shortage
+constexpr char longText[] = "a text that no small string holds without an allocation";
+
+unsigned int operations = 0;
+unsigned long refused = 0;
+unsigned int wrong = 0;
+
+/// The state of an object as a text.
+template <typename Object>
+std::string Show(Object const& object)
 {
-public:
-    Shortage(long granted, bool isForAll)
+    if constexpr (std::is_same_v<Object, std::string>)
+        return object;
+    else if constexpr (std::is_same_v<Object, nxExchangeRateList>)
+        return std::to_string(object.GetExchangeRateMap().size());
+    else if constexpr (std::is_same_v<Object, nxCSVFileReader>)
+        return std::to_string(object.GetRowCount() / 2);
+    else if constexpr (std::is_same_v<Object, nxGenericEnum>)
+        return object.GetShortDescription();
+    else
+        return object.GetAsString();
+}
+
+/// Refuses an operation one allocation after the other, until it gets by without meeting the one that fails.
+/// @param operation  is told how many allocations are granted, and gives the state before and after.
+/// @param isKept     whether it may keep memory for later use: the log's store does, and so does the system's.
+template <typename Operation>
+void Starve(char const* name, bool isKept, Operation operation)
+{
+    constexpr long most = 5000;
+    std::string const expected = operation(-1).second;
+    (void)operation(-1);
+    for (long granted = 0; granted < most; ++granted)
+    {
+        unsigned long const failuresBefore = failures;
+        long const blocks = liveBlocks;
+        bool isOldOrNew = false;
+        {
+            auto const [before, after] = operation(granted);
+            isOldOrNew = after == before || after == expected;
+        }
+        bool const isLeakFree = isKept || liveBlocks == blocks;
+        bool const worksAgain = operation(-1).second == expected;
+        if ((!isOldOrNew || !isLeakFree || !worksAgain) && ++wrong <= 20)
+            std::printf("%s, %s allocation %ld:%s%s%s\n", name, isLasting ? "from" : "without", granted + 1,
+                        isOldOrNew ? "" : " left in between", isLeakFree ? "" : " memory leaked",
+                        worksAgain ? "" : " does not work afterwards");
+        if (failures == failuresBefore)
+            return;
+        refused += failures - failuresBefore;
+    }
+    std::printf("%s never ends\n", name);
+    ++wrong;
+}
+
+constexpr auto showIt = [](auto const& object) { return Show(object); };
+
+/// An operation on the object that `make` gives. @param show  tells its state as a text.
+template <typename Make, typename Act, typename ShowState = decltype(showIt)>
+void On(char const* name, Make make, Act act, ShowState show = showIt, bool isKept = false)
+{
+    auto const operation = [&](long granted)
+    {
+        auto object = make();
+        std::string const before = show(object);
+        untilFailure = granted;
+        try
+        {
+            act(object);
+        }
+        catch (std::bad_alloc const&)
+        {
+        }
+        untilFailure = -1;
+        return std::pair(before, show(object));
+    };
+    ++operations;
+    for (bool const isForAll : {false, true})
     {
         isLasting = isForAll;
-        untilFailure = granted;
+        Starve(name, isKept, operation);
     }
-    ~Shortage()
-    {
-        untilFailure = -1;
-    }
-    Shortage(Shortage const&) = delete;
-    Shortage& operator=(Shortage const&) = delete;
-};
+}
 
-/// Whether an operation may keep memory for later use: the log's store does, and so does the system's.
-enum class Memory
+template <typename Object, typename Act>
+void Changes(char const* name, Act act)
 {
-    returned,
-    kept
-};
+    On(
+        name, [] { return Object(); }, act);
+}
 
-/// Refuses operations one allocation after the other, until they get by without meeting the one that fails.
-class Trial
+template <typename Act>
+void ChangesText(char const* name, Act act)
 {
-public:
-    unsigned int operations = 0;
-    unsigned long refused = 0;
-    unsigned int wrong = 0;
+    On(
+        name, [] { return std::string(longText); }, act);
+}
 
-    /// @param show  tells the state of the object that `make` gives, as a text.
-    template <typename Make, typename Act, typename Show>
-    void On(char const* name, Make make, Act act, Show show, Memory memory = Memory::returned)
-    {
-        ++operations;
-        for (bool const isForAll : {false, true})
-        {
-            _Starve(name, isForAll, memory,
-                    [&](long granted)
-                    {
-                        auto object = make();
-                        std::string const before = show(object);
-                        try
-                        {
-                            Shortage const shortage(granted, isForAll);
-                            act(object);
-                        }
-                        catch (std::bad_alloc const&)
-                        {
-                        }
-                        return std::pair(before, show(object));
-                    });
-        }
-    }
+template <typename Act>
+void Gives(char const* name, Act act)
+{
+    ChangesText(name, [act](std::string& text) { text = act() + longText; });
+}
 
-    /// An operation that changes an object whose text tells its state.
-    template <typename Object, typename Act>
-    void OnValue(char const* name, Act act)
-    {
-        On(
-            name, [] { return Object(); }, act, [](Object const& object) { return object.GetAsString(); });
-    }
-
-    template <typename Act>
-    void Changes(char const* name, Act act)
-    {
-        On(
-            name, [] { return std::string(longText); }, act, [](std::string const& text) { return text; });
-    }
-
-    /// An operation that gives a text.
-    template <typename Act>
-    void Gives(char const* name, Act act)
-    {
-        Changes(name, [act](std::string& text) { text = act() + longText; });
-    }
-
-    /// An operation after which there is nothing to look at but that it works again.
-    template <typename Act>
-    void Does(char const* name, Act act)
-    {
-        On(
-            name, [] { return 0; }, [act](int) { act(); }, [](int) { return std::string(); }, Memory::kept);
-    }
-
-    static constexpr char longText[] = "a text that no small string holds without an allocation";
-
-private:
-    template <typename Operation>
-    void _Starve(char const* name, bool isForAll, Memory memory, Operation operation)
-    {
-        constexpr long most = 5000;
-        std::string const expected = operation(-1).second;
-        (void)operation(-1);
-        for (long granted = 0; granted < most; ++granted)
-        {
-            unsigned long const failuresBefore = failures;
-            long const blocks = liveBlocks;
-            bool isOldOrNew = false;
-            {
-                auto const [before, after] = operation(granted);
-                isOldOrNew = after == before || after == expected;
-            }
-            bool const isLeakFree = memory == Memory::kept || liveBlocks == blocks;
-            bool const worksAgain = operation(-1).second == expected;
-            if ((!isOldOrNew || !isLeakFree || !worksAgain) && ++wrong <= 20)
-            {
-                std::printf("%s, %s allocation %ld:%s%s%s\n", name, isForAll ? "from" : "without",
-                            granted + 1, isOldOrNew ? "" : " left in between",
-                            isLeakFree ? "" : " memory leaked",
-                            worksAgain ? "" : " does not work afterwards");
-            }
-            if (failures == failuresBefore)
-            {
-                return;
-            }
-            refused += failures - failuresBefore;
-        }
-        std::printf("%s never ends\n", name);
-        ++wrong;
-    }
-};
-
-constexpr auto& longText = Trial::longText;
+/// An operation after which there is nothing to look at but that it works again.
+template <typename Act>
+void Does(char const* name, Act act)
+{
+    On(
+        name, [] { return 0; }, [act](int) { act(); }, [](int) { return std::string(); }, true);
+}
 
 class Nothing : public nxFunctor
 {
@@ -245,11 +222,6 @@ public:
     }
 };
 
-std::string CountOfRates(nxExchangeRateList const& rates)
-{
-    return std::to_string(rates.GetExchangeRateMap().size());
-}
-
 nxExchangeRateList Rates()
 {
     nxExchangeRateList rates;
@@ -257,192 +229,181 @@ nxExchangeRateList Rates()
     return rates;
 }
 
-void StarveTexts(Trial& trial, files::path const& directory)
+void StarveTexts(files::path const& directory)
 {
     std::string const fields = "\"" + std::string(longText) + "\"," + longText;
     files::path const rows = directory / "rows.csv";
     std::ofstream(rows) << "first,\"second, which is quoted\",third\n" << longText << ",2,3\n";
-    trial.Gives("text of a double", [] { return nxStringHelper::GetAsString(1.0 / 3.0); });
-    trial.Changes("append", [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
-    trial.Changes("append hex",
-                  [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
-    trial.Changes("replace", [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
-    trial.Changes("pad", [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
-    trial.Gives("trimmed", [] { return nxStringHelper::GetLeftTrimmed(longText); });
-    trial.Gives("quoted field", [&] { return nxStringParser(fields).GetSubString(',', '"'); });
-    trial.Changes("column", [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
-    trial.On(
+    Gives("text of a double", [] { return nxStringHelper::GetAsString(1.0 / 3.0); });
+    ChangesText("append", [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
+    ChangesText("append hex",
+                [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
+    ChangesText("replace", [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
+    ChangesText("pad", [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
+    Gives("trimmed", [] { return nxStringHelper::GetLeftTrimmed(longText); });
+    Gives("quoted field", [&] { return nxStringParser(fields).GetSubString(',', '"'); });
+    ChangesText("column", [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
+    On(
         "row", [] { return nxCSVFileRow(); }, [&](nxCSVFileRow& row) { row.SetRowData(fields, ','); },
         [](nxCSVFileRow const& row)
         {
             std::string text;
             for (unsigned int i = 0; i < row.GetColCount(); ++i)
-            {
                 text += row.GetColValue(i) + "|";
-            }
             return text;
         });
-    trial.On(
-        "file", [] { return std::make_unique<nxCSVFileReader>(',', true); },
-        [&](auto& reader) { (void)reader->ReadFile(rows.string()); },
-        [](auto const& reader) { return std::to_string(reader->GetRowCount() / 2); });
+    On(
+        "file", [] { return nxCSVFileReader(',', true); },
+        [&](nxCSVFileReader& reader) { (void)reader.ReadFile(rows.string()); });
 }
 
-void StarveValues(Trial& trial)
+void StarveValues()
 {
-    trial.OnValue<nxDecimal>("decimal", [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
-    trial.Gives("text of a decimal", [] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); });
-    trial.OnValue<nxMoney>("money", [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
-    trial.Gives("text of money",
-                [] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); });
-    trial.OnValue<nxRatio>("ratio", [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
-    trial.On(
-        "set a rate", Rates,
-        [](nxExchangeRateList& rates)
-        { rates.SetExchangeRate(nxExchangeRate(NX_EUR, NX_USD, nxDecimal("1.08", '.'))); },
-        CountOfRates);
-    trial.On(
-        "copy rates", [] { return nxExchangeRateList(); }, [](auto& rates) { rates = Rates(); },
-        CountOfRates);
-    trial.Does("shared rates", [] { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); });
-    trial.Gives("day", [] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); });
-    trial.Gives("moment", [] { return nxDateTime(1720000000LL).GetAsString_Seconds(); });
-    trial.Gives("stamp", [] { return nxTimeStamp(1720000000, 0).GetAsString(); });
-    trial.On(
-        "word by its token", [] { return nxGenericEnum(); },
-        [](nxGenericEnum& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); },
-        [](nxGenericEnum const& value) { return value.GetShortDescription(); });
-    trial.Gives("error", [] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription(); });
-    trial.Gives("exception",
-                [] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); });
-    trial.Gives("mask", [] { return nxServerCapabilityBitMask(0xffu).GetShortDescription(" "); });
+    Changes<nxDecimal>("decimal", [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
+    Gives("text of a decimal", [] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); });
+    Changes<nxMoney>("money", [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
+    Gives("text of money", [] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); });
+    Changes<nxRatio>("ratio", [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
+    nxExchangeRate const rate(NX_EUR, NX_USD, nxDecimal("1.08", '.'));
+    On("set a rate", Rates, [&](nxExchangeRateList& rates) { rates.SetExchangeRate(rate); });
+    Changes<nxExchangeRateList>("copy rates", [](auto& rates) { rates = Rates(); });
+    Does("shared rates", [] { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); });
+    Gives("day", [] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); });
+    Gives("moment", [] { return nxDateTime(1720000000LL).GetAsString_Seconds(); });
+    Gives("stamp", [] { return nxTimeStamp(1720000000, 0).GetAsString(); });
+    Changes<nxGenericEnum>("word by its token",
+                           [](auto& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); });
+    Gives("error", [] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription(); });
+    Gives("exception", [] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); });
+    Gives("mask", [] { return nxServerCapabilityBitMask(0xffu).GetShortDescription(" "); });
 }
 
-void StarvePrices(Trial& trial)
+void StarvePrices()
 {
     using Ladders = nxVariableTickTableContainer;
     nxPriceFormatEnum const format(NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK);
-    trial.Does("ladder", [] { (void)Ladders::GetVariableTickTable("VTT_TAIFEX_EQUITY_OPTIONS"); });
-    trial.Gives("identifier", [] { return Ladders::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); });
-    trial.OnValue<nxDecimal>("step", [](nxDecimal& price)
-                             { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
-    trial.On(
-        "price",
-        [&]
-        { return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); },
-        [](auto& converter) { (void)converter->SetPriceFromString("123456-165"); },
+    Does("ladder", [] { (void)Ladders::GetVariableTickTable("VTT_TAIFEX_EQUITY_OPTIONS"); });
+    Gives("identifier", [] { return Ladders::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); });
+    Changes<nxDecimal>("step", [](nxDecimal& price)
+                       { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
+    auto const create = [&]
+    { return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); };
+    On(
+        "price", create, [](auto& converter) { (void)converter->SetPriceFromString("123456-165"); },
         [](auto const& converter) { return nxStringHelper::GetAsString(double(converter->GetPrice())); });
-    trial.Does("new converter", [&]
-               { std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); });
-    trial.Changes("text of a price",
-                  [&](std::string& text)
-                  {
-                      nxDoubleValueWrapper const price(123456789012.5);
-                      (void)nxPriceConverterHelper::GetPriceAsString(price, format, text, true);
-                  });
-    trial.OnValue<nxDecimal>(
+    Does("new converter", [&] { (void)create(); });
+    nxDoubleValueWrapper const value(123456789012.5);
+    ChangesText("text of a price", [&](std::string& text)
+                { (void)nxPriceConverterHelper::GetPriceAsString(value, format, text, true); });
+    Changes<nxDecimal>(
         "round", [](nxDecimal& price)
         { nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price); });
-    trial.Changes("text of a volume",
-                  [](std::string& text)
-                  {
-                      (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(
-                          nxVolume(123456789u), NX_VOLUME_FORMAT_ABBREVIATED, text);
-                  });
+    nxVolume const volume(123456789u);
+    nxVolumeFormatEnum const brief(NX_VOLUME_FORMAT_ABBREVIATED);
+    ChangesText("text of a volume", [&](std::string& text)
+                { (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(volume, brief, text); });
 }
 
-void StarveProcess(Trial& trial)
+void StarveProcess()
 {
     nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
-    trial.Gives("value of a key", [&] { return arguments.GetEnvValue("PATH"); });
-    trial.On(
+    Gives("value of a key", [&] { return arguments.GetEnvValue("PATH"); });
+    On(
         "set a key", [&] { return arguments.SetEnvValue("NX_FAULTS", "old"); },
         [&](bool) { (void)arguments.SetEnvValue("NX_FAULTS", longText); },
-        [&](bool) { return arguments.GetEnvValue("NX_FAULTS"); }, Memory::kept);
-    trial.On(
+        [&](bool) { return arguments.GetEnvValue("NX_FAULTS"); }, true);
+    On(
         "all keys", [] { return std::map<std::string, std::string>(); },
         [&](auto& keys) { arguments.GetEnvs(keys); },
         [](auto const& keys) { return std::to_string(keys.count("PATH")); });
-    trial.On(
+    On(
         "set the name", [] { return (nxApplicationData::SetApplicationName("host"), 0); },
         [](int) { nxApplicationData::SetApplicationName(longText); },
-        [](int) { return nxApplicationData::GetApplicationName(); }, Memory::kept);
-    trial.Does("host's name", [] { (void)nxApplicationData::GetHostName(); });
-    trial.Does("name of a log file",
-               [] { (void)nxFileLogDevice::GenerateFileName(".log", true, 3, true, true); });
-    trial.Does("directory is there",
-               [] { (void)nxFileHelper::DoesDirectoryExist("/a/directory/that/nobody/has"); });
+        [](int) { return nxApplicationData::GetApplicationName(); }, true);
+    Does("host's name", [] { (void)nxApplicationData::GetHostName(); });
+    Does("name of a log file", [] { (void)nxFileLogDevice::GenerateFileName(".log", true, 3, true, true); });
+    Does("directory is there",
+         [] { (void)nxFileHelper::DoesDirectoryExist("/a/directory/that/nobody/has"); });
 }
 
-void StarveThreads(Trial& trial)
+void StarveThreadsAndSockets()
 {
-    trial.On(
+    On(
         "push", [] { return std::make_unique<nxManuallyDispatchedFunctorQueue>(); },
         [](auto& queue)
         {
             auto functor = std::make_unique<Nothing>();
             if (queue->Push(functor.get()).IsOK())
-            {
                 (void)functor.release();
-            }
             (void)queue->DispatchAll();
         },
         [](auto const& queue) { return std::to_string(queue->Size()); });
-    trial.Does("pool",
-               []
-               {
-                   nxFunctorQueue queue;
-                   auto pool = std::make_unique<nxFunctorThreadPool>(2);
-                   queue.Create(pool.release());
-                   (void)queue.Stop();
-               });
-    trial.Does("thread",
-               []
-               {
-                   IdleThread thread;
-                   (void)(thread.Create().IsOK() && thread.Wait().IsOK());
-               });
-    trial.Gives("thread's number", [] { return nxThread::GetThreadIDAsString(); });
-    trial.Does("named objects",
-               []
-               {
-                   nxWindowsMutex mutex("nxfaults of allocations");
-                   (void)(mutex.Lock().IsOK() && mutex.Unlock().IsOK());
-                   nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
-                   (void)(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK());
-               });
+    auto const runPool = []
+    {
+        nxFunctorQueue queue;
+        auto pool = std::make_unique<nxFunctorThreadPool>(2);
+        queue.Create(pool.release());
+        (void)queue.Stop();
+    };
+    auto const runThread = []
+    {
+        IdleThread thread;
+        (void)(thread.Create().IsOK() && thread.Wait().IsOK());
+    };
+    auto const useNamedObjects = []
+    {
+        nxWindowsMutex mutex("nxfaults of allocations");
+        (void)(mutex.Lock().IsOK() && mutex.Unlock().IsOK());
+        nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
+        (void)(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK());
+    };
+    auto const useSocket = []
+    {
+        nxSocket socket;
+        (void)socket.Create(NX_SOCKET_TYPE_UDP);
+        (void)socket.Bind("127.0.0.1", 0);
+        (void)socket.SendToDestination("x", 1, "127.0.0.1", 9);
+        unsigned int ready = 0;
+        std::vector<bool> readable;
+        (void)nxSocket::Select({&socket}, 0, ready, readable);
+    };
+    Does("pool", runPool);
+    Does("thread", runThread);
+    Gives("thread's number", [] { return nxThread::GetThreadIDAsString(); });
+    Does("named objects", useNamedObjects);
+    Does("sockets", useSocket);
 }
 
-void StarveSockets(Trial& trial)
-{
-    trial.Does("sockets",
-               []
-               {
-                   nxSocket socket;
-                   (void)socket.Create(NX_SOCKET_TYPE_UDP);
-                   (void)socket.Bind("127.0.0.1", 0);
-                   (void)socket.SendToDestination("x", 1, "127.0.0.1", 9);
-                   unsigned int ready = 0;
-                   std::vector<bool> readable;
-                   (void)nxSocket::Select({&socket}, 0, ready, readable);
-               });
-}
-
-void StarveTheLog(Trial& trial)
+void StarveTheLog()
 {
     static nxLogDevice* const device = &nxConsoleLogDevice::GetInstance();
     nxLogManager& manager = nxLogManager::GetInstance();
-    trial.Does("line", [] { NX_LOG(NX_INF, "value " << longText << 42 << nxDecimal("1.5", '.')); });
-    trial.Does("long line", [] { NX_LOG(NX_INF, std::string(10000, 'x')); });
-    trial.Does("dump", [] { (void)nxLog::LogBufferAsHex(longText, sizeof longText, 16, 4, '.', false); });
-    trial.Does("list of ladders", [] { nxVariableTickTableContainer::LogRegisteredEntries(); });
-    trial.Does("register", [&] { manager.RegisterLogDevice(device), manager.UnregisterLogDevice(device); });
-    trial.Does("reserve", [&] { manager.SetRecommendedBufferCapacity(20000); });
+    Does("line", [] { NX_LOG(NX_INF, "value " << longText << 42 << nxDecimal("1.5", '.')); });
+    Does("long line", [] { NX_LOG(NX_INF, std::string(10000, 'x')); });
+    Does("dump", [] { (void)nxLog::LogBufferAsHex(longText, sizeof longText, 16, 4, '.', false); });
+    Does("list of ladders", [] { nxVariableTickTableContainer::LogRegisteredEntries(); });
+    Does("register", [&] { manager.RegisterLogDevice(device), manager.UnregisterLogDevice(device); });
+    Does("reserve", [&] { manager.SetRecommendedBufferCapacity(20000); });
 }
 
-/// The log's writer meets the want of memory. @return the lines that were handed over and are not in the file.
-unsigned int StarveTheWriter(unsigned int rounds, files::path const& directory)
+bool StarveOperations(files::path const& directory)
 {
+    auto const start = Clock::now();
+    StarveTexts(directory);
+    StarveValues();
+    StarvePrices();
+    StarveProcess();
+    StarveThreadsAndSockets();
+    StarveTheLog();
+    return Report(start, wrong == 0, "F5 want of memory in %u operations, %lu allocations refused: %u wrong",
+                  operations, refused, wrong);
+}
+
+/// The log's writer meets the want of memory.
+bool StarveTheWriter(files::path const& directory)
+{
+    unsigned int const rounds = Trials(60, 2000);
+    auto const start = Clock::now();
     LogToFile(20000);
     for (unsigned int i = 0; i < rounds; ++i)
     {
@@ -452,42 +413,23 @@ unsigned int StarveTheWriter(unsigned int rounds, files::path const& directory)
         untilFailureAnywhere = -1;
     }
     (void)nxLogManager::GetInstance().Destroy();
-    return 20 * rounds - CountLog(directory).Lines(0);
+    unsigned int const lost = CountLog(directory).Lost(1, 20 * rounds);
+    return Report(start, lost == 0, "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost",
+                  rounds, lost, rounds * 20);
 }
+
+bool StarveAll()
+{
+    if (underSanitizer)
+        NotRun("F5 want of memory: not run, the sanitizer has an allocator of its own");
+    static Directory const directory; // outlives the log
+    SetUpLog(directory.path, shortCycles);
+    (void)alarm(300); // a lock that stays closed ends this process
+    bool const isKept = StarveOperations(directory.path);
+    nxApplicationData::SetApplicationName("host");
+    return StarveTheWriter(directory.path) && isKept;
+}
+
+Figure const figure("allocation", StarveAll);
 
 } // namespace
-
-int main(int argumentCount, char** argumentValues)
-{
-    isFull = argumentCount > 1 && argumentValues[1] == std::string_view("full");
-    if (underSanitizer)
-    {
-        NotRun("F5 want of memory: not run, the sanitizer has an allocator of its own");
-    }
-    auto const start = Clock::now();
-    static Directory const directory;
-    (void)setenv("KVT_LOG_DIRECTORY", (directory.path / "log").c_str(), 1);
-    (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
-    (void)setenv("KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01", 1);
-    (void)alarm(300); // a lock that stays closed ends this process
-    Trial trial;
-    StarveTexts(trial, directory.path);
-    StarveValues(trial);
-    StarvePrices(trial);
-    StarveProcess(trial);
-    StarveThreads(trial);
-    StarveSockets(trial);
-    StarveTheLog(trial);
-    bool const isKept = Report(start, trial.wrong == 0,
-                               "F5 want of memory in %u operations, %lu allocations refused: %u wrong",
-                               trial.operations, trial.refused, trial.wrong);
-
-    nxApplicationData::SetApplicationName("host");
-    unsigned int const rounds = Trials(60, 2000);
-    auto const startOfWriter = Clock::now();
-    unsigned int const lost = StarveTheWriter(rounds, directory.path);
-    bool const isComplete = Report(startOfWriter, lost == 0,
-                                   "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost",
-                                   rounds, lost, rounds * 20);
-    return isKept && isComplete ? 0 : 1;
-}

@@ -11,22 +11,21 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <functional>
-#include <memory>
+#include <string_view>
+#include <vector>
 
-#include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 
 /// What a host finds after the failure.
-enum class Finding : int
+enum Finding
 {
     unharmed, // as if the call had not failed
     answered, // an operation said that it failed; all worked afterwards
     broken,   // what is promised does not hold
+    notMet,   // it never came to the place
 };
 
 struct Trial
@@ -37,63 +36,46 @@ struct Trial
     bool isLasting;
 };
 
-/// A call fails while it lives.
-class Failure
+bool isMet = false; // the host came to the place
+
+template <typename Body>
+void Meet(Trial const& trial, Body body)
 {
-public:
-    explicit Failure(Trial const& trial)
-    {
-        RefuseCalls(trial.call, trial.error, trial.granted, trial.isLasting);
-    }
-    ~Failure()
-    {
-        (void)End();
-    }
-    Failure(Failure const&) = delete;
-    Failure& operator=(Failure const&) = delete;
-
-    /// @return whether the host came to the place.
-    static bool End()
-    {
-        int const refused = GrantCalls();
-        wasMet = wasMet || refused != 0;
-        return wasMet;
-    }
-
-    static bool wasMet;
-};
-
-bool Failure::wasMet = false;
+    RefuseCalls(trial.call, trial.error, trial.granted, trial.isLasting);
+    body();
+    isMet = GrantCalls() != 0;
+}
 
 Finding Judge(bool isSound, bool isUnharmed)
 {
-    return !isSound ? Finding::broken : isUnharmed ? Finding::unharmed : Finding::answered;
+    return !isSound ? broken : isUnharmed ? unharmed : answered;
 }
 
 /// The log's file is created, written, cut over and closed.
 Finding Log(Trial const& trial)
 {
     constexpr unsigned int lines = 400;
+    auto const logMuch = []
     {
-        Failure const failure(trial);
         LogToFile(9000);
         for (unsigned int i = 0; i < 4; ++i)
         {
             LogLines(0, lines / 4, i * lines / 4);
             Drain();
         }
-    }
+    };
+    Meet(trial, logMuch);
     // What was refused goes out with the next lines; a file that could not be had comes with the next reopening.
-    (void)usleep(1100000 * (std::string_view(trial.call) == "open" ? 1 : 0));
-    bool const isReopened =
-        std::string_view(trial.call) != "open" || nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+    bool const isOpen = trial.call == std::string_view("open");
+    (void)usleep(isOpen ? 1100000 : 0);
+    bool const isReopened = !isOpen || nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
     LogLines(1, 10);
     (void)nxLogManager::GetInstance().Destroy();
-    LogCount const count = CountLog(".");
-    bool const isUnharmed = count.Lines(0) == lines && count.disordered == 0;
-    bool const isWhole = count.torn + count.tornLast == 0 && count.Lines(1) == 10 && isReopened;
+    LogCount count = CountLog(".");
+    bool const isUnharmed = count.lines[0] == lines && count.disordered == 0;
+    bool const isWhole = count.torn + count.tornLast == 0 && count.lines[1] == 10 && isReopened;
     // Only a file that could not be opened drops lines.
-    return Judge(isWhole && (isUnharmed || std::string_view(trial.call) == "open"), isUnharmed);
+    return Judge(isWhole && (isUnharmed || isOpen), isUnharmed);
 }
 
 /// A connection over which both ends send and receive. @return whether every operation was OK and every byte came.
@@ -125,43 +107,45 @@ Finding Sockets(Trial const& trial)
 {
     unsigned int const before = OpenDescriptors();
     bool isWell = false;
-    {
-        Failure const failure(trial);
-        isWell = Converse();
-    }
+    Meet(trial, [&] { isWell = Converse(); });
     return Judge(OpenDescriptors() == before && Converse(), isWell);
 }
 
 /// Threads that can't be had: those of a pool, which can be stopped all the same, and the log's writer.
 Finding Threads(Trial const& trial)
 {
+    auto const startThem = []
     {
-        Failure const failure(trial);
         nxFunctorQueue queue;
         queue.Create(new nxFunctorThreadPool(2));
         (void)queue.Stop();
         LogToFile();
         LogLines(0, 10);
-    }
+    };
+    Meet(trial, startThem);
     LogLines(0, 10, 10);
     (void)nxLogManager::GetInstance().Destroy();
-    return Judge(CountLog(".").Lines(0) == 20, false);
+    return Judge(CountLog(".").Lost(1, 20) == 0, false);
 }
 
 Finding NamedObjects(Trial const& trial)
 {
-    bool isTaken = false;
     std::string const name = "nxfaults" + std::to_string(getpid());
+    auto const take = [&]
     {
-        Failure const failure(trial);
         nxWindowsSemaphore semaphore(name, 1, 1);
-        isTaken = semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK();
+        return semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK();
+    };
+    bool isTaken = false;
+    auto const takeBoth = [&]
+    {
+        isTaken = take();
         nxWindowsMutex mutex(name);
         (void)mutex.Lock();
         (void)mutex.Unlock();
-    }
-    nxWindowsSemaphore semaphore(name, 1, 1);
-    return Judge(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK(), isTaken);
+    };
+    Meet(trial, takeBoth);
+    return Judge(take(), isTaken);
 }
 
 struct Row
@@ -181,11 +165,8 @@ std::vector<Row> const rows = {
     {Log, "log", {"mkdir", "stat"}, {EACCES, ENOSPC, EROFS}, true},
     {Log, "log", {"pthread_create"}, {EAGAIN, EPERM}, true},
     {Log, "log", {"sem_init"}, {ENOSYS}, true},
-    {Sockets,
-     "sockets",
-     {"accept4", "sendto", "sendmsg", "recv", "recvfrom", "poll", "ppoll"},
-     {EINTR},
-     true},
+    {Sockets, "sockets", {"accept4", "sendto", "sendmsg", "recv", "recvfrom"}, {EINTR}, true},
+    {Sockets, "sockets", {"poll", "ppoll"}, {EINTR}, true},
     {Sockets, "sockets", {"socket", "accept4"}, {EMFILE, ENFILE, ENOMEM, ENOBUFS}, false},
     {Sockets, "sockets", {"bind", "listen"}, {EADDRINUSE, EACCES}, false},
     {Sockets, "sockets", {"connect"}, {ECONNREFUSED, ENETUNREACH, ETIMEDOUT, EAGAIN}, false},
@@ -201,25 +182,6 @@ std::vector<Row> const rows = {
     {NamedObjects, "named objects", {"fstat"}, {EIO}, false},
 };
 
-constexpr int notMet = 3;
-
-/// @return a Finding, notMet, or nothing for a crash or a hang.
-std::optional<int> Run(Row const& row, Trial const& trial)
-{
-    Directory const directory;
-    pid_t const child = fork();
-    if (child == 0)
-    {
-        bool const isThere = chdir(directory.path.c_str()) == 0 &&
-                             std::freopen("out", "w", stdout) != nullptr &&
-                             std::freopen("err", "w", stderr) != nullptr;
-        Finding const finding = isThere ? row.host(trial) : Finding::broken;
-        _exit(Failure::wasMet ? static_cast<int>(finding) : notMet);
-    }
-    std::optional<int> const code = WaitFor(child, 20.0);
-    return code && *code <= notMet ? code : std::nullopt;
-}
-
 struct Tally
 {
     unsigned int pairs = 0;
@@ -227,67 +189,58 @@ struct Tally
     unsigned int wrong = 0;
 };
 
-void RunPair(Row const& row, char const* call, int error, int mostPlaces, Tally& tally)
+/// @return false when the host did not come to the place.
+bool Run(Row const& row, Trial const& trial, Tally& tally)
 {
-    ++tally.pairs;
-    for (bool const isLasting : {false, true})
+    Directory const directory;
+    auto const meet = [&]
     {
-        if (isLasting && (error == EINTR || row.isUnharmed))
-        {
-            break; // would never end, or is no moment of trouble
-        }
-        for (int place = 0; place < mostPlaces; ++place)
-        {
-            std::optional<int> const code = Run(row, {call, error, place, isLasting});
-            if (code == notMet)
-            {
-                break;
-            }
-            ++tally.trials;
-            bool const isWrong = !code || *code == static_cast<int>(Finding::broken) ||
-                                 (row.isUnharmed && *code != static_cast<int>(Finding::unharmed));
-            tally.wrong += isWrong;
-            if (isWrong)
-            {
-                std::printf("%s: %s fails with %d at place %d%s: %s\n", row.hostName, call, error, place,
-                            isLasting ? " and after it" : "",
-                            !code        ? "crash or hang"
-                            : *code == 1 ? "noticed"
-                                         : "broken");
-            }
-        }
+        Finding const finding = row.host(trial);
+        return isMet ? finding : notMet;
+    };
+    std::optional<int> const finding = Host(directory.path, meet, shortCycles).Wait(20.0);
+    if (finding == notMet)
+        return false;
+    ++tally.trials;
+    if (finding != unharmed && (row.isUnharmed || finding != answered))
+    {
+        ++tally.wrong;
+        std::printf("%s: %s fails with %d at place %d%s: %s\n", row.hostName, trial.call, trial.error,
+                    trial.granted, trial.isLasting ? " and after it" : "",
+                    finding == answered ? "noticed"
+                    : finding == broken ? "broken"
+                                        : "crash or hang");
     }
+    return true;
 }
 
-} // namespace
-
-int main(int argumentCount, char** argumentValues)
+void RunPair(Row const& row, char const* call, int error, Tally& tally)
 {
-    isFull = argumentCount > 1 && argumentValues[1] == std::string_view("full");
+    int const places = isFull ? 30 : 2;
+    ++tally.pairs;
+    for (int place = 0; place < places && Run(row, {call, error, place, false}, tally);)
+        ++place;
+    bool const isTrouble =
+        error != EINTR && !row.isUnharmed; // the others would never end, or are no lasting trouble
+    for (int place = 0; isTrouble && place < places && Run(row, {call, error, place, true}, tally);)
+        ++place;
+}
+
+bool Show()
+{
     if (underSanitizer)
-    {
         NotRun("F6 system calls that fail: not run, the sanitizer itself stands before the C library");
-    }
     auto const start = Clock::now();
-    (void)std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    (void)setenv("KVT_LOG_DIRECTORY", "log", 1);
-    (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
-    (void)setenv("KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01", 1);
-    nxApplicationData::SetApplicationName("host");
     Tally tally;
     for (Row const& row : rows)
-    {
         for (char const* const call : row.calls)
-        {
             for (std::size_t i = 0; i < (isFull ? row.errors.size() : 1); ++i)
-            {
-                RunPair(row, call, row.errors[i], isFull ? 30 : 2, tally);
-            }
-        }
-    }
+                RunPair(row, call, row.errors[i], tally);
     return Report(start, tally.wrong == 0,
                   "F6 system calls that fail, %u pairs of call and error, %u failures: %u wrong", tally.pairs,
-                  tally.trials, tally.wrong)
-               ? 0
-               : 1;
+                  tally.trials, tally.wrong);
 }
+
+Figure const figure("calls", Show);
+
+} // namespace

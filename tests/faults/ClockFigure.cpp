@@ -19,9 +19,7 @@ namespace
 {
 
 std::atomic<long long> shift = 0;
-std::atomic<long long> frozenAt = -1; // nanoseconds since the epoch; negative: the clock runs
-
-constexpr long long nanosecondsPerSecond = 1000000000;
+std::atomic<long long> frozenAt = -1; // seconds since the epoch; negative: the clock runs
 
 int ReadClock(clockid_t clock, timespec* time)
 {
@@ -29,9 +27,7 @@ int ReadClock(clockid_t clock, timespec* time)
     if (result == 0 && clock == CLOCK_REALTIME)
     {
         if (long long const frozen = frozenAt; frozen >= 0)
-        {
-            *time = {frozen / nanosecondsPerSecond, frozen % nanosecondsPerSecond};
-        }
+            *time = {frozen, 0};
         time->tv_sec += shift;
     }
     return static_cast<int>(result);
@@ -59,9 +55,7 @@ extern "C" std::time_t time(std::time_t* out) noexcept
     timespec now{};
     (void)ReadClock(CLOCK_REALTIME, &now);
     if (out != nullptr)
-    {
         *out = now.tv_sec;
-    }
     return now.tv_sec;
 }
 
@@ -72,13 +66,6 @@ void ShiftClock(long long seconds)
 
 namespace
 {
-
-long long Now()
-{
-    timespec now{};
-    (void)ReadClock(CLOCK_REALTIME, &now);
-    return now.tv_sec;
-}
 
 struct Setting
 {
@@ -106,32 +93,21 @@ bool CyclesKeepTheirTime()
 {
     auto const start = Clock::now();
     for (int i = 0; i < 10; ++i)
-    {
         nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(5.0));
-    }
-    double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    double const seconds = SecondsSince(start);
     return seconds > 0.4 && seconds < 1.5;
 }
 
-void Set(Setting const& setting)
+/// The clock is set while threads log and the writer sleeps.
+int Run(Setting const& setting)
 {
-    ShiftClock(setting.to != 0 ? setting.to - Now() : setting.by);
-    if (setting.isFrozen)
-    {
-        frozenAt = Now() * nanosecondsPerSecond;
-    }
-}
-
-// Argument: which setting. The clock is set while threads log and the writer sleeps.
-int Run(Arguments const& arguments)
-{
-    Setting const& setting = settings[Number(arguments.at(0))];
     LogToFile();
     std::thread logging(LogLines, 1, 20000, 0);
     LogLines(0, 10);
     Drain();
     nxElapsedTimeCounter const counter;
-    Set(setting);
+    ShiftClock(setting.to != 0 ? setting.to - time(nullptr) : setting.by);
+    frozenAt = setting.isFrozen ? time(nullptr) : -1;
     LogLines(0, 10, 10);
     int wrong = CyclesKeepTheirTime() ? 0 : 1;
     wrong += counter.GetElapsedTimeInSeconds() < 0.0 || counter.GetElapsedTimeInSeconds() > 60.0 ? 2 : 0;
@@ -149,20 +125,18 @@ bool Show()
     auto const start = Clock::now();
     unsigned int wrong = 0;
     unsigned int lost = 0;
-    for (unsigned int i = 0; i < std::size(settings); ++i)
+    for (Setting const& setting : settings)
     {
         Directory const directory;
-        Host host(directory.path, {"clock", std::to_string(i)},
+        Host host(directory.path, [&] { return Run(setting); },
                   {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.05"}, {"TZ", "UTC"}});
         bool const isRight = host.Wait(60.0) == 0;
-        LogCount const count = CountLog(directory.path);
-        bool const isComplete = count.Lines(0) == 20 && count.Lines(1) == 20000;
+        LogCount count = CountLog(directory.path);
+        bool const isComplete = count.lines[0] == 20 && count.lines[1] == 20000;
         wrong += !isRight;
         lost += !isComplete;
         if (!isRight || !isComplete)
-        {
-            std::printf("wrong by %s\n", settings[i].name);
-        }
+            std::printf("wrong by %s\n", setting.name);
     }
     return Report(
         start, wrong + lost == 0,
@@ -170,6 +144,6 @@ bool Show()
         std::size(settings), wrong, lost);
 }
 
-Figure const figure("clock", Show, Run);
+Figure const figure("clock", Show);
 
 } // namespace

@@ -5,7 +5,6 @@
 #include "tests/faults/Faults.h"
 
 #include <cstdlib>
-#include <iterator>
 #include <thread>
 
 #include <unistd.h>
@@ -14,7 +13,16 @@ namespace
 {
 
 constexpr unsigned int handedOver = 100; // lines that main logs before the end
-constexpr char const* const ways[] = {"return", "exit", "exit-elsewhere", "destroy", "quick"};
+
+enum Way : unsigned int
+{
+    returns,
+    exits,
+    exitsElsewhere,
+    destroys,
+    endsQuickly, // which runs no handler, so nothing is promised but a quiet end
+    ways
+};
 
 /// Logs and uses what the process shares, until it ends.
 void WorkForEver(unsigned int thread)
@@ -27,39 +35,26 @@ void WorkForEver(unsigned int thread)
     }
 }
 
-int Run(Arguments const& arguments)
+int Run(unsigned int way, unsigned int microseconds)
 {
-    std::string const& way = arguments.at(0);
     LogToFile();
     for (unsigned int i = 1; i <= 4; ++i)
-    {
         std::thread(WorkForEver, i).detach();
-    }
     LogLines(0, handedOver);
-    (void)usleep(Number(arguments.at(1)));
-    if (way == "exit")
+    (void)usleep(microseconds);
+    switch (way)
     {
-        std::exit(0);
+    case exits: std::exit(0);
+    case exitsElsewhere: std::thread([] { std::exit(0); }).detach(); return pause();
+    case destroys: return nxLogManager::GetInstance().Destroy().IsOK() ? 0 : 1;
+    case endsQuickly: std::quick_exit(0);
+    default: return 0;
     }
-    if (way == "exit-elsewhere")
-    {
-        std::thread([] { std::exit(0); }).detach();
-        pause();
-    }
-    if (way == "destroy")
-    {
-        (void)nxLogManager::GetInstance().Destroy();
-    }
-    if (way == "quick")
-    {
-        std::quick_exit(0); // runs no handler, so nothing is promised but a quiet end
-    }
-    return 0;
 }
 
 bool Show()
 {
-    unsigned int const exits = Trials(300, 5000);
+    unsigned int const count = Trials(300, 5000);
     constexpr double longest = 2.0;
     auto const start = Clock::now();
     Chance chance(11);
@@ -67,26 +62,25 @@ bool Show()
     unsigned int hangs = 0;
     unsigned int lost = 0;
     unsigned int torn = 0;
-    for (unsigned int i = 0; i < exits; ++i)
+    for (unsigned int i = 0; i < count; ++i)
     {
         Directory const directory;
-        std::string const way = ways[i % std::size(ways)];
-        Host host(directory.path, {"exit", way, std::to_string(chance.Below(3000))});
+        Host host(directory.path, [way = i % ways, delay = chance.Below(3000)] { return Run(way, delay); });
         std::optional<int> const code = host.Wait(longest);
         hangs += !code;
         crashes += code && *code != 0;
-        if (way != "quick")
+        if (i % ways != endsQuickly)
         {
-            LogCount const count = CountLog(directory.path);
-            lost += count.Lost(1, handedOver);
-            torn += count.Faults();
+            LogCount log = CountLog(directory.path);
+            lost += log.Lost(1, handedOver);
+            torn += log.Faults();
         }
     }
     return Report(start, crashes + hangs + lost + torn == 0,
-                  "F11 exit races, %u exits in %zu ways: %u crashes, %u hangs, %u lines lost, %u torn", exits,
-                  std::size(ways), crashes, hangs, lost, torn);
+                  "F11 exit races, %u exits in %u ways: %u crashes, %u hangs, %u lines lost, %u torn", count,
+                  static_cast<unsigned int>(ways), crashes, hangs, lost, torn);
 }
 
-Figure const figure("exit", Show, Run);
+Figure const figure("exit", Show);
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
+#include "core/process/nxApplicationData.h"
 #include "tests/Sanitizer.h"
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -21,14 +21,14 @@
 
 bool isFull = false;
 
-Figure::Figure(char const* name, Show showsIt, Host isIt) : show(showsIt), host(isIt)
+Figure::Figure(char const* name, Show show)
 {
-    All()[name] = this;
+    All()[name] = show;
 }
 
-std::map<std::string, Figure const*>& Figure::All()
+std::map<std::string, Figure::Show>& Figure::All()
 {
-    static std::map<std::string, Figure const*> all;
+    static std::map<std::string, Show> all;
     return all;
 }
 
@@ -80,16 +80,13 @@ SmallDisk::SmallDisk(unsigned long long bytes)
 SmallDisk::~SmallDisk()
 {
     if (isMounted)
-    {
         (void)umount2(path.c_str(), MNT_DETACH);
-    }
 }
 
 void FillDisk(files::path const& ballast)
 {
     std::ofstream stream(ballast, std::ios::binary);
-    std::string const zeros(65536, '\0');
-    while (stream << zeros << std::flush)
+    while (stream << std::string(65536, '\0') << std::flush)
     {
     }
 }
@@ -97,61 +94,48 @@ void FillDisk(files::path const& ballast)
 std::optional<int> WaitFor(pid_t child, double seconds)
 {
     auto const start = Clock::now();
-    for (unsigned int pause = 50;; pause = std::min(pause * 2, 1000u)) // microseconds
+    int status = 0;
+    while (waitpid(child, &status, WNOHANG) != child)
     {
-        int status = 0;
-        if (waitpid(child, &status, WNOHANG) == child)
-        {
-            constexpr int ofSignal = 128;
-            return WIFEXITED(status) ? WEXITSTATUS(status) : ofSignal + WTERMSIG(status);
-        }
         if (SecondsSince(start) > seconds)
         {
             (void)kill(child, SIGKILL);
             (void)waitpid(child, nullptr, 0);
             return std::nullopt;
         }
-        (void)usleep(pause);
+        (void)usleep(200);
     }
+    constexpr int ofSignal = 128;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : ofSignal + WTERMSIG(status);
 }
 
-Host::Host(files::path const& directory, Arguments const& role, Environment const& environment)
-{
-    Arguments words = {"nxcore_faults", "--host"};
-    words.insert(words.end(), role.begin(), role.end());
-    std::vector<char*> arguments;
-    std::transform(words.begin(), words.end(), std::back_inserter(arguments),
-                   [](std::string& word) { return word.data(); });
-    arguments.push_back(nullptr);
-    Environment all = {{"KVT_LOG_DIRECTORY", (directory / "log").string()},
-                       {"KVT_LOG_TO_CONSOLE", "NO"},
-                       {"ASAN_OPTIONS", "detect_leaks=0"}, // most hosts end in the middle of something
-                       {"TSAN_OPTIONS",
-                        "report_thread_leaks=0:die_after_fork=0"}}; // and threads of a forked child are meant
-    all.insert(environment.begin(), environment.end());
+Environment const shortCycles = {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}};
 
+void SetUpLog(files::path const& directory, Environment const& environment)
+{
+    (void)setenv("KVT_LOG_DIRECTORY", (directory / "log").c_str(), 1);
+    (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1);
+    for (auto const& [name, value] : environment)
+        (void)setenv(name.c_str(), value.c_str(), 1);
+    nxApplicationData::SetApplicationName("host");
+}
+
+Host::Host(files::path const& directory, std::function<int()> const& body, Environment const& environment)
+{
+    (void)std::fflush(nullptr);
     _process = fork();
     if (_process != 0)
-    {
         return;
-    }
-    for (auto const& [name, value] : all)
-    {
-        (void)setenv(name.c_str(), value.c_str(), 1);
-    }
-    if (chdir(directory.c_str()) == 0 && std::freopen("out", "a", stdout) && std::freopen("err", "a", stderr))
-    {
-        (void)execv("/proc/self/exe", arguments.data());
-    }
-    _exit(127);
+    SetUpLog(directory, environment);
+    bool const isThere = chdir(directory.c_str()) == 0 && std::freopen("out", "a", stdout) != nullptr &&
+                         std::freopen("err", "a", stderr) != nullptr;
+    std::exit(isThere ? body() : 127);
 }
 
 Host::~Host()
 {
     if (_process > 0)
-    {
         (void)Wait(0.0);
-    }
 }
 
 void Host::Signal(int signal) const
@@ -167,12 +151,8 @@ std::optional<int> Host::Wait(double seconds)
 namespace
 {
 
-/// The numbers of a thread's lines in one file.
-struct Range
-{
-    unsigned int first;
-    unsigned int end;
-};
+/// The first of a thread's numbers in each file, and the one after its last.
+using Ranges = std::multimap<unsigned int, unsigned int>;
 
 /// "[INF][24 characters] thread T line N end [file:line]" without the line's end, among lines of other kinds.
 bool IsWhole(std::string_view line)
@@ -192,53 +172,47 @@ bool ReadLine(std::string const& line, unsigned int& thread, unsigned int& numbe
            length != 0;
 }
 
-void CountFile(files::path const& path, LogCount& count, std::map<unsigned int, std::vector<Range>>& ranges)
+void CountFile(files::path const& path, LogCount& count, std::map<unsigned int, Ranges>& ranges)
 {
-    std::map<unsigned int, Range> here;
+    std::map<unsigned int, Ranges::iterator> here;
     std::ifstream stream(path, std::ios::binary);
     for (std::string line; std::getline(stream, line);)
     {
-        if (stream.eof() || line.empty() || line.back() != '\r')
-        {
-            (stream.eof() ? count.tornLast : count.torn) += 1;
-            continue;
-        }
-        line.pop_back();
+        bool const hasEnd = !stream.eof() && !line.empty() && line.back() == '\r';
+        if (hasEnd)
+            line.pop_back();
         unsigned int thread = 0;
         unsigned int number = 0;
-        if (!IsWhole(line))
+        if (!hasEnd || !IsWhole(line))
         {
-            ++count.torn;
+            ++(stream.eof() ? count.tornLast : count.torn);
         }
         else if (ReadLine(line, thread, number))
         {
-            Range& range = here.try_emplace(thread, Range{number, number}).first->second;
-            count.disordered += number != range.end;
-            range.end += number == range.end;
+            auto const [range, isFirst] = here.try_emplace(thread);
+            if (isFirst)
+                range->second = ranges[thread].emplace(number, number);
+            unsigned int& next = range->second->second;
+            count.disordered += number != next;
+            next += number == next;
         }
-    }
-    for (auto const& [thread, range] : here)
-    {
-        ranges[thread].push_back(range);
     }
 }
 
 } // namespace
 
-unsigned int LogCount::Lost(unsigned int threads, unsigned int linesOfEach) const
+unsigned int LogCount::Lost(unsigned int threads, unsigned int linesOfEach)
 {
     unsigned int lost = 0;
     for (unsigned int thread = 0; thread < threads; ++thread)
-    {
-        lost += linesOfEach - Lines(thread);
-    }
+        lost += linesOfEach - lines[thread];
     return lost;
 }
 
 LogCount CountLog(files::path const& directory)
 {
     LogCount count;
-    std::map<unsigned int, std::vector<Range>> ranges;
+    std::map<unsigned int, Ranges> ranges;
     for (auto const& entry : files::recursive_directory_iterator(directory))
     {
         if (entry.path().extension() == ".log")
@@ -247,15 +221,13 @@ LogCount CountLog(files::path const& directory)
             CountFile(entry.path(), count, ranges);
         }
     }
-    for (auto& [thread, all] : ranges)
+    for (auto const& [thread, all] : ranges)
     {
-        std::sort(all.begin(), all.end(),
-                  [](Range const& left, Range const& right) { return left.first < right.first; });
         unsigned int& next = count.lines[thread];
-        for (Range const& range : all)
+        for (auto const& [first, end] : all)
         {
-            count.disordered += range.first != next;
-            next = range.first == next ? range.end : next;
+            count.disordered += first != next;
+            next = first == next ? end : next;
         }
     }
     return count;
@@ -272,17 +244,13 @@ void LogToFile(unsigned long long maximumSize)
 void LogLines(unsigned int thread, unsigned int lines, unsigned int first)
 {
     for (unsigned int i = first; i < first + lines; ++i)
-    {
         NX_LOG(NX_INF, "thread " << thread << " line " << i << " end");
-    }
 }
 
 void Drain()
 {
     for (int cycle = 0; cycle < 2; ++cycle) // the first end may be that of a cycle that had begun before
-    {
         nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    }
 }
 
 unsigned int OpenDescriptors()

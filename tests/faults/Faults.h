@@ -2,11 +2,11 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <random>
 #include <string>
-#include <vector>
 
 #include <sys/types.h>
 
@@ -18,21 +18,15 @@
 
 namespace files = std::filesystem;
 using Clock = std::chrono::steady_clock;
-using Arguments = std::vector<std::string>;
 using Environment = std::map<std::string, std::string>;
 
-/// One name for a figure, which prints its lines and returns whether its promise held, and for the program that it is
-/// shown on. Adds itself to All().
+/// The name of what prints a figure's lines and returns whether its promise held. Adds itself to All().
 struct Figure
 {
     using Show = bool (*)();
-    using Host = int (*)(Arguments const&);
 
-    Figure(char const* name, Show show, Host host = nullptr);
-    static std::map<std::string, Figure const*>& All();
-
-    Show const show;
-    Host const host;
+    Figure(char const* name, Show show);
+    static std::map<std::string, Show>& All();
 };
 
 /// How many trials: `isFull` tells whether it is before a release. A sanitizer, which slows all down, gets by with the
@@ -78,12 +72,18 @@ void FillDisk(files::path const& ballast);
 /// Waits for a child. @return its exit code, 128 + the signal that ended it, or nothing when it hangs; it is killed then.
 std::optional<int> WaitFor(pid_t child, double seconds);
 
-/// This program again, in a process of its own. It logs to the directory "log" of `directory`, which is its current one,
-/// standard output and error to "out" and "err" there. One that nobody has waited for is killed.
+/// Cycles of the log that take a tenth of the usual time.
+extern Environment const shortCycles;
+
+/// Has this process log to the directory "log" of `directory`, and not to the console.
+void SetUpLog(files::path const& directory, Environment const& environment = {});
+
+/// A child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current one and
+/// gets standard output and error as "out" and "err". One that nobody has waited for is killed.
 class Host
 {
 public:
-    Host(files::path const& directory, Arguments const& role, Environment const& environment = {});
+    Host(files::path const& directory, std::function<int()> const& body, Environment const& environment = {});
     ~Host();
     Host(Host const&) = delete;
     Host& operator=(Host const&) = delete;
@@ -104,12 +104,7 @@ struct LogCount
     unsigned int tornLast = 0;                  ///< files whose last line is not whole
     unsigned int files = 0;
 
-    unsigned int Lines(unsigned int thread) const
-    {
-        auto const found = lines.find(thread);
-        return found != lines.end() ? found->second : 0;
-    }
-    unsigned int Lost(unsigned int threads, unsigned int linesOfEach) const;
+    unsigned int Lost(unsigned int threads, unsigned int linesOfEach);
     unsigned int Faults() const
     {
         return disordered + torn + tornLast;
@@ -149,8 +144,3 @@ bool UseSharedParts(unsigned int turn);
 
 /// Moves the clock of this program alone.
 void ShiftClock(long long seconds);
-
-inline unsigned int Number(std::string const& text)
-{
-    return static_cast<unsigned int>(std::stoul(text));
-}

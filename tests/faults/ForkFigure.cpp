@@ -12,12 +12,10 @@
 #include "tests/faults/Faults.h"
 
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <thread>
+#include <vector>
 
-#include <fcntl.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,33 +26,22 @@ constexpr unsigned int forkingThreads = 4;
 constexpr unsigned int firstChild = 100; // the number under which the first child logs
 constexpr unsigned int linesOfChild = 5;
 
-unsigned int openAtStart; // descriptors, before there was a log
-
-enum class Ending
-{
-    exit,
-    underscoreExit,
-    exec
-};
+/// Tells the program that a child starts how many descriptors were open before there was a log.
+constexpr char openAtStart[] = "NX_FAULTS_OPEN";
 
 /// The child of one thread among many, which alone lives on in it.
-[[noreturn]] void BeChild(unsigned int child, Ending ending)
+[[noreturn]] void BeChild(unsigned int child, unsigned int ending)
 {
-    constexpr unsigned int longest = 20; // seconds: a child that hangs ends by a signal
-    (void)alarm(longest);
+    (void)alarm(20); // a child that hangs ends by a signal
     bool const isRight = UseSharedParts(child);
     LogLines(firstChild + child, linesOfChild);
-    switch (ending)
-    {
-    case Ending::exit: std::exit(isRight ? 0 : 1);
-    case Ending::underscoreExit: Drain(); _exit(isRight ? 0 : 1);
-    case Ending::exec:
-        Drain();
-        (void)execl("/proc/self/exe", "nxcore_faults", "--host", "fork", "descriptors",
-                    std::to_string(openAtStart).c_str(), nullptr);
-        _exit(1);
-    }
-    std::abort();
+    if (ending == 0)
+        std::exit(isRight ? 0 : 1);
+    Drain();
+    if (ending == 1)
+        _exit(isRight ? 0 : 1);
+    (void)execl("/proc/self/exe", "nxcore_faults", "fork", nullptr);
+    _exit(1);
 }
 
 unsigned int ForkChildren(unsigned int thread, unsigned int children)
@@ -65,16 +52,10 @@ unsigned int ForkChildren(unsigned int thread, unsigned int children)
         LogLines(thread, 10, 10 * i);
         pid_t const child = fork();
         if (child == 0)
-        {
-            BeChild(i * forkingThreads + thread, static_cast<Ending>(i % 3));
-        }
+            BeChild(i * forkingThreads + thread, i % 3);
         int status = 0;
         (void)waitpid(child, &status, 0);
-        if (status != 0)
-        {
-            std::fprintf(stderr, "ended by %d: status %d\n", static_cast<int>(i % 3), status);
-            ++failures;
-        }
+        failures += status != 0;
     }
     return failures;
 }
@@ -94,15 +75,10 @@ bool UseSharedParts(unsigned int turn)
         nxDoubleValueWrapper(101.5), NX_PRICE_FORMAT_FRACTION_HALF_TICK, text, true);
     bool const isSet = nxCmdLineArgs::GetInstance().SetEnvValue("NX_FAULTS", isEven ? "x" : "");
     nxDateTime const moment(2024, 1, 31, 9, 30, static_cast<int>(turn % 60), 0);
-    if (turn % 16 == 0)
-    {
-        // A thread asks for its index once.
+    if (turn % 16 == 0) // a thread asks for its index once
         std::thread([] { (void)nxThreadIndex::GetIndexOfCurrentThread(); }).join();
-    }
     if (ladder != nullptr)
-    {
         ladder->Increment(price);
-    }
     return ladder != nullptr && isShown && text == "101-5" && isSet &&
            nxApplicationData::GetApplicationName() == "host" && moment.GetAsString("%d%b%Y") == "31Jan2024";
 }
@@ -110,35 +86,23 @@ bool UseSharedParts(unsigned int turn)
 namespace
 {
 
-// Argument: how many children; or, for a program that a child with a log started, what was open before there was a log.
-int Run(Arguments const& arguments)
+int Run(unsigned int childrenOfThread)
 {
-    if (arguments.at(0) == "descriptors")
-    {
-        return OpenDescriptors() > Number(arguments.at(1)) ? 1 : 0;
-    }
-    openAtStart = OpenDescriptors();
+    (void)setenv(openAtStart, std::to_string(OpenDescriptors()).c_str(), 1);
     LogToFile();
-    unsigned int const children = Number(arguments.at(0)) / forkingThreads;
     std::atomic<unsigned int> failures = 0;
     {
         std::vector<std::jthread> busy;
-        for (int i = 0; i < 2; ++i)
+        auto const useThem = [](std::stop_token const& stop)
         {
-            busy.emplace_back(
-                [](std::stop_token const& stop)
-                {
-                    for (unsigned int turn = 0; !stop.stop_requested(); ++turn)
-                    {
-                        (void)UseSharedParts(turn);
-                    }
-                });
-        }
+            for (unsigned int turn = 0; !stop.stop_requested(); ++turn)
+                (void)UseSharedParts(turn);
+        };
+        for (int i = 0; i < 2; ++i)
+            busy.emplace_back(useThem);
         std::vector<std::jthread> forking;
         for (unsigned int i = 0; i < forkingThreads; ++i)
-        {
-            forking.emplace_back([&, i] { failures += ForkChildren(i, children); });
-        }
+            forking.emplace_back([&, i] { failures += ForkChildren(i, childrenOfThread); });
     }
     Drain();
     return failures == 0 ? 0 : 1;
@@ -146,25 +110,22 @@ int Run(Arguments const& arguments)
 
 bool Show()
 {
+    if (char const* const before = std::getenv(openAtStart))
+        return OpenDescriptors() <= std::stoul(before);
     if (underAddressSanitizer)
-    {
         NotRun("F12 fork: not run, the locks of the sanitizer's allocator stay as a fork finds them");
-    }
     unsigned int const children = Trials(200, 5000);
     auto const start = Clock::now();
     Directory const directory;
-    Host host(directory.path, {"fork", std::to_string(children)}, {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}});
+    Host host(
+        directory.path, [&] { return Run(children / forkingThreads); }, shortCycles);
     std::optional<int> const code = host.Wait(500.0);
-    LogCount const count = CountLog(directory.path);
+    LogCount count = CountLog(directory.path);
     unsigned int wrong = 0;
     for (unsigned int thread = 0; thread < forkingThreads; ++thread)
-    {
-        wrong += count.Lines(thread) != children / forkingThreads * 10;
-    }
+        wrong += count.lines[thread] != children / forkingThreads * 10;
     for (unsigned int child = 0; child < children; ++child)
-    {
-        wrong += count.Lines(firstChild + child) != linesOfChild;
-    }
+        wrong += count.lines[firstChild + child] != linesOfChild;
     return Report(start, code == 0 && wrong + count.Faults() == 0,
                   "F12 fork, %u children of %u threads: %s, %u logs incomplete, %u lines twice, %u torn",
                   children, forkingThreads,
@@ -174,6 +135,6 @@ bool Show()
                   wrong, count.disordered, count.torn + count.tornLast);
 }
 
-Figure const figure("fork", Show, Run);
+Figure const figure("fork", Show);
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <thread>
+#include <vector>
 
 #include <signal.h>
 #include <unistd.h>
@@ -20,22 +21,13 @@ struct Region
     std::atomic<unsigned int> turns;
 };
 
-struct Tally
-{
-    unsigned int clean = 0;
-    unsigned int ownerDead = 0;
-    unsigned int wrong = 0;
-};
-
 /// Locks and unlocks until it is killed. Repairs what a dead owner left, so that it may also die while it does so.
 [[noreturn]] void LockForEver(Region& shared)
 {
     for (;;)
     {
         if (shared.mutex.Lock() == NX_ERR_THR_OWNER_DEAD)
-        {
             (void)shared.mutex.Consistent();
-        }
         ++shared.turns;
         (void)shared.mutex.Unlock();
     }
@@ -57,21 +49,9 @@ void KillWhenBusy(pid_t child, Region const& shared, unsigned int turns)
 {
     unsigned int const start = shared.turns;
     while (shared.turns - start < turns)
-    {
         std::this_thread::yield();
-    }
     (void)kill(child, SIGKILL);
     (void)WaitForChild(child);
-}
-
-/// A lock that never comes ends this process by the alarm.
-void LockAfterDeath(Region& shared, Tally& tally)
-{
-    nxErrorEnum const result = shared.mutex.Lock();
-    bool const isDead = result == NX_ERR_THR_OWNER_DEAD;
-    ++(isDead ? tally.ownerDead : tally.clean);
-    tally.wrong += isDead ? !shared.mutex.Consistent().IsOK() : !result.IsOK();
-    tally.wrong += !shared.mutex.Unlock().IsOK();
 }
 
 bool Show()
@@ -82,9 +62,11 @@ bool Show()
     Region& shared = *region;
     (void)shared.mutex.InitialiseAsShared(true);
     nxWindowsMutex named("nxfaults" + std::to_string(getpid()));
-    (void)alarm(30 + kills / 50);
+    (void)alarm(30 + kills / 50); // a lock that never comes ends this process
     Chance chance(13);
-    Tally tally;
+    unsigned int clean = 0;
+    unsigned int ownerDead = 0;
+    unsigned int wrong = 0;
     for (unsigned int i = 0; i < kills; ++i)
     {
         bool const isNamed = i % 8 == 7;
@@ -95,27 +77,25 @@ bool Show()
         };
         std::vector<pid_t> owners = {StartChild(work)};
         if (i % 4 == 1) // the second one meets what the first one left
-        {
             owners.push_back(StartChild(work));
-        }
         for (pid_t const owner : owners)
-        {
             KillWhenBusy(owner, shared, chance.Below(40));
-        }
         if (isNamed)
         {
             (void)named.Lock();
             (void)named.Unlock();
+            continue;
         }
-        else
-        {
-            LockAfterDeath(shared, tally);
-        }
+        nxErrorEnum const result = shared.mutex.Lock();
+        bool const isDead = result == NX_ERR_THR_OWNER_DEAD;
+        ++(isDead ? ownerDead : clean);
+        wrong += isDead ? !shared.mutex.Consistent().IsOK() : !result.IsOK();
+        wrong += !shared.mutex.Unlock().IsOK();
     }
     (void)alarm(0);
-    return Report(start, tally.wrong == 0 && tally.ownerDead != 0,
+    return Report(start, wrong == 0 && ownerDead != 0,
                   "F13 robust and named mutex, %u kills: %u clean, %u owner dead, %u wrong, 0 hung", kills,
-                  tally.clean, tally.ownerDead, tally.wrong);
+                  clean, ownerDead, wrong);
 }
 
 Figure const figure("mutex", Show);

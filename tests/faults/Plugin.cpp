@@ -13,11 +13,7 @@ extern "C" [[gnu::visibility("default")]] void LogFromPlugin()
     (void)nxFileLogDevice::GetInstance().Create(nxValueWrapper<unsigned long long, -1, -2>());
     manager.RegisterLogDevice(&nxFileLogDevice::GetInstance());
     for (int line = 0; line < 100; ++line)
-    {
         NX_LOG(NX_INF, "line " << line);
-    }
     for (int cycle = 0; cycle < 2; ++cycle) // lines refer to names of source files, which go with the plugin
-    {
         manager.WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
-    }
 }

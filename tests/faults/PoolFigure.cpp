@@ -33,9 +33,7 @@ private:
     {
         _notes.disordered += _number != _notes.count++;
         if (_next != nullptr)
-        {
             (void)_next->Push(new Noting(_notes, 0, nullptr));
-        }
     }
 
     Notes& _notes;
@@ -51,9 +49,7 @@ public:
     {
         nxFunctor* functor = nullptr;
         while (_Pop(&functor).IsOK())
-        {
             delete functor;
-        }
     }
 };
 
@@ -64,9 +60,7 @@ double StopOnce(unsigned int workers, bool isBusy)
     DrainedQueue queue;
     queue.Create(new nxFunctorThreadPool(workers));
     for (unsigned int i = 0; isBusy && i < 50; ++i)
-    {
         (void)queue.Push(new Noting(notes, i, i % 5 == 0 ? &queue : nullptr));
-    }
     auto const start = Clock::now();
     (void)queue.Stop();
     return SecondsSince(start);
@@ -101,14 +95,10 @@ bool EachOnce(unsigned int functors, unsigned int workers, bool isOrdered)
     {
         (void)queue.Push(new Noting(notes, i, isOrdered ? nullptr : &queue));
         while (queue.Size() > mostWaiting)
-        {
             std::this_thread::yield();
-        }
     }
     while (notes.count < functors && SecondsSince(start) < 300.0)
-    {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
     (void)queue.Stop();
     bool const isKept = notes.count == functors && (!isOrdered || notes.disordered == 0);
     return Report(start, isKept, "F14 functors, %u worker(s), %s: %u of %u run", workers,

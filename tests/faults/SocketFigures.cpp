@@ -8,9 +8,10 @@
 #include "tests/faults/Loopback.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <cstdio>
 #include <fstream>
-#include <memory>
 #include <thread>
 
 #include <signal.h>
@@ -45,7 +46,7 @@ void StartStorm()
     (void)setitimer(ITIMER_REAL, &everyMillisecond, nullptr);
 }
 
-/// What goes over a connection again and again. Its length has no factor in common with that of any buffer.
+/// What goes over a connection again and again, two times. Its length has no factor in common with that of any buffer.
 std::string const& Pattern()
 {
     static std::string const pattern = []
@@ -53,7 +54,7 @@ std::string const& Pattern()
         Chance chance(8);
         std::string bytes(262147, ' ');
         std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(chance.Below(256)); });
-        return bytes;
+        return bytes + bytes;
     }();
     return pattern;
 }
@@ -64,27 +65,20 @@ unsigned long long Send(nxSocket& socket, double seconds, unsigned long long lea
     auto const start = Clock::now();
     unsigned long long sent = 0;
     while ((SecondsSince(start) < seconds || sent < least) && socket.Send(Pattern()).IsOK())
-    {
         sent += Pattern().size();
-    }
     return sent;
 }
 
 /// Receives until the peer closes. @return how many bytes came up to the first wrong one.
 unsigned long long Receive(nxSocket& socket)
 {
-    std::vector<char> buffer(Pattern().size());
+    std::string buffer(Pattern().size() / 2, ' ');
     unsigned long long received = 0;
     for (int count = 0; socket.Receive(buffer.data(), static_cast<int>(buffer.size()), count).IsOK();)
     {
-        std::size_t const at = received % buffer.size();
         std::size_t const size = static_cast<std::size_t>(count);
-        std::size_t const upToEnd = std::min(size, buffer.size() - at);
-        if (Pattern().compare(at, upToEnd, buffer.data(), upToEnd) != 0 ||
-            Pattern().compare(0, size - upToEnd, buffer.data() + upToEnd, size - upToEnd) != 0)
-        {
-            return received;
-        }
+        if (Pattern().compare(received % buffer.size(), size, buffer, 0, size) != 0)
+            break;
         received += size;
     }
     return received;
@@ -122,84 +116,66 @@ unsigned int StartAndJoin(std::atomic<bool> const& stop)
     return failures;
 }
 
-// Arguments: seconds, gigabytes that are sent at least, lines.
-int RunUnderSignals(Arguments const& arguments)
+/// Sends for so many seconds, and so many bytes at least. Tells what was seen on standard output.
+int RunUnderSignals(double seconds, unsigned long long bytes, unsigned int lines)
 {
     LogToFile();
     StartStorm();
     nxSocket listener;
     if (!Listen(listener))
-    {
         return 1;
-    }
     Connection connection(listener);
     std::atomic<bool> stop = false;
     std::atomic<unsigned int> connections = 0;
     unsigned int failures = 0;
     unsigned int failedJoins = 0;
+    unsigned long long sent = 0;
     unsigned long long received = 0;
-    std::thread receiver([&] { received = Receive(connection.server); });
-    std::thread reconnecting([&] { failures = Reconnect(stop, connections); });
-    std::thread joining([&] { failedJoins = StartAndJoin(stop); });
-    std::thread logging(LogLines, 0, Number(arguments.at(2)), 0);
-    unsigned long long const sent =
-        Send(connection.client, std::stod(arguments.at(0)), std::stoull(arguments.at(1)) << 30);
-    (void)connection.client.Close();
-    stop = true;
-    for (std::thread* const thread : {&receiver, &reconnecting, &joining, &logging})
     {
-        thread->join();
+        std::jthread const receiver([&] { received = Receive(connection.server); });
+        std::jthread const reconnecting([&] { failures = Reconnect(stop, connections); });
+        std::jthread const joining([&] { failedJoins = StartAndJoin(stop); });
+        std::jthread const logging(LogLines, 0, lines, 0);
+        sent = Send(connection.client, seconds, bytes);
+        (void)connection.client.Close();
+        stop = true;
     }
     bool const isEqual = connection.isMade && sent == received;
-    std::ofstream("seen") << signalsHandled << " signals: " << sent / 1000000 << " MB sent, "
-                          << (isEqual ? "all of them right" : "NOT received") << ", " << connections
-                          << " connects, " << failures << " failed, " << failedJoins
-                          << " failed joins and waits";
+    std::printf("%u signals: %llu MB sent, %s, %u connects, %u failed, %u failed joins and waits\n",
+                signalsHandled.load(), sent / 1000000, isEqual ? "all of them right" : "NOT received",
+                connections.load(), failures, failedJoins);
     return isEqual && failures + failedJoins == 0 ? 0 : 2;
 }
 
 bool ShowSignals()
 {
     bool isKept = true;
-    for (char const* const forceFlush : {"NO", "YES"})
+    for (bool const isForced : {false, true})
     {
         auto const start = Clock::now();
         Directory const directory;
         unsigned int const lines = Trials(20000, 200000);
-        Host host(directory.path, {"signals", isFull ? "30" : "2", isFull ? "5" : "0", std::to_string(lines)},
-                  {{"KVT_LOG_FORCE_FLUSH", forceFlush}});
+        Host host(directory.path,
+                  [=] { return RunUnderSignals(isFull ? 30 : 2, isFull ? 5ULL << 30 : 0, lines); },
+                  {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}});
         std::optional<int> const code = host.Wait(600.0);
-        LogCount const count = CountLog(directory.path);
+        LogCount count = CountLog(directory.path);
         unsigned int const lost = count.Lost(1, lines);
         std::string seen;
-        std::ifstream stream(directory.path / "seen");
+        std::ifstream stream(directory.path / "out");
         std::getline(stream, seen);
-        bool const isHeld = Report(
-            start, code == 0 && lost + count.Faults() == 0, "F8 signals, %s%s, %u lines lost%s",
-            forceFlush[0] == 'Y' ? "each line flushed, " : "", seen.c_str(), lost, code ? "" : ", a hang");
-        isKept = isHeld && isKept;
+        isKept = Report(start, code == 0 && lost + count.Faults() == 0, "F8 signals, %s%s, %u lines lost%s",
+                        isForced ? "each line flushed, " : "", seen.c_str(), lost, code ? "" : ", a hang") &&
+                 isKept;
     }
     return isKept;
 }
 
-Figure const signalFigure("signals", ShowSignals, RunUnderSignals);
+Figure const signalFigure("signals", ShowSignals);
 
-/// A peer that sends a byte at a time, or one that never reads. Those that reset or close one way are held by the
-/// network's tests. @return whether the other end was told as it should be.
-bool Treat(Connection& connection, bool reads)
+/// A peer that sends a byte at a time. Those that reset or close one way are held by the network's tests.
+bool Dribble(Connection& connection)
 {
-    if (!reads)
-    {
-        timeval const aMoment = {0, 20000}; // the sender's own limit, since the peer has none
-        (void)connection.server.SetSocketOption(SOL_SOCKET, SO_SNDTIMEO, &aMoment, sizeof aMoment);
-        std::string const block(1 << 20, 'x');
-        int sent = 0;
-        while (sent < 64 && connection.server.Send(block).IsOK())
-        {
-            ++sent;
-        }
-        return sent < 64;
-    }
     bool isRight = true;
     for (int i = 0; i < 20; ++i)
     {
@@ -210,6 +186,17 @@ bool Treat(Connection& connection, bool reads)
                   isRight;
     }
     return isRight;
+}
+
+/// A peer that never reads. @return whether the sender was told.
+bool FillUp(Connection& connection)
+{
+    timeval const aMoment = {0, 20000}; // the sender's own limit, since the peer has none
+    (void)connection.server.SetSocketOption(SOL_SOCKET, SO_SNDTIMEO, &aMoment, sizeof aMoment);
+    int sent = 0;
+    while (sent < 64 && connection.server.Send(std::string(1 << 20, 'x')).IsOK())
+        ++sent;
+    return sent < 64;
 }
 
 bool ShowPeers()
@@ -225,15 +212,10 @@ bool ShowPeers()
 
     nxSocket listener;
     bool const isListening = Listen(listener);
-    std::vector<std::unique_ptr<nxSocket>> others(crowd);
-    for (std::unique_ptr<nxSocket>& socket : others)
-    {
-        socket = std::make_unique<nxSocket>();
-        if (!socket->Create(NX_SOCKET_TYPE_UDP).IsOK())
-        {
+    std::array<nxSocket, crowd> others;
+    for (nxSocket& socket : others)
+        if (!socket.Create(NX_SOCKET_TYPE_UDP).IsOK())
             NotRun("F20 sockets: not run, this user may not have 1,200 descriptors");
-        }
-    }
     unsigned int const before = OpenDescriptors();
     unsigned int connections = 0;
     unsigned int wrong = 0;
@@ -242,7 +224,7 @@ bool ShowPeers()
     {
         // The peer that never reads fills the buffers, which takes most of the time.
         Connection connection(listener);
-        wrong += !connection.isMade || !Treat(connection, connections % 50 != 0);
+        wrong += !connection.isMade || !(connections % 50 == 0 ? FillUp(connection) : Dribble(connection));
         ++connections;
         if (connections % 10 == 0)
         {
@@ -258,7 +240,7 @@ bool ShowPeers()
         start, isListening && wrong + secondCloses == 0 && after == before,
         "F20 sockets, %u connections beside %u open ones, numbers up to %d: %u wrong answers, %u second "
         "closes that hit, %d descriptors leaked",
-        connections, crowd, static_cast<int>(others.back()->GetSocket()), wrong, secondCloses,
+        connections, crowd, static_cast<int>(others.back().GetSocket()), wrong, secondCloses,
         static_cast<int>(after) - static_cast<int>(before));
 }
 

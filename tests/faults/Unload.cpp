@@ -16,21 +16,16 @@ namespace
 /// @return the exit code: 0 when the plugin worked each time.
 int LoadAndUnload(char const* path, unsigned int microseconds)
 {
-    constexpr unsigned int longest = 10; // seconds: a host that hangs ends by a signal
-    (void)alarm(longest);
+    (void)alarm(10); // a host that hangs ends by a signal
     for (int round = 0; round < 2; ++round)
     {
         void* const plugin = dlopen(path, RTLD_NOW);
         auto const log = plugin ? reinterpret_cast<void (*)()>(dlsym(plugin, "LogFromPlugin")) : nullptr;
         if (log == nullptr)
-        {
             return 1;
-        }
         log();
         if (dlclose(plugin) != 0)
-        {
             return 1;
-        }
         (void)usleep(microseconds); // the writer's cycle is 10 ms
     }
     return 0;
@@ -50,9 +45,7 @@ int main(int argumentCount, char** arguments)
     for (unsigned int i = 0; i < hosts; ++i)
     {
         if (fork() == 0)
-        {
             std::exit(LoadAndUnload(arguments[1], i % 20 * 1000));
-        }
         int status = 0;
         (void)wait(&status);
         failures += status != 0;
