@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-/// Keeps what it is given. Any thread may look at it.
+/// Keeps what it is given.
 class nxRecordingLogDevice : public nxLogDevice
 {
 public:
@@ -25,55 +25,26 @@ public:
     {
         std::string const message = log.GetLogEntry() != nullptr ? *log.GetLogEntry() : "(none)";
         {
-            nxMutexGuard guard(_mutex);
-            _messages.push_back(message);
-            _levels.push_back(log.GetLogLevel().GetValue());
+            nxMutexGuard guard(mutex);
+            messages.push_back(message);
+            levels.push_back(log.GetLogLevel().GetValue());
         }
         if (onWrite)
-        {
             onWrite(message);
-        }
     }
 
     void Flush() override
     {
         if (onFlush)
-        {
             onFlush();
-        }
-    }
-
-    std::vector<std::string> Messages()
-    {
-        return _Copy(_messages);
-    }
-
-    std::vector<unsigned int> Levels()
-    {
-        return _Copy(_levels);
-    }
-
-    void Clear()
-    {
-        nxMutexGuard guard(_mutex);
-        _messages.clear();
-        _levels.clear();
     }
 
     std::function<void(std::string const&)> onWrite;
     std::function<void()> onFlush;
 
-private:
-    template <typename Values>
-    Values _Copy(Values const& values)
-    {
-        nxMutexGuard guard(_mutex);
-        return values;
-    }
-
-    nxMutex _mutex;
-    std::vector<std::string> _messages;
-    std::vector<unsigned int> _levels;
+    nxMutex mutex; // of these:
+    std::vector<std::string> messages;
+    std::vector<unsigned int> levels;
 };
 
 /// A test with a recording device in place of the console.
@@ -95,28 +66,36 @@ protected:
     /// Lets the writer finish what was logged so far: the cycle that runs, and the one after it.
     static void Drain()
     {
-        constexpr double longest = 10;
-        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(longest));
-        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(longest));
+        for (int cycle = 0; cycle < 2; ++cycle)
+            nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
     }
 
     std::vector<std::string> Messages()
     {
-        Drain();
-        return _device.Messages();
+        return _Copy(_device.messages);
     }
 
     std::vector<unsigned int> Levels()
     {
-        Drain();
-        return _device.Levels();
+        return _Copy(_device.levels);
     }
 
     void Clear()
     {
         Drain();
-        _device.Clear();
+        nxMutexGuard guard(_device.mutex);
+        _device.messages.clear();
+        _device.levels.clear();
     }
 
     nxRecordingLogDevice _device;
+
+private:
+    template <typename Values>
+    Values _Copy(Values const& values)
+    {
+        Drain();
+        nxMutexGuard guard(_device.mutex);
+        return values;
+    }
 };

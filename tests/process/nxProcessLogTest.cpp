@@ -36,12 +36,12 @@ protected:
     // What was logged since the last call, each behind the level.
     Lines Take()
     {
-        Lines lines = _device.Messages();
-        std::vector<unsigned int> const levels = _device.Levels();
+        Lines lines = Messages();
+        std::vector<unsigned int> const levels = Levels();
         for (std::size_t i = 0; i < lines.size(); ++i)
             lines[i].insert(0,
                             nxLogLevelEnum(static_cast<nxEnumValue>(levels[i])).GetShortDescription() + " ");
-        _device.Clear();
+        Clear();
         return lines;
     }
 };
