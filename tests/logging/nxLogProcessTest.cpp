@@ -3,6 +3,7 @@
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
+#include "core/process/nxCmdLineArgs.h"
 #include "tests/Sanitizer.h"
 #include "tests/faults/Faults.h"
 #include "tests/logging/nxRecordingLogDevice.h"
@@ -14,7 +15,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -84,28 +84,12 @@ long LinesOf(std::string const& text)
 class nxLogProcess : public testing::Test
 {
 protected:
-    nxLogProcess()
-    {
-        _environment = {{"KVT_LOG_DIRECTORY", (_directory.path / "log").string()},
-                        {"KVT_LOG_TO_CONSOLE", "NO"}};
-    }
-
     /// A host ends by `exit` with what its body returns. @return that; negative for a hang.
-    int Run(std::function<int()> const& body)
+    int Run(std::function<int()> const& body) const
     {
-        (void)std::fflush(nullptr);
-        pid_t const child = fork();
-        if (child == 0)
-        {
-            for (auto const& [key, value] : _environment)
-                (void)setenv(key.c_str(), value.c_str(), 1);
-            if (chdir(_directory.path.c_str()) != 0 || !std::freopen("out", "w", stdout) ||
-                !std::freopen("err", "w", stderr))
-                _exit(127);
-            nxApplicationData::SetApplicationName("host");
-            std::exit(body());
-        }
-        return WaitFor(child, 100.0).value_or(-1);
+        files::remove(_directory.path / "out");
+        files::remove(_directory.path / "err");
+        return Host(_directory.path, body, _environment).Wait(100.0).value_or(-1);
     }
 
     std::string Output() const
@@ -140,37 +124,25 @@ protected:
     }
 
     Directory const _directory;
-    std::map<std::string, std::string> _environment;
+    Environment _environment;
 };
 
 TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
 {
+    using Size = nxValueWrapper<unsigned long long, -1, -2>;
     std::map<std::string, std::function<int()>> const ends = {
         {"returns, and was refused a second file",
-         []
-         {
-             LogFromThreads(4, 20000);
-             return nxFileLogDevice::GetInstance().Create(nxValueWrapper<unsigned long long, -1, -2>()) ? 1
-                                                                                                        : 0;
-         }},
+         [] { return nxFileLogDevice::GetInstance().Create(Size()) ? 1 : 0; }},
         {"was destroyed before, after which nothing is written",
          []
          {
-             LogFromThreads(4, 20000);
              (void)nxLogManager::GetInstance().Destroy();
              LogLines(93, 10);
              return nxLogManager::GetInstance().Destroy().IsOK() ? 0 : 1;
          }},
-        {"has a manager that is older than the device",
-         []
-         {
-             NX_LOG(NX_INF, "first");
-             return LogFromThreads(4, 20000), 0;
-         }},
         {"exits in a device",
          []
          {
-             LogFromThreads(4, 20000);
              static auto* const device = new nxRecordingLogDevice; // outlives all
              device->onWrite = [](std::string const& text) { text == "the end" ? std::exit(0) : void(); };
              nxLogManager::GetInstance().RegisterLogDevice(device);
@@ -178,11 +150,19 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
              return pause();
          }},
     };
-    for (auto const& [end, body] : ends)
-    {
-        ASSERT_EQ(Run(body), 0) << end;
-        EXPECT_EQ(TakeLog(), (Counts{{0, 20000}, {1, 20000}, {2, 20000}, {3, 20000}})) << end;
-    }
+    for (bool const isManagerOlder : {false, true}) // than the device
+        for (auto const& [end, body] : ends)
+        {
+            auto const logAndEnd = [&, &endIt = body]
+            {
+                if (isManagerOlder)
+                    NX_LOG(NX_INF, "first");
+                LogFromThreads(4, 20000);
+                return endIt();
+            };
+            ASSERT_EQ(Run(logAndEnd), 0) << end;
+            EXPECT_EQ(TakeLog(), (Counts{{0, 20000}, {1, 20000}, {2, 20000}, {3, 20000}})) << end;
+        }
 }
 
 TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
@@ -303,38 +283,56 @@ TEST_F(nxLogProcess, TheWriterHandlesNoSignals)
     EXPECT_EQ(Run(countSignals), 0);
 }
 
-TEST_F(nxLogProcess, AFileThatCannotBeCreatedIsSaidOnce)
+TEST_F(nxLogProcess, AFileThatTakesNothingIsSaidOnce)
 {
     auto const logToNoFile = []
     {
         nxApplicationData::SetApplicationName("no/such");
-        LogToFile();
-        LogLines(0, 5);
-        return 0;
+        return LogFromThreads(1, 5), 0;
     };
+    auto const logToFullDevice = []
+    {
+        files::create_symlink("/dev/full", nxFileLogDevice::GenerateFileName(".log", false, 1, true, true));
+        return LogFromThreads(1, 5), 0;
+    };
+    std::string const file = "Filename: .*_\\d{6}_\\d+\\.log";
     ASSERT_EQ(Run(logToNoFile), 0);
     EXPECT_TRUE(LogFiles().empty());
-    std::regex const told("Failed to create log file. Filename: .*/no/such_\\d{6}_\\d+\\.log\n");
+    EXPECT_TRUE(std::regex_match(Errors(), std::regex("Failed to create log file. " + file + "\n")))
+        << Errors();
+    ASSERT_EQ(Run(logToFullDevice), 0);
+    std::regex const told("Failed to write to the log file. " + file + ", errno: 28\n" +
+                          "Lost 5 lines of the log file. " + file + "\n");
     EXPECT_TRUE(std::regex_match(Errors(), told)) << Errors();
 }
 
 TEST_F(nxLogProcess, BeyondTheBacklogLinesAreCounted)
 {
     constexpr unsigned int lines = 800000;
-    auto const meetALimit = []
+    constexpr unsigned int longLines = 70;
+    auto const setLimit = [](rlim_t size)
+    {
+        rlimit const limit = {size, RLIM_INFINITY};
+        return setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    auto const meetALimit = [&]
     {
         (void)signal(SIGXFSZ, SIG_IGN);
         LogToFile();
-        rlimit limit{};
-        (void)getrlimit(RLIMIT_FSIZE, &limit);
-        rlimit const full = {65536, limit.rlim_max};
-        (void)setrlimit(RLIMIT_FSIZE, &full);
+        (void)setLimit(65536);
         for (unsigned int i = 0; i < lines; ++i)
             NX_LOG(NX_INF, "thread 0 line " << i << std::string(100, ' '));
         Drain();
-        (void)setrlimit(RLIMIT_FSIZE, &limit);
+        (void)setLimit(files::file_size(LogFiles().at(0)) + 20); // a notice has more
+        NX_LOG(NX_INF, "no room yet");
+        Drain();
+        (void)setLimit(RLIM_INFINITY);
         NX_LOG(NX_INF, "room again");
         Drain();
+        nxLog longLine(NX_INF, "file", 1); // more of them than the backlog takes, and not flushed in between
+        longLine << std::string(1 << 20, 'x');
+        for (unsigned int i = 0; i < longLines; ++i)
+            nxLogManager::GetInstance().ImmediateWrite(longLine);
         return 0;
     };
     ASSERT_EQ(Run(meetALimit), 0);
@@ -342,11 +340,12 @@ TEST_F(nxLogProcess, BeyondTheBacklogLinesAreCounted)
     EXPECT_EQ(errors.find("Failed to write to the log file. Filename: "), 0u) << errors;
     EXPECT_LE(LinesOf(errors), 20); // at most once a second
     std::string const log = ReadFile(LogFiles().at(0));
-    std::size_t const place = log.find(" lines lost");
+    std::size_t const place = log.find("[ERR]");
     ASSERT_NE(place, std::string::npos);
-    EXPECT_EQ(log.find(" lines lost", place + 1), std::string::npos);
-    unsigned long const lost = std::stoul(log.substr(log.rfind(' ', place - 1) + 1));
-    EXPECT_EQ(LinesOf(log) + static_cast<long>(lost), long(lines) + 2);
+    EXPECT_EQ(log.find("[ERR]", place + 1), std::string::npos);
+    unsigned long lost = 0;
+    ASSERT_EQ(std::sscanf(log.c_str() + log.find("] ", place), "] %lu lines lost [", &lost), 1);
+    EXPECT_EQ(LinesOf(log) + static_cast<long>(lost), long(lines) + 3 + longLines);
     // The hole is where the line says.
     unsigned long before = 0;
     unsigned long after = 0;
@@ -354,6 +353,29 @@ TEST_F(nxLogProcess, BeyondTheBacklogLinesAreCounted)
     std::size_t const next = std::min(log.find("] thread 0", place), log.size());
     bool const goesOn = std::sscanf(log.c_str() + next, "] thread 0 line %lu", &after) == 1;
     EXPECT_EQ((goesOn ? after : lines) - before - 1, lost);
+}
+
+TEST_F(nxLogProcess, PutsItsFilesIntoADirectoryOfTheDay)
+{
+    std::string const day = nxDateTime().GetAsString("%d%b%Y");
+    auto const show = [](std::string const& directory)
+    {
+        (void)nxCmdLineArgs::GetInstance().SetEnvValue("KVT_LOG_DIRECTORY", directory); // read at each call
+        std::printf("%s\n", nxFileLogDevice::GenerateLogDirectoryFilenamePrefix(nxDateTime()).c_str());
+    };
+    auto const showAll = [&]
+    {
+        show("log");
+        show("log/");
+        files::remove("log/" + day);
+        (void)std::ofstream("log/" + day); // a file in the place of the directory: the one above it serves
+        show("log");
+        show("no/parent");
+        return 0;
+    };
+    ASSERT_EQ(Run(showAll), 0);
+    EXPECT_EQ(Output(), "log/" + day + "/\nlog//" + day + "/\nFailed to create directory log/" + day +
+                            ", errno: 17\nlog/\nFailed to create directory no/parent, errno: 2\n\n");
 }
 
 TEST_F(nxLogProcess, CutsOverAfterTheLineThatExceedsTheLimit)
@@ -366,12 +388,10 @@ TEST_F(nxLogProcess, CutsOverAfterTheLineThatExceedsTheLimit)
         return 0;
     };
     ASSERT_EQ(Run(logLongLines), 0);
-    std::vector<long> lines;
+    std::string seen;
     for (files::path const& path : LogFiles())
-        lines.push_back(LinesOf(ReadFile(path)));
-    EXPECT_EQ(lines, (std::vector<long>{3, 3, 1}));
-    EXPECT_TRUE(
-        std::regex_match(LogFiles().back().filename().string(), std::regex("host_\\d{6}_\\d+_3\\.log")));
+        seen += path.stem().string().back() + std::to_string(LinesOf(ReadFile(path))) + ' ';
+    EXPECT_EQ(seen, "13 23 31 "); // the file's number and its lines
 }
 
 TEST_F(nxLogProcess, AReopeningLeavesEarlierLinesInTheOldFile)
