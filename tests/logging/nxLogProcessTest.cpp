@@ -191,6 +191,10 @@ TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
     {
         LogFromThreads(1, 5);
         (void)sleep(1); // a name has a grain of a second
+        nxLog line(NX_INF, "file", 1);
+        line << "written, and held back by the console";
+        nxLogManager::GetInstance().ImmediateWrite(line);
+        LogLines(0, 5, 5); // still on the queue
         pid_t const child = fork();
         if (child == 0)
         {
@@ -205,8 +209,8 @@ TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
     ASSERT_EQ(paths.size(), 2u);
     // Named after their own times, so that a process number that comes again overwrites nothing.
     EXPECT_NE(paths[0].filename().string().substr(0, 11), paths[1].filename().string().substr(0, 11));
-    EXPECT_EQ(TakeLog(), (Counts{{0, 5}, {10, 5}}));
-    EXPECT_EQ(LinesOf(Read("out")), 10);
+    EXPECT_EQ(TakeLog(), (Counts{{0, 10}, {10, 5}}));
+    EXPECT_EQ(LinesOf(Read("out")), 16);
 }
 
 TEST_F(nxLogProcess, TheUsualLineAllocatesNothing)
