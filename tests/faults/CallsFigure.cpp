@@ -182,15 +182,12 @@ std::vector<Row> const rows = {
     {NamedObjects, "named objects", {"fstat"}, {EIO}, false},
 };
 
-struct Tally
-{
-    unsigned int pairs = 0;
-    unsigned int trials = 0;
-    unsigned int wrong = 0;
-};
+unsigned int pairs = 0;
+unsigned int trials = 0;
+unsigned int wrong = 0;
 
 /// @return false when the host did not come to the place.
-bool Run(Row const& row, Trial const& trial, Tally& tally)
+bool Run(Row const& row, Trial const& trial)
 {
     Directory const directory;
     auto const meet = [&]
@@ -201,10 +198,10 @@ bool Run(Row const& row, Trial const& trial, Tally& tally)
     std::optional<int> const finding = Host(directory.path, meet, shortCycles).Wait(20.0);
     if (finding == notMet)
         return false;
-    ++tally.trials;
+    ++trials;
     if (finding != unharmed && (row.isUnharmed || finding != answered))
     {
-        ++tally.wrong;
+        ++wrong;
         std::printf("%s: %s fails with %d at place %d%s: %s\n", row.hostName, trial.call, trial.error,
                     trial.granted, trial.isLasting ? " and after it" : "",
                     finding == answered ? "noticed"
@@ -214,15 +211,15 @@ bool Run(Row const& row, Trial const& trial, Tally& tally)
     return true;
 }
 
-void RunPair(Row const& row, char const* call, int error, Tally& tally)
+void RunPair(Row const& row, char const* call, int error)
 {
     int const places = isFull ? 30 : 2;
-    ++tally.pairs;
-    for (int place = 0; place < places && Run(row, {call, error, place, false}, tally);)
+    ++pairs;
+    for (int place = 0; place < places && Run(row, {call, error, place, false});)
         ++place;
-    bool const isTrouble =
-        error != EINTR && !row.isUnharmed; // the others would never end, or are no lasting trouble
-    for (int place = 0; isTrouble && place < places && Run(row, {call, error, place, true}, tally);)
+    // The others would never end, or are no lasting trouble.
+    bool const isTrouble = error != EINTR && !row.isUnharmed;
+    for (int place = 0; isTrouble && place < places && Run(row, {call, error, place, true});)
         ++place;
 }
 
@@ -231,14 +228,13 @@ bool Show()
     if (underSanitizer)
         NotRun("F6 system calls that fail: not run, the sanitizer itself stands before the C library");
     auto const start = Clock::now();
-    Tally tally;
     for (Row const& row : rows)
         for (char const* const call : row.calls)
             for (std::size_t i = 0; i < (isFull ? row.errors.size() : 1); ++i)
-                RunPair(row, call, row.errors[i], tally);
-    return Report(start, tally.wrong == 0,
-                  "F6 system calls that fail, %u pairs of call and error, %u failures: %u wrong", tally.pairs,
-                  tally.trials, tally.wrong);
+                RunPair(row, call, row.errors[i]);
+    return Report(start, wrong == 0,
+                  "F6 system calls that fail, %u pairs of call and error, %u failures: %u wrong", pairs,
+                  trials, wrong);
 }
 
 Figure const figure("calls", Show);

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 
 #include <dlfcn.h>
 
@@ -47,13 +48,18 @@ bool IsRefused(char const* name)
 {
     char const* const wanted = refused.load();
     if (wanted == nullptr || std::strcmp(name, wanted) != 0)
-    {
         return false;
-    }
     int const before = left.fetch_sub(1);
     bool const isDue = before == 0 || (before < 0 && isForAll);
     refusals += isDue;
     return isDue;
+}
+
+/// Threads' calls give the error itself.
+long Refuse(std::string_view name)
+{
+    errno = refusedWith;
+    return name.starts_with("pthread_") ? refusedWith : -1;
 }
 
 Function Find(char const* name)
@@ -63,40 +69,23 @@ Function Find(char const* name)
 
 } // namespace
 
-#define NX_CALL(name, answer)                                                                                \
+#define NX_CALL(name)                                                                                        \
     extern "C" long nxFailing_##name(long, long, long, long, long, long) asm(#name);                         \
     extern "C" long nxFailing_##name(long a, long b, long c, long d, long e, long f)                         \
     {                                                                                                        \
         static Function const system = Find(#name);                                                          \
         if (IsRefused(#name))                                                                                \
-        {                                                                                                    \
-            errno = refusedWith;                                                                             \
-            return answer;                                                                                   \
-        }                                                                                                    \
+            return Refuse(#name);                                                                            \
         return system(a, b, c, d, e, f);                                                                     \
     }
 
-NX_CALL(open, -1)
-NX_CALL(write, -1)
-NX_CALL(ftruncate, -1)
-NX_CALL(lseek, -1)
-NX_CALL(mkdir, -1)
-NX_CALL(stat, -1)
-NX_CALL(fstat, -1)
-NX_CALL(mmap, -1)
-NX_CALL(shm_open, -1)
-NX_CALL(socket, -1)
-NX_CALL(bind, -1)
-NX_CALL(listen, -1)
-NX_CALL(accept4, -1)
-NX_CALL(connect, -1)
-NX_CALL(setsockopt, -1)
-NX_CALL(sendto, -1)
-NX_CALL(sendmsg, -1)
-NX_CALL(recv, -1)
-NX_CALL(recvfrom, -1)
-NX_CALL(poll, -1)
-NX_CALL(ppoll, -1)
-NX_CALL(sem_init, -1)
-NX_CALL(pthread_create, refusedWith)
+// clang-format off
+#define NX_CALLS(call)                                                                                       \
+    call(open) call(write) call(ftruncate) call(lseek) call(mkdir) call(stat) call(fstat) call(mmap)         \
+    call(shm_open) call(socket) call(bind) call(listen) call(accept4) call(connect) call(setsockopt)         \
+    call(sendto) call(sendmsg) call(recv) call(recvfrom) call(poll) call(ppoll) call(sem_init)               \
+    call(pthread_create)
+// clang-format on
+
+NX_CALLS(NX_CALL)
 #endif

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/concurrency/nxNonCopyable.h"
+
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -43,7 +45,7 @@ double SecondsSince(Clock::time_point start);
 [[noreturn]] void NotRun(std::string const& line);
 
 /// A directory that goes with the object.
-class Directory
+class Directory : nxNonCopyable
 {
 public:
     Directory() : Directory(files::temp_directory_path())
@@ -51,8 +53,6 @@ public:
     }
     explicit Directory(files::path const& parent);
     ~Directory();
-    Directory(Directory const&) = delete;
-    Directory& operator=(Directory const&) = delete;
 
     files::path path;
 };
@@ -80,13 +80,11 @@ void SetUpLog(files::path const& directory, Environment const& environment = {})
 
 /// A child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current one and
 /// gets standard output and error as "out" and "err". One that nobody has waited for is killed.
-class Host
+class Host : nxNonCopyable
 {
 public:
     Host(files::path const& directory, std::function<int()> const& body, Environment const& environment = {});
     ~Host();
-    Host(Host const&) = delete;
-    Host& operator=(Host const&) = delete;
 
     void Signal(int signal) const;
     std::optional<int> Wait(double seconds);

@@ -12,31 +12,25 @@
 namespace
 {
 
-/// What functors note.
-struct Notes
-{
-    std::atomic<unsigned int> count = 0;
-    std::atomic<unsigned int> disordered = 0; ///< functors whose number is not how many ran before
-};
+std::atomic<unsigned int> ran = 0;        // functors
+std::atomic<unsigned int> disordered = 0; // those whose number is not how many ran before
 
 /// Notes that it was run, and may push one more of its kind.
 class Noting : public nxFunctor
 {
 public:
-    Noting(Notes& notes, unsigned int number, nxFunctorQueue* next)
-        : _notes(notes), _number(number), _next(next)
+    Noting(unsigned int number, nxFunctorQueue* next) : _number(number), _next(next)
     {
     }
 
 private:
     void _Invoke() override
     {
-        _notes.disordered += _number != _notes.count++;
+        disordered += _number != ran++;
         if (_next != nullptr)
-            (void)_next->Push(new Noting(_notes, 0, nullptr));
+            (void)_next->Push(new Noting(0, nullptr));
     }
 
-    Notes& _notes;
     unsigned int _number;
     nxFunctorQueue* _next;
 };
@@ -56,11 +50,10 @@ public:
 /// @return how long the stop took, in seconds.
 double StopOnce(unsigned int workers, bool isBusy)
 {
-    Notes notes;
     DrainedQueue queue;
     queue.Create(new nxFunctorThreadPool(workers));
     for (unsigned int i = 0; isBusy && i < 50; ++i)
-        (void)queue.Push(new Noting(notes, i, i % 5 == 0 ? &queue : nullptr));
+        (void)queue.Push(new Noting(i, i % 5 == 0 ? &queue : nullptr));
     auto const start = Clock::now();
     (void)queue.Stop();
     return SecondsSince(start);
@@ -88,21 +81,21 @@ bool EachOnce(unsigned int functors, unsigned int workers, bool isOrdered)
 {
     constexpr unsigned int mostWaiting = 100000;
     auto const start = Clock::now();
-    Notes notes;
+    ran = disordered = 0;
     DrainedQueue queue;
     queue.Create(new nxFunctorThreadPool(workers));
     for (unsigned int i = 0; i < (isOrdered ? functors : functors / 2); ++i)
     {
-        (void)queue.Push(new Noting(notes, i, isOrdered ? nullptr : &queue));
+        (void)queue.Push(new Noting(i, isOrdered ? nullptr : &queue));
         while (queue.Size() > mostWaiting)
             std::this_thread::yield();
     }
-    while (notes.count < functors && SecondsSince(start) < 300.0)
+    while (ran < functors && SecondsSince(start) < 300.0)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     (void)queue.Stop();
-    bool const isKept = notes.count == functors && (!isOrdered || notes.disordered == 0);
+    bool const isKept = ran == functors && (!isOrdered || disordered == 0);
     return Report(start, isKept, "F14 functors, %u worker(s), %s: %u of %u run", workers,
-                  isOrdered ? "in order" : "half of them pushed by others", notes.count.load(), functors);
+                  isOrdered ? "in order" : "half of them pushed by others", ran.load(), functors);
 }
 
 bool Show()
