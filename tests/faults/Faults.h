@@ -78,8 +78,8 @@ extern Environment const shortCycles;
 /// Has this process log to the directory "log" of `directory`, and not to the console.
 void SetUpLog(files::path const& directory, Environment const& environment = {});
 
-/// A child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current one and
-/// gets standard output and error as "out" and "err". One that nobody has waited for is killed.
+/// A child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current
+/// one and gets standard output and error as "out" and "err". One that nobody has waited for is killed.
 class Host : nxNonCopyable
 {
 public:

@@ -1,6 +1,6 @@
-// What a statement adds for each kind of value, who owns its texts, and how it reaches the devices. The fuzz target of
-// statements holds dumps, texts, errors and masks; that of the log's calls holds who is listed, what each device sees, and
-// devices that log or leave while they write.
+// What a statement adds for each kind of value, who owns its texts, and how it reaches the devices. The fuzz target
+// of statements holds dumps, texts, errors and masks; that of the log's calls holds who is listed, what each device
+// sees, and devices that log or leave while they write.
 
 #include "core/logging/nxLogSite.h"
 #include "core/logging/nxPrintable.h"
