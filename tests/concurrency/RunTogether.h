@@ -9,11 +9,9 @@
 template <typename Work>
 void RunTogether(int count, Work const& work)
 {
-    std::vector<std::thread> threads;
+    std::vector<std::jthread> threads;
     for (int number = 0; number < count; ++number)
         threads.emplace_back([&work, number] { work(number); });
-    for (std::thread& thread : threads)
-        thread.join();
 }
 
 /// @return what the work answers on a thread of its own.
@@ -32,8 +30,6 @@ inline nxErrorEnum TryLockElsewhere(nxMutex& mutex)
         [&]
         {
             nxErrorEnum const result = mutex.TryLock();
-            if (result.IsOK())
-                (void)mutex.Unlock();
-            return result;
+            return result.IsOK() ? mutex.Unlock() : result;
         });
 }

@@ -1,45 +1,19 @@
 #pragma once
 
 #include <new>
-#include <utility>
 
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// A region shared with the children that this process forks, with one object in it.
-template <typename Object>
-class Shared
+/// @return an object in a region of its own, shared with the children that this process forks from now on.
+template <typename Object, typename... Arguments>
+Object& MakeShared(Arguments... arguments)
 {
-public:
-    template <typename... Arguments>
-    explicit Shared(Arguments&&... arguments)
-        : _region(mmap(nullptr, sizeof(Object), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)),
-          _object(new (_region) Object(std::forward<Arguments>(arguments)...))
-    {
-    }
-
-    ~Shared()
-    {
-        munmap(_region, sizeof(Object));
-    }
-
-    Shared(Shared const&) = delete;
-    Shared& operator=(Shared const&) = delete;
-
-    Object& operator*() const
-    {
-        return *_object;
-    }
-    Object* operator->() const
-    {
-        return _object;
-    }
-
-private:
-    void* _region;
-    Object* _object;
-};
+    void* const region =
+        mmap(nullptr, sizeof(Object), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    return *new (region) Object(arguments...);
+}
 
 /// Runs the body in a forked child, which ends with its result and no clean-up.
 template <typename Body>
@@ -62,5 +36,5 @@ inline int WaitForChild(pid_t child)
 template <typename Body>
 int RunInChild(Body body)
 {
-    return WaitForChild(StartChild(std::move(body)));
+    return WaitForChild(StartChild(body));
 }

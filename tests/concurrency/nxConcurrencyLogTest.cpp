@@ -1,4 +1,4 @@
-// The log lines of this folder: their words, their levels, and who stays silent.
+// What logs in this folder: sharing, and the buffers of threads, with their sizes, contents and counts of changes.
 #include "core/concurrency/nxConditionRaw.h"
 #include "core/concurrency/nxMutex.h"
 #include "core/concurrency/nxSemaphore.h"
@@ -9,21 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace
 {
-class nxConcurrencyLog : public nxRecordingTest
-{
-protected:
-    nxConcurrencyLog()
-    {
-        Clear(); // what earlier tests have logged may still be on its way
-    }
-};
-
+using nxConcurrencyLog = nxRecordingTest;
 using Strings = std::vector<std::string>;
 } // namespace
 
@@ -46,16 +39,40 @@ TEST_F(nxConcurrencyLog, SharingSaysNothingUnlessRobustOrRefused)
     EXPECT_EQ(Levels(), (std::vector<unsigned int>{NX_INF, NX_ERR}));
 }
 
-TEST_F(nxConcurrencyLog, ABufferTellsItsThreadItsSizesAndItsAddress)
+TEST_F(nxConcurrencyLog, ABufferGrowsByItsInitialSizeOrToAnySizeAndKeepsWhatItHolds)
 {
-    nxThreadSpecificMemoryBuffer buffer(1024);
-    std::string const index = std::to_string(nxThreadIndex::GetIndexOfCurrentThread());
-    std::string const address = std::to_string(reinterpret_cast<std::uintptr_t>(buffer.GetBuffer()));
-    buffer.GrowBuffer();
-    buffer.GrowBufferToSize(100);
-    EXPECT_EQ(Messages(), (Strings{"Allocated thread-specific memory buffer. Thread index: " + index +
-                                       ", Size: 1024, Address: " + address,
-                                   "Growing thread-specific memory buffer. Size: 1024 -> 2048",
-                                   "Growing thread-specific memory buffer. Size: 2048 -> 100"}));
-    EXPECT_EQ(Levels(), (std::vector<unsigned int>(3, NX_INF)));
+    constexpr unsigned int byStep = 1;        // in place of a size that is asked for
+    constexpr unsigned int huge = 0xFFFFFFF8; // the system may refuse it, and it stands all the same
+    using Steps = std::vector<std::pair<unsigned int, unsigned int>>;
+    for (auto const& [initialSize, steps] :
+         {std::pair<unsigned int, Steps>(1024, {{byStep, 2048}, {byStep, 3072}, {100, 100}, {100, 100}}),
+          {0, {{byStep, 0}}},
+          {16, {{0, 0}, {0, 0}, {byStep, 16}, {0, 0}, {huge, huge}, {byStep, 8}}}})
+    {
+        Clear();
+        nxThreadSpecificMemoryBuffer buffer(initialSize);
+        Strings lines = {"Allocated thread-specific memory buffer. Thread index: " +
+                         std::to_string(nxThreadIndex::GetIndexOfCurrentThread()) +
+                         ", Size: " + std::to_string(initialSize) + ", Address: " +
+                         std::to_string(reinterpret_cast<std::uintptr_t>(buffer.GetBuffer()))};
+        unsigned int grown = 0;
+        for (auto const& [asked, size] : steps)
+        {
+            unsigned int const oldSize = buffer.GetSize();
+            bool const isSmall = oldSize != huge && size != huge;
+            std::fill_n(static_cast<char*>(buffer.GetBuffer()), isSmall ? oldSize : 0,
+                        'x'); // all of it is there
+            asked == byStep ? buffer.GrowBuffer() : buffer.GrowBufferToSize(asked);
+            lines.push_back("Growing thread-specific memory buffer. Size: " + std::to_string(oldSize) +
+                            " -> " + std::to_string(size));
+            EXPECT_EQ(buffer.GetSize(), size);
+            EXPECT_EQ(buffer.GetGrowCount(), ++grown);
+            EXPECT_TRUE(size == huge || (buffer.GetBuffer() == nullptr) == (size == 0));
+            long const kept = isSmall ? std::min(oldSize, size) : 0;
+            char const* const bytes = static_cast<char*>(buffer.GetBuffer());
+            EXPECT_EQ(std::count(bytes, bytes + kept, 'x'), kept);
+        }
+        EXPECT_EQ(Messages(), lines);
+        EXPECT_EQ(Levels(), std::vector<unsigned int>(lines.size(), NX_INF));
+    }
 }

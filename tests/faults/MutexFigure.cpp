@@ -58,8 +58,7 @@ bool Show()
 {
     unsigned int const kills = Trials(300, 10000);
     auto const start = Clock::now();
-    Shared<Region> const region;
-    Region& shared = *region;
+    Region& shared = MakeShared<Region>();
     (void)shared.mutex.InitialiseAsShared(true);
     nxWindowsMutex named("nxfaults" + std::to_string(getpid()));
     (void)alarm(30 + kills / 50); // a lock that never comes ends this process

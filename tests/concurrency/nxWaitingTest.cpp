@@ -1,0 +1,293 @@
+// Semaphores and conditions: how a wait ends, who wakes, who holds which mutex afterwards, and what a failure leaves; and
+// how long a wait lasts.
+#include "core/concurrency/nxCondition.h"
+#include "core/concurrency/nxConditionMutex.h"
+#include "core/concurrency/nxConditionRaw.h"
+#include "core/concurrency/nxMutexGuard.h"
+#include "core/concurrency/nxSemaphore.h"
+#include "core/concurrency/nxWaitTime.h"
+#include "tests/concurrency/RunTogether.h"
+#include "tests/concurrency/SharedMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <climits>
+#include <csignal>
+#include <functional>
+#include <limits>
+
+namespace
+{
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+
+// A signal before the wait is lost, so it is repeated until all waiters are through.
+template <typename Wait, typename Signal>
+void WakeWaiters(int waiters, Wait wait, Signal signal)
+{
+    std::atomic<int> woken = 0;
+    RunTogether(waiters + 1,
+                [&](int thread)
+                {
+                    if (thread < waiters)
+                    {
+                        EXPECT_TRUE(wait(thread).IsOK());
+                        ++woken;
+                    }
+                    while (thread == waiters && woken < waiters)
+                    {
+                        EXPECT_TRUE(signal().IsOK());
+                        std::this_thread::yield();
+                    }
+                });
+}
+} // namespace
+
+TEST(nxSemaphore, EachWaitTakesOneOfTheCount)
+{
+    nxSemaphore semaphore(3);
+    EXPECT_TRUE(semaphore.Post().IsOK());
+    EXPECT_EQ(semaphore.GetValue(), 4);
+    EXPECT_TRUE(semaphore.TryWait().IsOK() && semaphore.Wait().IsOK());
+    EXPECT_TRUE(semaphore.TimedWait(0.0).IsOK() && semaphore.TimedWait_Microseconds(0).IsOK());
+    EXPECT_EQ(semaphore.GetValue(), 0);
+    EXPECT_EQ(semaphore.TryWait(), NX_ERR_THR_LOCKED);
+}
+
+TEST(nxSemaphore, TimedWaitsEndInTime)
+{
+    using Clock = std::chrono::steady_clock;
+    nxSemaphore semaphore(0);
+    for (double seconds : {0.0, -0.4999, -1e9, 4294967296.0})
+        EXPECT_EQ(semaphore.TimedWait(seconds), NX_ERR_THR_TIMEDOUT) << seconds;
+    auto const start = Clock::now();
+    EXPECT_EQ(semaphore.TimedWait(0.0501), NX_ERR_THR_TIMEDOUT);
+    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(48));
+    EXPECT_EQ(semaphore.TimedWait_Microseconds(50100), NX_ERR_THR_TIMEDOUT);
+    EXPECT_GE(Clock::now() - start, std::chrono::milliseconds(97));
+    // A deadline that the system refuses; one at exactly a whole second is another.
+    EXPECT_EQ(semaphore.TimedWait(noNumber), NX_ERR_INVALID_PARAMETER);
+}
+
+TEST(nxSemaphore, ASignalInterruptsAWait)
+{
+    struct sigaction handled = {};
+    handled.sa_handler = [](int) {}; // and the system's call is not restarted
+    sigaction(SIGUSR1, &handled, nullptr);
+    nxSemaphore semaphore(0);
+    std::function<nxErrorEnum()> const waits[] = {
+        [&] { return semaphore.Wait(); }, [&] { return semaphore.TimedWait(100.0); },
+        [&] { return semaphore.TimedWait_Microseconds(100000000); }};
+    for (auto const& wait : waits)
+    {
+        std::atomic<bool> ended = false;
+        std::thread waiter(
+            [&]
+            {
+                EXPECT_EQ(wait(), NX_ERR_THR_INTERRUPTED);
+                ended = true;
+            });
+        while (!ended)
+        {
+            pthread_kill(waiter.native_handle(), SIGUSR1);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        waiter.join();
+    }
+}
+
+TEST(nxSemaphore, ACountBeyondTheSystemsLimitIsRefused)
+{
+    constexpr unsigned int largestCount = SEM_VALUE_MAX;
+    nxSemaphore full(largestCount);
+    EXPECT_EQ(full.Post(), NX_ERR_UNSPECIFIED);
+    EXPECT_EQ(full.GetValue(), INT_MAX);
+
+    testing::internal::CaptureStdout();
+    nxSemaphore unusable(largestCount + 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "sem_init err -1, 22\n"); // 22 is EINVAL
+    EXPECT_EQ(unusable.GetValue(), 0);
+    EXPECT_EQ(unusable.InitialiseAsShared(largestCount + 1), NX_ERR_THR_UNSUPPORTED);
+}
+
+TEST(nxCondition, SignalsWakeWaitersAndAreForgottenWhenThereAreNone)
+{
+    nxCondition condition;
+    auto const wait = [&](int waiter)
+    { return waiter == 0 ? condition.TimedWait(60.0001) : condition.Wait(); };
+    WakeWaiters(3, wait, [&] { return condition.Signal(); });
+    WakeWaiters(3, wait, [&] { return condition.SignalAll(); });
+    EXPECT_EQ(condition.TimedWait(0.0), NX_ERR_THR_TIMEDOUT);
+    EXPECT_TRUE(condition.Signal().IsOK()); // the timeout left the own mutex open
+    EXPECT_EQ(condition.TimedWait(noNumber), NX_ERR_UNSPECIFIED);
+    EXPECT_TRUE(condition.Signal().IsOK()); // and so did the refused deadline
+}
+
+TEST(nxConditionRaw, WaitsReturnWithTheCallersMutexHeld)
+{
+    nxMutex mutex;
+    nxConditionRaw condition;
+    bool ready = false;
+    nxMutexGuard guard(mutex);
+    std::thread other(
+        [&]
+        {
+            nxMutexGuard otherGuard(mutex);
+            ready = true;
+            EXPECT_TRUE(condition.Signal().IsOK());
+        });
+    while (!ready)
+        EXPECT_TRUE(condition.Wait(mutex).IsOK());
+    EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
+    other.join();
+    EXPECT_EQ(condition.TimedWait(mutex, 0.001001), NX_ERR_THR_TIMEDOUT);
+    EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
+    EXPECT_EQ(condition.TimedWait(mutex, noNumber), NX_ERR_UNSPECIFIED);
+    EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
+
+    nxMutex recursive(true); // knows that the caller does not hold it, unlike a plain one
+    EXPECT_EQ(condition.Wait(recursive), NX_ERR_UNSPECIFIED);
+    EXPECT_EQ(condition.TimedWait(recursive, 1.0001), NX_ERR_UNSPECIFIED);
+}
+
+TEST(nxConditionRaw, ACopyCanBeDestroyedWhileSomebodyWaitsForTheOriginal)
+{
+    nxMutex mutex;
+    nxConditionRaw condition;
+    auto const wait = [&](int)
+    {
+        nxMutexGuard guard(mutex);
+        return condition.Wait(mutex);
+    };
+    auto const signal = [&]
+    {
+        nxConditionRaw() = condition; // gone at once
+        return condition.SignalAll();
+    };
+    WakeWaiters(1, wait, signal);
+}
+
+TEST(nxConditionShared, ItAndASemaphoreWakeAnotherProcess)
+{
+    struct Region
+    {
+        nxMutex mutex;
+        nxConditionRaw condition;
+        nxSemaphore waits{5};
+        bool isTold = false;
+    };
+    Region& region = MakeShared<Region>();
+    ASSERT_TRUE(region.mutex.InitialiseAsShared(true).IsOK());
+    ASSERT_TRUE(region.condition.InitialiseAsShared().IsOK());
+    ASSERT_TRUE(region.waits.InitialiseAsShared(0).IsOK());
+    EXPECT_EQ(region.waits.TryWait(), NX_ERR_THR_LOCKED);
+    auto const wait = [&]
+    {
+        nxMutexGuard guard(region.mutex);
+        usleep(20000); // so that the parent is asleep
+        nxErrorEnum waited = region.waits.Post();
+        while (!region.isTold && waited.IsOK())
+            waited = region.condition.TimedWait(region.mutex, 10.0001);
+        return waited.IsOK();
+    };
+    pid_t const child = StartChild(wait);
+    EXPECT_TRUE(region.waits.TimedWait(10.0).IsOK());
+    (void)region.mutex.Lock(); // which the waiting child has released
+    region.isTold = true;
+    EXPECT_TRUE(region.condition.SignalAll().IsOK());
+    EXPECT_TRUE(region.mutex.Unlock().IsOK());
+    EXPECT_EQ(WaitForChild(child), 1);
+}
+
+TEST(nxConditionMutex, LockAndWaitReturnsWithTheMutexHeld)
+{
+    nxConditionMutex condition;
+    auto const wait = [&](int)
+    {
+        EXPECT_TRUE(condition.LockAndWait().IsOK());
+        EXPECT_EQ(TryLockElsewhere(condition), NX_ERR_THR_LOCKED);
+        return condition.Unlock();
+    };
+    WakeWaiters(1, wait, [&] { return condition.Signal(); });
+    EXPECT_TRUE(TryLockElsewhere(condition).IsOK());
+}
+
+TEST(nxConditionMutex, AFailedWaitReturnsWithTheMutexReleased)
+{
+    nxConditionMutex& condition = MakeShared<nxConditionMutex>();
+    ASSERT_TRUE(condition.InitialiseAsShared(true).IsOK());
+    std::atomic<bool> held = false;
+    nxErrorEnum waited;
+    std::thread waiter(
+        [&]
+        {
+            (void)condition.Lock();
+            held = true;
+            waited = condition.Wait();
+        });
+    while (!held)
+        std::this_thread::yield();
+    // Somebody wakes the waiter and dies with the mutex, so that the wait can't end well.
+    EXPECT_TRUE(Elsewhere([&] { return condition.Lock().IsOK() && condition.Signal().IsOK(); }));
+    waiter.join();
+    EXPECT_EQ(waited, NX_ERR_UNSPECIFIED);
+    EXPECT_EQ(condition.TryLock(), NX_ERR_UNSPECIFIED); // given up by the waiter; if held, it would be LOCKED
+}
+
+TEST(nxWaitTime, RelativeTimesAreSplitAndCut)
+{
+    using nxWaitTime::FromMicroseconds, nxWaitTime::FromSeconds;
+    constexpr int smallest = INT_MIN;
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr unsigned long long second = 1000000;
+    struct
+    {
+        std::timespec relative;
+        long seconds, nanoseconds;
+    } const rows[] = {
+        {FromSeconds(0.0), 0, 0},
+        {FromSeconds(1.5), 1, 500000000},
+        {FromSeconds(2.3), 2, 299999999}, // the double lies below 2.3, and nothing is rounded
+        {FromSeconds(-0.5), -1, 500000000},
+        {FromSeconds(-1e-20), -1, 1000000000}, // the difference itself rounds to 1
+        {FromSeconds(2147483648.0), smallest, 0},
+        {FromSeconds(4294967296.0), 0, 0},
+        {FromSeconds(4294967297.25), 1, 250000000},
+        {FromSeconds(1e300), smallest, 0},
+        {FromSeconds(-1e300), smallest, 0},
+        {FromSeconds(infinity), smallest, smallest},
+        {FromSeconds(noNumber), smallest, smallest},
+        {FromMicroseconds(999999), 0, 999999000},
+        {FromMicroseconds(1500000), 1, 500000000},
+        {FromMicroseconds((1ULL << 31) * second), smallest, 0},
+        {FromMicroseconds((1ULL << 32) * second + 7), 0, 7000}, // whole seconds beyond 32 bits are lost
+        {FromMicroseconds(~0ULL), -140462611, 551615000},
+    };
+    for (auto const& row : rows)
+    {
+        SCOPED_TRACE(&row - rows);
+        EXPECT_EQ(row.relative.tv_sec, row.seconds);
+        EXPECT_EQ(row.relative.tv_nsec, row.nanoseconds);
+    }
+}
+
+TEST(nxWaitTime, DeadlinesAreWholeMillisecondsOfTheWallClockAndExactlyOneSecondDoesNotCarryOver)
+{
+    using namespace std::chrono;
+    auto const now = [] { return floor<milliseconds>(system_clock::now().time_since_epoch()).count(); };
+    // A thousand waits of every length in milliseconds: whatever the clock says, one of them meets the second.
+    bool isMet = false;
+    for (long wait = 0; wait < 100000 && !isMet; ++wait)
+    {
+        long const before = now();
+        std::timespec const deadline = nxWaitTime::Deadline({wait % 5 - 2, wait % 1000 * 1000000});
+        long const after = now();
+        long const from =
+            deadline.tv_sec * 1000 + deadline.tv_nsec / 1000000 - (wait % 5 - 2) * 1000 - wait % 1000;
+        EXPECT_TRUE(before <= from && from <= after) << wait;
+        EXPECT_TRUE(deadline.tv_nsec % 1000000 == 0 && deadline.tv_nsec <= 1000000000) << wait;
+        isMet = deadline.tv_nsec == 1000000000;
+    }
+    EXPECT_TRUE(isMet);
+}
