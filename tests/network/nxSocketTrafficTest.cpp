@@ -1,4 +1,5 @@
-// Bytes and datagrams between sockets of this host: that all arrive, what peers do to each other, and signals.
+// Bytes and datagrams between sockets of this host: that all arrive, what peers do to each other, signals, and that each
+// transfer is one call of the system.
 #include "tests/network/nxSocketTesting.h"
 
 #include <cerrno>
@@ -8,7 +9,11 @@
 
 #include <sched.h>
 #include <sys/ioctl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
 #include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -27,8 +32,9 @@ std::string Bytes(std::size_t size)
 std::string ReceiveAll(nxSocket& socket, std::size_t size)
 {
     std::string arrived;
-    while (arrived.size() < size && socket.Receive(buffer, sizeof buffer, received).IsOK())
-        arrived += Received();
+    do
+        arrived += Receive(socket);
+    while (arrived.size() < size && received > 0);
     return arrived;
 }
 
@@ -88,6 +94,7 @@ TEST_F(nxSocketTest, SignalsShortenNoWaitAndEndNoConnecting)
         {
             std::this_thread::sleep_for(30ms);
             EXPECT_TRUE(connection.listener.Accept(accepted).IsOK());
+            std::this_thread::sleep_for(30ms);
             EXPECT_TRUE(connection.client.Send("x").IsOK());
         });
     EXPECT_TRUE(connect(clients[6]).IsOK());
@@ -132,14 +139,11 @@ TEST_F(nxSocketTest, GatherJoinsMoreBuffersThanTheSystemTakes)
     EXPECT_EQ(ReceiveAll(connection.server, many - 1), text.substr(1));
 
     nxSocket datagrams;
-    ASSERT_TRUE(datagrams.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    ASSERT_TRUE(datagrams.Bind(here, 0).IsOK());
-    ASSERT_TRUE(datagrams.Connect(here, PortOf(datagrams)).IsOK());
+    ASSERT_TRUE(datagrams.Connect(here, static_cast<int>(OpenForDatagrams(datagrams))).IsOK());
     EXPECT_TRUE(datagrams.GatherSend(pieces.data(), many, count) == NX_ERR_SOCKET_SEND_FAILED);
     EXPECT_EQ(count, 0u);
     ASSERT_TRUE(datagrams.GatherSend(pieces.data(), 1024, count).IsOK());
-    ASSERT_TRUE(datagrams.Receive(buffer, sizeof buffer, received).IsOK());
-    EXPECT_EQ(received, 1023); // one datagram
+    EXPECT_EQ(Receive(datagrams), text.substr(1, 1023)); // one datagram
 }
 
 TEST_F(nxSocketTest, APeerThatResetsOrHalfClosesRaisesNoSignal)
@@ -151,8 +155,7 @@ TEST_F(nxSocketTest, APeerThatResetsOrHalfClosesRaisesNoSignal)
     ASSERT_TRUE(connection.client.Close().IsOK());
     ASSERT_TRUE(server.Select(1000000, count).IsOK());
     EXPECT_EQ(count, 1u); // readable: there is an error to be had
-    EXPECT_TRUE(server.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
-    EXPECT_EQ(received, -1);
+    EXPECT_EQ(Receive(server), "(-1)");
     EXPECT_FALSE(server.IsConnected());
     EXPECT_EQ(Messages().back(),
               "Error on socket call. Function: recv. Error: " + std::to_string(ECONNRESET) +
@@ -169,11 +172,9 @@ TEST_F(nxSocketTest, APeerThatResetsOrHalfClosesRaisesNoSignal)
 
     Connection half; // a peer that closes one way still listens
     ASSERT_EQ(shutdown(DescriptorOf(half.client), SHUT_WR), 0);
-    EXPECT_TRUE(half.server.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
-    EXPECT_EQ(received, 0);
+    EXPECT_EQ(Receive(half.server), "(0)");
     EXPECT_TRUE(half.server.Send("still there").IsOK());
-    EXPECT_TRUE(half.client.Receive(buffer, sizeof buffer, received).IsOK());
-    EXPECT_EQ(Received(), "still there");
+    EXPECT_EQ(Receive(half.client), "still there");
 }
 
 // Datagrams.
@@ -189,14 +190,12 @@ TEST_F(nxSocketTest, SendToAnswersReceiveFrom)
         EXPECT_TRUE(client.SendTo("x") == NX_ERR_SOCKET_SEND_FAILED); // nobody's address yet
         ASSERT_TRUE(client.SendToDestination("ask", 3, here, port).IsOK());
         ASSERT_TRUE(server.ReceiveFrom(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(Received(), "ask");
+        EXPECT_EQ(std::string(buffer, 3), "ask");
         // What goes elsewhere meanwhile leaves the sender's address where it is.
         ASSERT_TRUE(server.SendToDestination("aside", 5, here, port).IsOK());
         ASSERT_TRUE(server.SendTo("answer").IsOK());
-        ASSERT_TRUE(client.Receive(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(Received(), "answer");
-        ASSERT_TRUE(server.Receive(buffer, sizeof buffer, received).IsOK());
-        EXPECT_EQ(Received(), "aside");
+        EXPECT_EQ(Receive(client), "answer");
+        EXPECT_EQ(Receive(server), "aside");
     }
 }
 
@@ -209,12 +208,14 @@ TEST_F(nxSocketTest, SendToAfterBindReachesItself)
     ASSERT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
     ASSERT_TRUE(socket.Bind(here, port).IsOK());
     ASSERT_TRUE(socket.SendTo("me").IsOK());
-    ASSERT_TRUE(socket.Receive(buffer, sizeof buffer, received).IsOK());
-    EXPECT_EQ(received, 2);
+    EXPECT_EQ(Receive(socket), "me");
     nxSocket lost; // a text that is no address binds the broadcast address
     ASSERT_TRUE(lost.Create(NX_SOCKET_TYPE_UDP).IsOK());
     EXPECT_TRUE(lost.Bind("rubbish", 0).IsOK());
-    EXPECT_EQ(AddressOf(lost).sin_addr.s_addr, INADDR_BROADCAST);
+    sockaddr_in address = {};
+    socklen_t length = sizeof address;
+    (void)getsockname(DescriptorOf(lost), reinterpret_cast<sockaddr*>(&address), &length);
+    EXPECT_EQ(address.sin_addr.s_addr, INADDR_BROADCAST);
 }
 
 TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
@@ -233,12 +234,12 @@ TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
     EXPECT_EQ(received, 3);
     EXPECT_EQ(destination, "127.0.0.2");
     ASSERT_TRUE(socket.SendTo("to the sender").IsOK()); // its address came along
-    ASSERT_TRUE(socket.Receive(buffer, sizeof buffer, received).IsOK());
+    EXPECT_EQ(Receive(socket), "to the sender");
 
     // An empty datagram is taken for a peer's end; only one of the three receives does so without a line.
     for (int round = 0; round < 3; ++round)
         ASSERT_TRUE(socket.SendToDestination("", 0, "127.0.0.3", port).IsOK());
-    EXPECT_TRUE(socket.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
+    EXPECT_EQ(Receive(socket), "(0)");
     EXPECT_TRUE(socket.ReceiveFrom(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
     EXPECT_EQ(CountOfLines("Bytes received on socket: 0"), 2);
     EXPECT_TRUE(receive(sizeof buffer) == NX_ERR_SOCKET_RECEIVE_FAILED);
@@ -251,31 +252,24 @@ TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
 constexpr char const* groupA = "239.1.1.1";
 constexpr char const* groupB = "239.1.1.2";
 
-void OpenReceiver(nxSocket& socket, int port)
-{
-    ASSERT_TRUE(socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    ASSERT_TRUE(socket.Bind(port).IsOK());
-    ASSERT_TRUE(socket.SetReceiveMsgWithDestinationAddressSockOpts(true).IsOK());
-}
-
 /// Receives one datagram of the group, and then there is no other.
-void ExpectOnly(nxSocket& socket, std::string const& text, std::string const& group)
+void ExpectOnly(nxSocket& socket, std::string const& group)
 {
     ASSERT_TRUE(socket.SelectWithoutTimeout().IsOK());
     ASSERT_TRUE(socket.ReceiveMsgWithDestinationAddress(buffer, sizeof buffer, received, destination).IsOK());
-    EXPECT_EQ(Received(), text);
+    EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(received)), group);
     EXPECT_EQ(destination, group);
-    EXPECT_TRUE(socket.Receive(buffer, sizeof buffer, received) == NX_ERR_SOCKET_RECEIVE_FAILED);
-    EXPECT_EQ(received, -1);
+    EXPECT_EQ(Receive(socket), "(-1)");
 }
 
 void TellGroupsApart()
 {
     nxSocket both;
     nxSocket onlyA;
-    OpenReceiver(both, 0);
-    int const port = PortOf(both);
-    OpenReceiver(onlyA, port);
+    unsigned int const port = OpenForDatagrams(both);
+    ASSERT_TRUE(onlyA.Create(NX_SOCKET_TYPE_UDP).IsOK() && onlyA.Bind(static_cast<int>(port)).IsOK());
+    for (nxSocket* receiver : {&both, &onlyA})
+        ASSERT_TRUE(receiver->SetReceiveMsgWithDestinationAddressSockOpts(true).IsOK());
     EXPECT_TRUE(both.MulticastJoin(groupA) == NX_ERR_SOCKET_CONNECT_FAILED); // there is no route
     EXPECT_TRUE(IsNonBlocking(both));
     ASSERT_EQ(std::system("ip route add 224.0.0.0/4 dev lo"), 0);
@@ -286,23 +280,20 @@ void TellGroupsApart()
 
     nxSocket sender;
     ASSERT_TRUE(sender.Create(NX_SOCKET_TYPE_UDP).IsOK());
-    auto const send = [&](std::string const& text, char const* group)
-    {
-        auto const target = static_cast<unsigned int>(port);
-        ASSERT_TRUE(sender.SendToDestination(text.data(), text.size(), group, target).IsOK());
-    };
-    send("for B", groupB);
-    ExpectOnly(both, "for B", groupB);
-    send("for A", groupA);
-    ExpectOnly(both, "for A", groupA);
-    ExpectOnly(onlyA, "for A", groupA); // what another socket joined does not arrive here
+    auto const send = [&](std::string const& group)
+    { EXPECT_TRUE(sender.SendToDestination(group.data(), group.size(), group, port).IsOK()); };
+    send(groupB);
+    ExpectOnly(both, groupB);
+    send(groupA);
+    ExpectOnly(both, groupA);
+    ExpectOnly(onlyA, groupA); // what another socket joined does not arrive here
 
     ASSERT_TRUE(both.MulticastLeave(groupB).IsOK());
     EXPECT_TRUE(both.MulticastLeave(groupB) == NX_ERR_SOCKET_CONNECT_FAILED);
     EXPECT_TRUE(IsNonBlocking(both)); // leaving does not undo it
-    send("for B", groupB);
-    send("for A", groupA);
-    ExpectOnly(both, "for A", groupA);
+    send(groupB);
+    send(groupA);
+    ExpectOnly(both, groupA);
 }
 
 TEST_F(nxSocketTest, MulticastGroupsAreToldApart)
@@ -322,5 +313,50 @@ TEST_F(nxSocketTest, MulticastGroupsAreToldApart)
     EXPECT_EQ(CountOfLines("setsockopt - multicast join. Error: " + std::to_string(EADDRINUSE)), 1);
     EXPECT_EQ(CountOfLines("setsockopt - multicast leave"), 1);
     EXPECT_EQ(CountOfLines("Function: recv. Error: " + std::to_string(EAGAIN)), 4);
+}
+
+// Costs.
+
+TEST_F(nxSocketTest, EachTransferIsOneCall)
+{
+    pid_t const child = fork();
+    if (child == 0)
+    {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            _exit(77);
+        Connection connection;
+        _WSABUF pieces[] = {{2, buffer}, {1, buffer}};
+        std::string const text = "abc";
+        raise(SIGSTOP);
+        syscall(SYS_getppid); // which nothing else calls
+        bool isGood = connection.client.Send(text).IsOK();
+        isGood &= connection.server.Receive(buffer, sizeof buffer, received).IsOK();
+        isGood &= connection.client.GatherSend(pieces, 2, count).IsOK();
+        isGood &= connection.server.ReceiveFrom(buffer, sizeof buffer, received).IsOK();
+        isGood &= connection.client.SendTo(text).IsOK();
+        isGood &= connection.server.ReceiveMsgWithDestinationAddress(buffer, 9, received, destination).IsOK();
+        isGood &= connection.client.SendToDestination("a", 1, here, 9).IsOK();
+        syscall(SYS_getppid);
+        _exit(isGood ? 0 : 1);
+    }
+    std::vector<unsigned long long> calls;
+    int status = 0;
+    while (waitpid(child, &status, 0) == child && WIFSTOPPED(status))
+    {
+        __ptrace_syscall_info info = {};
+        if (ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info) > 0 &&
+            info.op == PTRACE_SYSCALL_INFO_ENTRY)
+            calls.push_back(info.entry.nr);
+        ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD);
+        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+    }
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 77)
+        GTEST_SKIP() << "nobody may trace here";
+    ASSERT_EQ(status, 0);
+    auto const from = std::find(calls.begin(), calls.end(), SYS_getppid);
+    calls.erase(std::find(from + 1, calls.end(), SYS_getppid), calls.end());
+    calls.erase(calls.begin(), from + 1);
+    EXPECT_EQ(calls, (std::vector<unsigned long long>{SYS_sendto, SYS_recvfrom, SYS_sendmsg, SYS_recvfrom,
+                                                      SYS_sendto, SYS_recvmsg, SYS_sendto}));
 }
 } // namespace
