@@ -47,8 +47,8 @@ void CheckCommandLine(Arguments const& arguments, Words const& words)
         else
             value.clear();
     }
-    Map args;
-    Words rest;
+    Map args{{"old", "value"}};
+    Words rest{"old"};
     arguments.GetArgs(args);
     arguments.GetUnprocessedArgs(rest);
     FUZZ_CHECK(args == expected && rest == expectedRest);
@@ -81,7 +81,7 @@ void CheckEnvironment(Arguments const& arguments, Words const& entries)
     for (std::string const& entry : entries)
         if (std::size_t const sign = entry.find('='); sign != std::string::npos)
             expected[entry.substr(0, sign)] = entry.substr(sign + 1);
-    Map variables;
+    Map variables{{"old", "value"}};
     arguments.GetEnvs(variables);
     FUZZ_CHECK(variables == expected);
     for (auto const& [name, value] : expected)

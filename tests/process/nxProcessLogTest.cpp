@@ -91,14 +91,11 @@ TEST_F(nxProcessLog, ToldOfThePriceFilter)
 
 TEST_F(nxProcessLog, DumpsWhatWasRead)
 {
-    class Arguments : public nxCmdLineArgs
+    struct Arguments : public nxCmdLineArgs
     {
-    public:
-        Arguments() = default;
-    };
+    } arguments;
     char const* const argv[] = {"prog", "loose", "-b", "2", "-a", nullptr};
     char const* const envp[] = {"Y=2", "X=", nullptr};
-    Arguments arguments;
     arguments.Initialise(const_cast<char**>(argv), const_cast<char**>(envp));
     arguments.Dump(nxLogLevelEnum(NX_WRN));
     EXPECT_EQ(Take(), (Lines{"WRN Command Line Args:", "WRN a ", "WRN b 2",
