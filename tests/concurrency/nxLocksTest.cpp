@@ -20,8 +20,15 @@ void ExpectExclusionOfAChild(Lock& lock)
 {
     ASSERT_TRUE(lock.Lock().IsOK());
     EXPECT_EQ(RunInChild([&] { return lock.TryLock() == NX_ERR_THR_LOCKED; }), 1);
+    auto const wait = [&]
+    {
+        (void)alarm(20); // if nobody wakes it
+        return lock.Lock().IsOK() && lock.Unlock().IsOK();
+    };
+    pid_t const child = StartChild(wait);
+    usleep(20000); // it waits by now
     ASSERT_TRUE(lock.Unlock().IsOK());
-    EXPECT_EQ(RunInChild([&] { return lock.Lock().IsOK() && lock.Unlock().IsOK(); }), 1);
+    EXPECT_EQ(WaitForChild(child), 1);
 }
 } // namespace
 
