@@ -134,7 +134,7 @@ struct Writer
     }
 
     Directory const directory;
-    Shared<History> const history;
+    History* const history = &MakeShared<History>();
     unsigned int const trouble;
     Host host;
 };
