@@ -5,29 +5,22 @@
 
 #include <limits>
 
-/// @file
-/// Enumerations as a host would write them, and any number of a class of the library, for tests.
-
 /// Accepts every number but the largest, and shows what the base keeps for its classes.
-class nxAnyEnum : public nxEnum
+struct nxAnyEnum : nxEnum
 {
-public:
     nxAnyEnum() = default;
     explicit nxAnyEnum(unsigned int value)
     {
         _value = value;
     }
+    using nxEnum::operator=;
+    using nxEnum::_Register;
+    using nxEnum::_Set;
 
     std::string GetClassNameA() override
     {
         return "nxAnyEnum";
     }
-
-    using nxEnum::operator=;
-    using nxEnum::_Register;
-    using nxEnum::_Set;
-
-protected:
     unsigned int _MinValue() const override
     {
         return 0;
@@ -38,19 +31,13 @@ protected:
     }
 };
 
-/// A class of the library with its bounds opened.
+/// A class of the library with its upper bound opened.
 template <typename Enumeration>
-class nxWiderEnum : public Enumeration
+struct nxWiderEnum : Enumeration
 {
-public:
     using Enumeration::Enumeration;
     using Enumeration::operator=;
 
-protected:
-    unsigned int _MinValue() const override
-    {
-        return 0;
-    }
     unsigned int _MaxValue() const override
     {
         return 100000;
@@ -59,9 +46,8 @@ protected:
 
 /// A class of the library with its bounds to be read.
 template <typename Enumeration>
-class nxOpenEnum : public Enumeration
+struct nxOpenEnum : Enumeration
 {
-public:
     using Enumeration::_MaxValue;
     using Enumeration::_MinValue;
 };
@@ -70,15 +56,4 @@ template <typename Enumeration>
 Enumeration Make(unsigned int number)
 {
     return Enumeration(static_cast<nxEnumValue>(number));
-}
-
-/// Asks a class about all numbers inside its bounds, with and without a row, and the common rows 0 and 2.
-template <typename Enumeration, typename Ask>
-void ForEachNumber(Ask ask)
-{
-    nxOpenEnum<Enumeration> const bounds;
-    ask(NX_UNDEFINED);
-    ask(NX_NO_CHANGE);
-    for (unsigned int number = bounds._MinValue() + 1; number < bounds._MaxValue(); ++number)
-        ask(number);
 }

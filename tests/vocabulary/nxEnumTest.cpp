@@ -66,9 +66,9 @@ TEST(nxEnumAssignment, GoesByTheBounds)
 
     // Classes without an assignment of their own check even a copy of their own kind.
     nxWiderEnum<nxTradingCapacityEnum> widerCapacity;
-    static_cast<nxEnum&>(widerCapacity) = 500u;
+    static_cast<nxEnum&>(widerCapacity) = 50000u;
     nxTradingCapacityEnum capacity(widerCapacity);
-    EXPECT_EQ(capacity.GetValue(), 500u);
+    EXPECT_EQ(capacity.GetValue(), 50000u);
     capacity = static_cast<nxTradingCapacityEnum const&>(widerCapacity);
     EXPECT_TRUE(capacity.IsUndefined());
 }
