@@ -1,4 +1,5 @@
-// The ladders of the catalogue against exact integers: steps along them, rounding to them, and fixed ticks of any size.
+// The ladders of the catalogue against exact integers: steps along them, rounding to them, and fixed ticks of
+// any size.
 
 #include "fuzz/FuzzInput.h"
 

@@ -52,7 +52,8 @@ struct ExactLadder
             ranges.push_back({Exact(top), Exact(tick), tick.GetDecimalPlaces()});
     }
 
-    /// Only if each top is a price of its range, and one tick more is one of the next, do steps down undo those up.
+    /// Only if each top is a price of its range, and one tick more is one of the next, do steps down undo
+    /// those up.
     bool IsEven() const
     {
         for (std::size_t i = 0; i + 1 < ranges.size(); ++i)

@@ -1,4 +1,5 @@
-// F18: every ladder tick by tick, and decimals, against exact whole numbers. nxcore_price_figures ladders|decimals [full]
+// F18: every ladder tick by tick, and decimals, against exact whole numbers. nxcore_price_figures
+// ladders|decimals [full]
 
 #include "core/prices/nxDecimalPriceConverter.h"
 #include "tests/concurrency/RunTogether.h"

@@ -1,4 +1,5 @@
-// Prices as texts: every tick of every format there and back, the texts that do not come back, and what is refused.
+// Prices as texts: every tick of every format there and back, the texts that do not come back, and what is
+// refused.
 #include "core/prices/nxPriceConverter.h"
 
 #include "core/prices/nxDecimalPriceConverter.h"

@@ -1,5 +1,5 @@
-// Fixed ticks, ladders and neither: how prices move by them, what a ladder answers, and what is no ladder. Also the
-// catalogue: its names, its digits and how it is logged. PriceFigures.cpp walks its ladders.
+// Fixed ticks, ladders and neither: how prices move by them, what a ladder answers, and what is no ladder.
+// Also the catalogue: its names, its digits and how it is logged. PriceFigures.cpp walks its ladders.
 #include "core/numbers/nxArithmetic.h"
 #include "core/prices/nxVariableTickTableCatalogue.h"
 #include "tests/concurrency/RunTogether.h"
@@ -120,7 +120,8 @@ TEST(nxVariableTickTable, IncrementsDifferBetweenATopAndOneTickAboveIt)
     EXPECT_EQ(Step(nxPriceManipulator(&empty), "2.50", -1), "1.50");
 
     EXPECT_TRUE(euz1._CheckConstraints() && Ladder("9223372036854775807:5")._CheckConstraints());
-    // No ladder is nothing; no topmost range; equal, falling, zero and null tops; increments of zero, below it and null.
+    // No ladder is nothing; no topmost range; equal, falling, zero and null tops; increments of zero, below
+    // it and null.
     for (char const* const ranges : {"", "9.999:0.001", "2:0.1 2:0.2 1", "2:0.1 1.9:0.2 1", "0.0000:0.1 1",
                                      "x:0.1 1", "2:0.00 1", "2:-0.1 1", "2:x 1"})
         EXPECT_FALSE(Ladder(ranges)._CheckConstraints()) << ranges;

@@ -1,6 +1,7 @@
-// What date-times make of the zone that this process is started in, for zones.py to hold against a calendar of its own.
-// Reads pairs of numbers of 64 bits, a first moment and a count of quarters of an hour. Writes two numbers for each: what
-// the wall clock shows at that moment, and the moment at which it shows that, both in seconds as if it were Greenwich's.
+// What date-times make of the zone that this process is started in, for zones.py to hold against a calendar
+// of its own. Reads pairs of numbers of 64 bits, a first moment and a count of quarters of an hour. Writes
+// two numbers for each: what the wall clock shows at that moment, and the moment at which it shows that, both
+// in seconds as if it were Greenwich's.
 
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"

@@ -1,4 +1,5 @@
-// What threads, forks and a changing environment do to the calendar: nothing. Run under the thread sanitizer too.
+// What threads, forks and a changing environment do to the calendar: nothing. Run under the thread sanitizer
+// too.
 
 #include "core/platform/nxEnvironmentLock.h"
 #include "core/time/nxDateTime.h"
@@ -82,8 +83,8 @@ TEST_F(nxCalendarThreads, AForkedChildHasACalendar)
         ASSERT_EQ(RunInChild([i] { return alarm(10) != 0 || !CalendarAnswers(i); }), 0) << "child " << i;
 }
 
-// A change of the environment may move it, and frees what was there; whoever makes it under the lock disturbs no
-// conversion.
+// A change of the environment may move it, and frees what was there; whoever makes it under the lock disturbs
+// no conversion.
 TEST_F(nxCalendarThreads, AMovingEnvironmentDoesNoHarm)
 {
     char** const original = environ;

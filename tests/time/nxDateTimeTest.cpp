@@ -1,5 +1,6 @@
-// The rules of dates, times of day and date-times: their marks, roll-over, the hours that clocks skip and repeat, texts, and
-// what a failure leaves behind. More of calendars is held by zones.py and the fuzz target of moments.
+// The rules of dates, times of day and date-times: their marks, roll-over, the hours that clocks skip and
+// repeat, texts, and what a failure leaves behind. More of calendars is held by zones.py and the fuzz target
+// of moments.
 
 #include "core/time/nxDateTime.h"
 #include "core/text/nxStringHelper.h"
@@ -125,7 +126,8 @@ TEST(nxTime, HasThreeStates)
     EXPECT_FALSE(noon >= FromHHMMSS(120001) || noon > FromHHMMSS(120000) || noon < FromHHMMSS(120000));
 }
 
-// A setter leaves the status, so a null keeps a number that nobody reads back but GetAsHHMMSS() and comparisons.
+// A setter leaves the status, so a null keeps a number that nobody reads back but GetAsHHMMSS() and
+// comparisons.
 TEST(nxTime, FieldsHaveEndsAndANullHidesThem)
 {
     nxTime time = FromHHMMSS(123456);
@@ -216,7 +218,8 @@ TEST_F(nxDateTimeInUTC, ReadersAndFraction)
     }
 }
 
-// Zones whose offset changes without the daylight flag, or with another meaning of it; more are held by zones.py.
+// Zones whose offset changes without the daylight flag, or with another meaning of it; more are held by
+// zones.py.
 TEST(nxDateTimeInOddZones, SkippedAndRepeatedTimes)
 {
     using Row = std::tuple<char const*, char const*, long long, char const*>;

@@ -74,7 +74,8 @@ TEST(nxTimeStampText, FollowsTheZone)
         nxTestZone const reread(zone); // replaces the offset that was remembered
         EXPECT_EQ(Fast(nxTimeStamp(1700000000, 0)), text);
     }
-    // The offset is remembered by the hour, and these change theirs inside one: Newfoundland did at one past midnight.
+    // The offset is remembered by the hour, and these change theirs inside one: Newfoundland did at one past
+    // midnight.
     nxTestZone const zone("America/St_Johns");
     constexpr long long change = 1162089060; // 29 October 2006, 00:01 becomes 23:01
     for (auto const& [seconds, text] : {std::pair(-1, "29Oct06 00:00:59.000.000"),

@@ -1,5 +1,5 @@
-// What every enumeration does with numbers and tokens: its own, foreign and unknown ones. Also the exception that
-// carries one.
+// What every enumeration does with numbers and tokens: its own, foreign and unknown ones. Also the exception
+// that carries one.
 
 #include "core/vocabulary/nxException.h"
 #include "core/vocabulary/nxVocabulary.h"
@@ -37,8 +37,8 @@ nxEnumValue Number(unsigned int value)
 }
 } // namespace
 
-// A host may derive a class with wider bounds. The constructor goes by the constants of the library's class, an
-// assignment by the bounds of the instance, and a copy by neither.
+// A host may derive a class with wider bounds. The constructor goes by the constants of the library's class,
+// an assignment by the bounds of the instance, and a copy by neither.
 TEST(nxEnumAssignment, GoesByTheBounds)
 {
     nxAnyEnum value;

@@ -1,4 +1,5 @@
-// Every number, token and text is what stored data and other programs know it by; the catalogue knows whose a number is.
+// Every number, token and text is what stored data and other programs know it by; the catalogue knows whose a
+// number is.
 
 #include "core/vocabulary/nxVocabulary.h"
 #include "core/vocabulary/nxVocabularyCatalogue.h"

@@ -16,7 +16,8 @@
 
 namespace
 {
-/// What stands behind a number: nothing for true, "=" and the answer for others, "-" for false and for an empty word.
+/// What stands behind a number: nothing for true, "=" and the answer for others, "-" for false and for an
+/// empty word.
 template <typename Answer>
 std::string WordFor(Answer const& answer)
 {
@@ -32,7 +33,8 @@ std::string WordFor(Answer const& answer)
     }
 }
 
-/// What an operation tells of the numbers, as "0 2 402-404" for a predicate and as "402=P 403-404=O" for words.
+/// What an operation tells of the numbers, as "0 2 402-404" for a predicate and as "402=P 403-404=O" for
+/// words.
 template <typename Enumeration, typename Operation>
 std::string Tell(Operation operation, char separator = ' ')
 {
