@@ -1,0 +1,26 @@
+#!/bin/sh
+# listened.sh LAST ARGUMENT...: runs the lines of standard input, each with $port, the port of an `nxcore listen 0
+# ARGUMENT...` beside them. It is interrupted, as a user does, when it has written LAST; then all that it has written is
+# given, and its status.
+last=$1
+shift
+nxcore listen 0 "$@" >heard 2>said &
+listener=$!
+trap 'kill -KILL $listener 2>/dev/null' EXIT
+
+await() { # FILE TEXT: at most ten seconds
+  tries=1000
+  until [ "$tries" -eq 0 ] || grep -qaF -e "$2" "$1"; do
+    tries=$((tries - 1))
+    sleep 0.01
+  done
+}
+
+await said 'listening on port '
+port=$(sed -n 's/^listening on port \([0-9]*\)$/\1/p' said) sh >&2
+[ -z "$last" ] || await heard "$last"
+kill -INT $listener
+wait $listener
+status=$?
+cat heard
+exit $status
