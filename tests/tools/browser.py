@@ -1,6 +1,7 @@
 """A headless Chromium, driven through chromedriver by its HTTP protocol; needs nothing but Python."""
 
 import base64
+import contextlib
 import json
 import re
 import shutil
@@ -24,44 +25,27 @@ class Browser:
     """Use as a context: the programs end with it, and the profile is gone."""
 
     def __enter__(self):
-        self._profile = tempfile.TemporaryDirectory(prefix="nxcore-browser-")
-        self._driver = subprocess.Popen(["chromedriver", "--port=0"], stdout=subprocess.PIPE,
-                                        stderr=subprocess.DEVNULL, text=True)
-        try:
-            self._root = "http://127.0.0.1:%d" % self._read_port()
-            self._session = "/session/" + self._start()
-        except BaseException:
-            self._stop_driver()
-            raise
+        with contextlib.ExitStack() as stack:
+            profile = stack.enter_context(tempfile.TemporaryDirectory(prefix="nxcore-browser-"))
+            driver = stack.enter_context(subprocess.Popen(
+                ["chromedriver", "--port=0"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True))
+            stack.callback(driver.terminate)
+            ports = (re.search(r"started successfully on port (\d+)", line) for line in driver.stdout)
+            self._session = f"http://127.0.0.1:{next(filter(None, ports))[1]}/session"
+            options = {"binary": shutil.which("chromium"), "args": [*FLAGS, "--user-data-dir=" + profile]}
+            wanted = {"goog:chromeOptions": options, "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"}}
+            self._session += "/" + self._post("", capabilities={"alwaysMatch": wanted})["sessionId"]
+            stack.callback(self._call, "DELETE", "")
+            self._ends = stack.pop_all()
         return self
 
     def __exit__(self, *_):
-        try:
-            self._call("DELETE", self._session)
-        finally:
-            self._stop_driver()
-
-    def _stop_driver(self):
-        self._driver.terminate()
-        self._driver.wait(10)
-        self._driver.stdout.close()
-        self._profile.cleanup()
-
-    def _read_port(self):
-        for line in self._driver.stdout:
-            found = re.search(r"started successfully on port (\d+)", line)
-            if found:
-                return int(found[1])
-        raise RuntimeError("chromedriver did not start")
-
-    def _start(self):
-        options = {"binary": shutil.which("chromium"), "args": FLAGS + ["--user-data-dir=" + self._profile.name]}
-        wanted = {"goog:chromeOptions": options, "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"}}
-        return self._call("POST", "/session", {"capabilities": {"alwaysMatch": wanted}})["sessionId"]
+        self._ends.close()
 
     def _call(self, method, path, body=None):
         data = None if body is None else json.dumps(body).encode()
-        request = urllib.request.Request(self._root + path, data, {"Content-Type": "application/json"}, method=method)
+        kind = {"Content-Type": "application/json"}
+        request = urllib.request.Request(self._session + path, data, kind, method=method)
         opener = urllib.request.build_opener(urllib.request.ProxyHandler({}))  # the driver is on this host
         try:
             with opener.open(request, timeout=60) as answer:
@@ -70,7 +54,7 @@ class Browser:
             raise RuntimeError(json.load(error)["value"]["message"]) from None
 
     def _post(self, path, **body):
-        return self._call("POST", self._session + path, body)
+        return self._call("POST", path, body)
 
     def open(self, address):
         self._post("/url", url=address)
@@ -101,7 +85,7 @@ class Browser:
 
     def screenshot(self, path):
         with open(path, "wb") as file:
-            file.write(base64.b64decode(self._call("GET", self._session + "/screenshot")))
+            file.write(base64.b64decode(self._call("GET", "/screenshot")))
 
     def console(self):
         """The lines of the console since the last call."""

@@ -1,7 +1,7 @@
 #!/bin/sh
-# listened.sh LAST ARGUMENT...: runs the lines of standard input, each with $port, the port of an `nxcore listen 0
-# ARGUMENT...` beside them. It is interrupted, as a user does, when it has written LAST; then all that it has written is
-# given, and its status.
+# listened.sh LAST ARGUMENT...: runs the lines of standard input, each with $port, the port of an
+# `nxcore listen 0 ARGUMENT...` beside them. It is interrupted, as a user does, when it has written LAST; then all that it
+# has written is given, and its status.
 last=$1
 shift
 nxcore listen 0 "$@" >heard 2>said &
