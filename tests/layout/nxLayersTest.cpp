@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
@@ -15,109 +17,94 @@ namespace
 {
 namespace fs = std::filesystem;
 
-fs::path const root = NX_SOURCE_PATH;
-
 // From below.
-std::vector<std::string> const layers = {"platform", "vocabulary", "text",       "concurrency",
-                                         "numbers",  "time",       "process",    "logging",
-                                         "prices",   "network",    "integration"};
+constexpr std::array layers = {"platform", "vocabulary", "text",   "concurrency", "numbers",    "time",
+                               "process",  "logging",    "prices", "network",     "integration"};
 
-std::size_t LayerOf(std::string const& folder)
+std::string FolderOf(std::string const& name)
 {
-    return static_cast<std::size_t>(std::ranges::find(layers, folder) - layers.begin());
+    return std::regex_replace(name, std::regex("core/(\\w+)/.*"), "$1");
 }
 
-struct Source
+std::size_t LayerOf(std::string const& name)
 {
-    std::string name; // from the root, such as core/text/nxDigits.h
-    std::vector<std::string> ownIncludes;
-    std::vector<std::string> systemIncludes;
-    std::string text;
-};
+    return static_cast<std::size_t>(std::ranges::find(layers, FolderOf(name)) - layers.begin());
+}
 
-std::vector<Source> ReadSources()
+bool IsHeader(std::string const& name)
 {
-    static std::regex const include("^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"]");
-    std::vector<Source> sources;
-    for (auto const& entry : fs::recursive_directory_iterator(root / "core"))
+    return name.ends_with(".h");
+}
+
+/// Texts by their names from the root.
+using Sources = std::map<std::string, std::string>;
+
+Sources ReadSources()
+{
+    Sources sources;
+    for (auto const& entry : fs::recursive_directory_iterator(NX_SOURCE_PATH "/core"))
     {
-        if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp")
-            continue;
-        Source source{fs::relative(entry.path(), root).string(), {}, {}, {}};
+        fs::path const name = fs::relative(entry.path(), NX_SOURCE_PATH);
         std::ifstream file(entry.path());
-        for (std::string line; std::getline(file, line); source.text += line + '\n')
-        {
-            std::smatch match;
-            if (std::regex_search(line, match, include))
-                (match[1] == "\"" ? source.ownIncludes : source.systemIncludes).push_back(match[2]);
-        }
-        sources.push_back(std::move(source));
+        if (name.extension() == ".h" || name.extension() == ".cpp")
+            sources[name] = {std::istreambuf_iterator<char>(file), {}};
     }
     return sources;
 }
 
-std::string FolderOf(std::string const& name)
+/// What a text includes between these signs.
+std::vector<std::string> IncludesOf(std::string const& text, std::string const& signs)
 {
-    std::size_t const begin = name.find('/') + 1;
-    return name.substr(begin, name.find('/', begin) - begin);
-}
-
-bool IsHeader(Source const& source)
-{
-    return source.name.ends_with(".h");
+    std::regex const include("(?:^|\n)\\s*#\\s*include\\s*[" + signs + "]([^\">]+)[\">]");
+    return {std::sregex_token_iterator(text.begin(), text.end(), include, 1), {}};
 }
 } // namespace
 
 TEST(nxLayers, AreIncludedDownwardOnly)
 {
-    for (Source const& source : ReadSources())
+    for (auto const& [name, text] : ReadSources())
     {
-        EXPECT_TRUE(!IsHeader(source) || source.text.starts_with("#pragma once")) << source.name;
-        if (source.name == "core/core.h")
+        EXPECT_TRUE(!IsHeader(name) || text.starts_with("#pragma once")) << name;
+        if (name == "core/core.h")
             continue;
-        std::size_t const layer = LayerOf(FolderOf(source.name));
-        ASSERT_LT(layer, layers.size()) << source.name << " lies in no layer";
-        for (std::string const& include : source.ownIncludes)
+        ASSERT_LT(LayerOf(name), layers.size()) << name << " lies in no layer";
+        for (std::string const& include : IncludesOf(text, "\""))
         {
-            bool const isLog = include == "core/logging/nxLogSite.h" && !IsHeader(source);
-            EXPECT_TRUE(isLog || LayerOf(FolderOf(include)) <= layer)
-                << source.name << " includes " << include;
+            bool const isLog = include == "core/logging/nxLogSite.h" && !IsHeader(name);
+            EXPECT_TRUE(isLog || LayerOf(include) <= LayerOf(name)) << name << " includes " << include;
         }
     }
 }
 
 TEST(nxLayers, TheSystemIsReachedThroughThePlatformOnly)
 {
-    static std::regex const platformMacro("#\\s*if[^\\n]*(__linux__|_WIN32|__unix__|_MSC_VER|__APPLE__)");
-    for (Source const& source : ReadSources())
+    std::regex const platformMacro("#\\s*if[^\\n]*(__linux__|_WIN32|__unix__|_MSC_VER|__APPLE__)");
+    for (auto const& [name, text] : ReadSources())
     {
-        if (FolderOf(source.name) == "platform")
+        if (FolderOf(name) == "platform")
             continue;
-        for (std::string const& include : source.systemIncludes)
-            EXPECT_EQ(include.find(".h"), std::string::npos) << source.name << " includes " << include;
-        EXPECT_FALSE(std::regex_search(source.text, platformMacro)) << source.name;
+        for (std::string const& include : IncludesOf(text, "<"))
+            EXPECT_EQ(include.find(".h"), std::string::npos) << name << " includes " << include;
+        EXPECT_FALSE(std::regex_search(text, platformMacro)) << name;
     }
 }
 
 TEST(nxLayers, TheUmbrellaHasEveryPublicHeader)
 {
+    Sources const sources = ReadSources();
     std::set<std::string> reached;
     std::vector<std::string> left = {"core/core.h"};
-    std::map<std::string, Source> byName;
-    for (Source& source : ReadSources())
-        byName.emplace(source.name, std::move(source));
     while (!left.empty())
     {
-        std::string const name = left.back();
+        auto const source = sources.find(left.back());
         left.pop_back();
-        if (!reached.insert(name).second || !byName.contains(name))
+        if (source == sources.end() || !reached.insert(source->first).second)
             continue;
-        for (std::string const& include : byName.at(name).ownIncludes)
-            left.push_back(include);
+        std::ranges::copy(IncludesOf(source->second, "\""), std::back_inserter(left));
     }
-    for (auto const& [name, source] : byName)
+    for (auto const& [name, text] : sources)
     {
-        bool const isPublic = IsHeader(source) && source.text.find("NX_CORE_API") != std::string::npos;
+        bool const isPublic = IsHeader(name) && text.find("NX_CORE_API") != std::string::npos;
         EXPECT_TRUE(!isPublic || reached.contains(name) || FolderOf(name) == "platform")
             << name << " is not in core/core.h";
     }
