@@ -10,18 +10,19 @@ here=$(cd "$(dirname "$0")" && pwd)
 rm -rf "$folder"
 mkdir -p "$folder"
 
+fail() {
+  echo "$*"
+  exit 1
+}
 by_cmake() {
   cmake -S "$here/consumer/$way" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release "-DCMAKE_CXX_COMPILER=$CXX" "$@" \
-    >"$folder/log" 2>&1 && cmake --build "$folder" -j 2 >>"$folder/log" 2>&1 || {
-    cat "$folder/log"
-    exit 1
-  }
+    >"$folder/log" 2>&1 && cmake --build "$folder" -j 2 >>"$folder/log" 2>&1 || fail "$(cat "$folder/log")"
 }
 
 case $way in
 shared | static)
   by_cmake "-DCMAKE_PREFIX_PATH=$prefix" -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF
-  grep -q "^nxcore_DIR:PATH=$prefix/" "$folder/CMakeCache.txt" || { echo "nxcore was found elsewhere"; exit 1; }
+  grep -q "^nxcore_DIR:PATH=$prefix/" "$folder/CMakeCache.txt" || fail "nxcore was found elsewhere"
   ;;
 subdirectory)
   # The same flags as in the library's own build, so that a compiler cache has the objects already.
@@ -33,25 +34,17 @@ pkg-config)
   # shellcheck disable=SC2086
   "$CXX" "$here/consumer/main.cpp" -o "$folder/consumer" $flags -Wl,-rpath,"$(dirname "$found")"
   ;;
-*)
-  echo "unknown way $way"
-  exit 2
-  ;;
+*) fail "unknown way $way" ;;
 esac
 
-expected='9.999 10.005
+"$folder/consumer" >"$folder/said"
+diff "$folder/said" - <<'END' || fail "The program does not say what it should (< said, > expected)."
+9.999 10.005
 1005067 invalid order price
-1.37.2032'
-said=$("$folder/consumer")
-if [ "$said" != "$expected" ]; then
-  printf 'The program said\n%s\nand not\n%s\n' "$said" "$expected"
-  exit 1
-fi
+1.37.2032
+END
 
 # The program stands on the library of the kind that was asked for.
 needs_library=$(readelf -d "$folder/consumer" | grep -c 'NEEDED.*\[libnxcore\.so\.1\.37\]' || true)
-case $way in
-static) [ "$needs_library" -eq 0 ] || { echo "linked to the shared library"; exit 1; } ;;
-*) [ "$needs_library" -eq 1 ] || { echo "not linked to libnxcore.so.1.37"; exit 1; } ;;
-esac
+[ "$needs_library" -eq "$([ "$way" = static ] && echo 0 || echo 1)" ] || fail "linked to the library of the other kind"
 echo "A program built by $way says what it should."

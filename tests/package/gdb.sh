@@ -6,8 +6,7 @@ set -euo pipefail
 prefix=$1 folder=$2
 here=$(cd "$(dirname "$0")" && pwd)
 
-command -v gdb >/dev/null || { echo "Skipped: gdb is not installed."; exit 77; }
-gdb -nx -batch -ex 'python import gdb.printing' >/dev/null 2>&1 || { echo "Skipped: gdb has no Python."; exit 77; }
+gdb -nx -batch -ex 'python import gdb.printing' >/dev/null 2>&1 || { echo "Skipped: there is no gdb with Python."; exit 77; }
 
 rm -rf "$folder"
 mkdir -p "$folder"
@@ -15,47 +14,21 @@ libraries=$(dirname "$(find "$prefix" -name libnxcore.so)")
 "${CXX:-g++}" -std=c++20 -g -O0 -I"$prefix/include" "$here/gdb.cpp" -L"$libraries" -lnxcore -Wl,-rpath,"$libraries" \
   -o "$folder/program"
 
-gdb -nx -batch -iex "add-auto-load-safe-path $libraries" -ex 'set print pretty on' -ex 'break Stop' -ex run \
-  -ex 'print values' -ex 'generate-core-file '"$folder/core" "$folder/program" >"$folder/shown" 2>&1 || true
-if grep -qi 'ptrace.*not permitted\|could not trace' "$folder/shown"; then
-  echo "Skipped: gdb may not look into processes here."
-  exit 77
-fi
+# What stands in the comments behind the values.
+sed -nE 's|^    nx\w+ (\w+).*; +// (.*)|\1 = \2|p' "$here/gdb.cpp" >"$folder/expected"
 
-expected='side = BUY (11),
-noSide = UNDEFINED (0),
-error = NX_ERR_INVALID_PARAMETER (1000002),
-mask = BLOCK_TRADES NEW_PRODUCTS (0x5),
-noMask = NULL,
-price = 101.50,
-small = -0.05,
-noPrice = NULL,
-cash = 1.50USD,
-ratio = 1:2,
-rate = USD:EUR=0.92,
-volume = 7,
-noVolume = NULL,
-wrapped = 1.5,
-notWrapped = NULL,
-text = "text",
-noText = NO_CHANGE,
-day = 2024-01-31,
-time = 09:30:05,
-moment = 2023-11-14 22:13:20.000000 UTC,
-noMoment = NULL,
-stamp = 2023-11-14 22:13:20.000000005 UTC'
-# check FILE WHAT: the lines between the braces.
-check() {
-  if ! diff <(echo "$expected") <(sed -n 's/^  //p' "$1") >"$folder/difference"; then
-    echo "GDB shows $2 otherwise (< expected, > shown):"
-    cat "$folder/difference"
-    exit 1
+# look NAME ARGUMENT...: the lines between the braces, of a program that runs or of its memory.
+look() {
+  gdb -nx -batch -iex "add-auto-load-safe-path $libraries" -ex 'set print pretty on' "${@:2}" >"$folder/$1" 2>&1 || true
+  if grep -qi 'ptrace.*not permitted\|could not trace' "$folder/$1"; then
+    echo "Skipped: gdb may not look into processes here."
+    exit 77
   fi
+  diff "$folder/expected" <(sed -nE 's/^  (.*[^,]),?$/\1/p' "$folder/$1") ||
+    { echo "GDB shows a $1 otherwise (< expected, > shown)."; exit 1; }
 }
-check "$folder/shown" "a running program"
 
+look process -ex 'break Stop' -ex run -ex 'print values' -ex "generate-core-file $folder/core" "$folder/program"
 # The program is gone; only its memory is there.
-gdb -nx -batch -iex "add-auto-load-safe-path $libraries" -ex 'set print pretty on' -ex 'print values' "$folder/program" \
-  "$folder/core" >"$folder/shown.core" 2>&1
-check "$folder/shown.core" "a core file"
+look memory -ex 'print values' "$folder/program" "$folder/core"
 echo "GDB shows what it should."

@@ -11,48 +11,22 @@ mode=$1 include=$2/include folder=$3
 rm -rf "$folder"
 mkdir -p "$folder"
 cd "$include"
-mapfile -t headers < <(find core -name '*.h' | LC_ALL=C sort)
-[ ${#headers[@]} -gt 200 ] || { echo "Only ${#headers[@]} headers were installed."; exit 1; }
+find core -name '*.h' | LC_ALL=C sort >"$folder/headers"
+[ "$(wc -l <"$folder/headers")" -gt 200 ] || { echo "Too few headers were installed."; exit 1; }
+sed 's/.*/#include "&"/' "$folder/headers" >"$folder/forward.cpp"
+tac "$folder/forward.cpp" >"$folder/back.cpp"
 
-compilers=()
+compilers=0
 for compiler in g++ clang++; do
-  if command -v $compiler >/dev/null; then
-    compilers+=($compiler)
-  else
-    echo "$compiler is not installed; the headers were not given to it."
-  fi
+  command -v $compiler >/dev/null || { echo "The headers were not given to $compiler, which is not installed."; continue; }
+  compilers=$((compilers + 1))
+  check="$compiler -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror -I."
+  case $mode in
+  orders) printf '%s\n' "$folder/forward.cpp" "$folder/back.cpp" ;;
+  alone) [ $compilers -gt 1 ] || grep -vE '^core/vocabulary/.*(Enum|BitMask)\.h$|^core/core\.h$' "$folder/headers" ;;
+  each) cat "$folder/headers" ;;
+  *) exit 2 ;;
+  esac | xargs -P "$(nproc)" -I{} sh -c "$check -include {} -x c++ /dev/null || { echo '$compiler: {}'; exit 1; }"
 done
-[ ${#compilers[@]} -gt 0 ] || exit 77
-
-export CHECK="-std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Werror -I$include"
-each_alone() { # COMPILER HEADER...
-  local compiler=$1
-  shift
-  printf '%s\n' "$@" | xargs -P "$(nproc)" -I{} sh -c "$compiler $CHECK -include {} -x c++ /dev/null || { echo 'not alone: {}'; exit 1; }"
-}
-
-case $mode in
-orders)
-  printf '#include "%s"\n' "${headers[@]}" >"$folder/forward.cpp"
-  tac "$folder/forward.cpp" >"$folder/back.cpp"
-  for compiler in "${compilers[@]}"; do
-    for order in forward back; do
-      $compiler $CHECK "$folder/$order.cpp" || { echo "$compiler, $order"; exit 1; }
-    done
-  done
-  ;;
-alone)
-  mapfile -t headers < <(printf '%s\n' "${headers[@]}" | grep -vE '^core/vocabulary/.*(Enum|BitMask)\.h$|^core/core\.h$')
-  each_alone "${compilers[0]}" "${headers[@]}"
-  ;;
-each)
-  for compiler in "${compilers[@]}"; do
-    each_alone "$compiler" "${headers[@]}"
-  done
-  ;;
-*)
-  echo "unknown mode $mode"
-  exit 2
-  ;;
-esac
-echo "${#headers[@]} headers compile."
+[ $compilers -gt 0 ] || exit 77
+echo "$(wc -l <"$folder/headers") headers compile."
