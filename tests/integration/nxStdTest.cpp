@@ -51,7 +51,12 @@ TEST(nxStdHash, FollowsEquality)
         {half, again, nxDecimal("0"), nxDecimal("0.00"), nxDecimal("-0.1"), nxNullInitalizer()});
     ExpectHashToFollowEquality<nxMoney>(
         {nxMoney(half, NX_USD), nxMoney(again, NX_USD), nxMoney(half, NX_EUR), nxMoney::GetNullMoney()});
-    ExpectHashToFollowEquality<nxRatio>({nxRatio(1, 2), nxRatio(2, 1), nxRatio(2, 4), nxRatio(1, 2)});
+    nxRatio keeping;
+    keeping.SetValue(0, 5); // a null whose numbers don't count
+    nxRatio noChange;
+    noChange.SetNoChange();
+    ExpectHashToFollowEquality<nxRatio>(
+        {nxRatio(1, 2), nxRatio(2, 1), nxRatio(2, 4), nxRatio(1, 2), nxRatio(), keeping, noChange});
     ExpectHashToFollowEquality<nxDate>({nxDate(20240131U), nxDate(20240130U), nxDate(nxNullInitalizer())});
     nxDateTime later(1700000000);
     later.SetMicroseconds(1);
