@@ -11,12 +11,10 @@
 #include <absl/container/flat_hash_map.h>
 #endif
 
-#include <chrono>
 #include <limits>
 #include <map>
 #include <random>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -210,13 +208,3 @@ void ListErrorsByLookUp(benchmark::State& state)
 }
 BENCHMARK(ListErrorsByLookUp)->Unit(benchmark::kMicrosecond);
 } // namespace
-
-int main(int argc, char** argv)
-{
-    // A program of one thread flatters allocators and locks.
-    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

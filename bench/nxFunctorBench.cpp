@@ -257,14 +257,3 @@ void BareSemaphore(benchmark::State& state)
 }
 BENCHMARK(BareSemaphore);
 } // namespace
-
-int main(int argc, char** argv)
-{
-    // Processes with one thread flatter malloc() and the locks, so there is always a second, which sleeps.
-    nxSemaphore never(0);
-    std::thread sleeper([&] { (void)never.Wait(); });
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    (void)never.Post();
-    sleeper.join();
-}

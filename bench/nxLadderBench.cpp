@@ -5,10 +5,8 @@
 #include <benchmark/benchmark.h>
 
 #include <atomic>
-#include <chrono>
 #include <limits>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace
@@ -110,13 +108,3 @@ BENCHMARK_CAPTURE(FindInLibrary, cents, "51000.00")
     ->Name("Library/OtherScale")
     ->ThreadRange(1, 2)
     ->UseRealTime();
-
-int main(int argc, char** argv)
-{
-    // A process with one thread takes its mutexes more cheaply than any host does.
-    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -11,7 +11,6 @@
 #include <decimal/decimal>
 #include <random>
 #include <string>
-#include <thread>
 
 #if __has_include(<fmt/compile.h>)
 #define FMT_HEADER_ONLY
@@ -362,18 +361,3 @@ BENCHMARK(FmtAppendInt);
 #endif
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    // A process of one thread flatters what takes locks and memory; hosts have more.
-    std::jthread const sleeper(
-        [](std::stop_token stop)
-        {
-            while (!stop.stop_requested())
-            {
-                std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            }
-        });
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}

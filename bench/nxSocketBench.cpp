@@ -398,13 +398,3 @@ void UdpToAndFro(benchmark::State& state)
 }
 BENCHMARK(UdpToAndFro)->Iterations(300)->UseRealTime();
 } // namespace
-
-int main(int argc, char** argv)
-{
-    // A process of one thread flatters the system's calls, which look up descriptors more cheaply there.
-    std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

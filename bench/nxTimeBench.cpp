@@ -7,12 +7,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <condition_variable>
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 #if __has_include(<date/date.h>)
@@ -30,37 +27,6 @@ namespace
 
 constexpr unsigned int secondsPerHour = 3600;
 constexpr long long start = 1'793'869'200; // 5 November 2026 09:00:00 UTC
-
-// A program of one thread flatters locks and allocators.
-class SleepingThread
-{
-public:
-    SleepingThread()
-        : _thread(
-              [this]
-              {
-                  std::unique_lock lock(_mutex);
-                  _wake.wait(lock, [this] { return _ends; });
-              })
-    {
-    }
-
-    ~SleepingThread()
-    {
-        {
-            std::lock_guard const lock(_mutex);
-            _ends = true;
-        }
-        _wake.notify_one();
-        _thread.join();
-    }
-
-private:
-    std::mutex _mutex;
-    std::condition_variable _wake;
-    bool _ends = false;
-    std::thread _thread;
-};
 
 // The next moment of one hour.
 long long NextSecond(unsigned int& n)
@@ -254,12 +220,3 @@ void DateTimeTextStrftime(benchmark::State& state)
 BENCHMARK(DateTimeTextStrftime);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    SleepingThread const second;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
