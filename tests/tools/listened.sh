@@ -4,6 +4,8 @@
 # has written is given, and its status.
 last=$1
 shift
+: >heard # those of a listener before would stay until this one has begun
+: >said
 nxcore listen 0 "$@" >heard 2>said &
 listener=$!
 trap 'kill -KILL $listener 2>/dev/null' EXIT
