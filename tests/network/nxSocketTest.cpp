@@ -646,6 +646,7 @@ TEST_F(nxSocketTest, ADatagramsDestinationIsTold)
     auto const receive = [&](int size)
     { return socket.ReceiveMsgWithDestinationAddress(buffer, size, received, destination); };
     ASSERT_TRUE(socket.SendToDestination("abc", 3, here, port).IsOK());
+    destination = "before";
     ASSERT_TRUE(receive(2).IsOK());
     EXPECT_EQ(received, 2);     // cut to the buffer
     EXPECT_EQ(destination, ""); // not asked for
