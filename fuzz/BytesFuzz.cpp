@@ -3,7 +3,6 @@
 #include "fuzz/FuzzInput.h"
 
 #include "core/text/nxAlgorithm.h"
-#include "core/text/nxByteArray.h"
 
 namespace
 {
@@ -22,7 +21,7 @@ void CheckHex(std::string const& text, unsigned short number)
     std::string expected;
     nxAlgorithm::GetAsHex(bytes, hex);
     for (unsigned char const each : bytes)
-        expected += FuzzHex(each);
+        expected += FUZZ_FORMAT("%02X", each);
     FUZZ_EQUAL(hex, expected);
 }
 
@@ -32,21 +31,6 @@ std::vector<std::string> Split(std::string const& text, char separator)
     if (fields.back().empty())
         fields.pop_back();
     return fields;
-}
-
-/// How well a pattern fits: for each field, in the order they are looked at, '1' for the same and '0' for a wildcard.
-/// @return nothing for a pattern that doesn't fit.
-std::string Rank(std::vector<std::string> const& pattern, std::vector<std::string> const& key,
-                 std::string const& wildcard, bool firstFieldFirst)
-{
-    std::string rank;
-    for (std::size_t i = 0; pattern.size() == key.size() && i < key.size(); ++i)
-    {
-        if (pattern[i] != key[i] && pattern[i] != wildcard)
-            return "";
-        rank.insert(firstFieldFirst ? rank.size() : 0, 1, pattern[i] == key[i] ? '1' : '0');
-    }
-    return rank;
 }
 
 void CheckBestMatch(FuzzInput& input)
@@ -59,13 +43,20 @@ void CheckBestMatch(FuzzInput& input)
     while (input.HasStep())
         patterns.insert(input.Text());
 
-    std::vector<std::string> const fields = Split(key, separator);
+    std::vector<std::string> const wanted = Split(key, separator);
     std::string expected = "none";
     std::string bestRank;
     for (std::string const& pattern : patterns)
     {
-        std::string const rank = Rank(Split(pattern, separator), fields, wildcard, firstFieldFirst);
-        if (fields.size() <= 32 && rank > bestRank)
+        std::vector<std::string> const fields = Split(pattern, separator);
+        bool fits = fields.size() == wanted.size() && fields.size() <= 32;
+        std::string rank; // '1' for the same and '0' for a wildcard, in the order they are looked at
+        for (std::size_t i = 0; fits && i < fields.size(); ++i)
+        {
+            fits = fields[i] == wanted[i] || fields[i] == wildcard;
+            rank.insert(firstFieldFirst ? rank.size() : 0, 1, fields[i] == wanted[i] ? '1' : '0');
+        }
+        if (fits && rank > bestRank)
             expected = pattern, bestRank = rank;
     }
     std::string best = "none";

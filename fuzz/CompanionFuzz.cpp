@@ -12,9 +12,6 @@
 #include <iostream>
 #include <sstream>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 namespace
 {
 /// A fresh one for each run: the process's own reads its command line only once.
@@ -52,29 +49,16 @@ std::vector<std::string> TakeLine(FuzzInput& input)
     return line;
 }
 
-void WriteFile(std::string const& content)
-{
-    static int const file = memfd_create("products", MFD_CLOEXEC);
-    FUZZ_EQUAL(ftruncate(file, 0), 0);
-    FUZZ_EQUAL(pwrite(file, content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
-    static int const link = symlink(("/proc/self/fd/" + std::to_string(file)).c_str(), words[0]);
-    FUZZ_EQUAL(link, 0);
-}
-
 void CheckRun(std::vector<std::string>& line)
 {
-    std::vector<char*> argv;
-    for (std::string& word : line)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
-    std::string quiet = "KVT_LOG_TO_CONSOLE=NO";
-    char* envp[] = {quiet.data(), nullptr};
+    std::vector<std::string> environment{"KVT_LOG_TO_CONSOLE=NO"};
     std::ostringstream out;
     std::ostringstream err;
     std::streambuf* const outBefore = std::cout.rdbuf(out.rdbuf());
     std::streambuf* const errBefore = std::cerr.rdbuf(err.rdbuf());
     CommandLine commandLine;
-    int const status = nxTool::RunProgram(commandLine, static_cast<int>(line.size()), argv.data(), envp);
+    int const status = nxTool::RunProgram(commandLine, static_cast<int>(line.size()),
+                                          FuzzPointers(line).data(), FuzzPointers(environment).data());
     std::cout.rdbuf(outBefore);
     std::cerr.rdbuf(errBefore);
     bool const isJson = std::count(line.begin(), line.end(), "-json") != 0;
@@ -94,7 +78,9 @@ void FuzzOne(FuzzInput& input)
     std::vector<std::string> line = TakeLine(input);
     constexpr char const header[] =
         "symbol,exchange,description,type,currency,price_format,tick,tick_table,last,volume\n";
-    WriteFile((input.Truth() ? header : "") + input.Rest());
+    std::string const file = FuzzFile((input.Truth() ? header : "") + input.Rest());
+    static int const link = symlink(file.c_str(), words[0]);
+    FUZZ_EQUAL(link, 0);
     if (std::none_of(line.begin() + 1, line.end(), IsOutOfBounds))
         CheckRun(line);
 }

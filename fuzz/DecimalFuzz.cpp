@@ -7,9 +7,6 @@
 #include "core/text/nxOStream.h"
 #include "core/text/nxSimpleAsciiStringWriter.h"
 
-#include <cmath>
-#include <limits>
-
 namespace
 {
 constexpr long long smallest = std::numeric_limits<long long>::min();
@@ -17,12 +14,7 @@ constexpr long long largest = std::numeric_limits<long long>::max();
 
 long long Wrap(FuzzWide value)
 {
-    return static_cast<long long>(static_cast<unsigned long long>(value));
-}
-
-unsigned long long PowerOfTen(unsigned int places)
-{
-    return places == 0 ? 1 : 10 * PowerOfTen(places - 1); // wraps
+    return static_cast<long long>(value);
 }
 
 long long ToInteger(double value)
@@ -43,53 +35,41 @@ struct Model
 
     double AsDouble() const
     {
-        return static_cast<double>(value) / static_cast<double>(PowerOfTen(places));
+        return static_cast<double>(value) / static_cast<double>(FuzzPowerOfTen(places));
     }
 
     static Model FromDouble(double number, unsigned char places)
     {
         long long const whole = ToInteger(number);
-        double const scaled = (number - static_cast<double>(whole)) * static_cast<double>(PowerOfTen(places));
+        double const scaled =
+            (number - static_cast<double>(whole)) * static_cast<double>(FuzzPowerOfTen(places));
         double const below = std::floor(scaled);
         long long const rounded = ToInteger(scaled - below >= 0.5 ? std::ceil(scaled) : below);
-        return {NX_VALID, Wrap(FuzzWide{whole} * PowerOfTen(places) + rounded), places};
+        return {NX_VALID, Wrap(FuzzWide{whole} * FuzzPowerOfTen(places) + rounded), places};
     }
 
     Model Combine(char operation, Model const& right) const
     {
+        auto const apply = [operation](auto a, auto b) {
+            return operation == '+' ? a + b : operation == '-' ? a - b : operation == '*' ? a * b : a / b;
+        };
+        unsigned char const most = std::max(places, right.places);
         if (!IsValid() || !right.IsValid())
             return *this;
-        FuzzWide const a = value;
-        FuzzWide const b = right.value;
-        double const x = AsDouble();
-        double const y = right.AsDouble();
-        unsigned char const most = std::max(places, right.places);
-        bool const isExact = operation == '*' ? most == 0 : operation != '/' && places == right.places;
-        if (isExact)
-            return {NX_VALID, Wrap(operation == '+' ? a + b : operation == '-' ? a - b : a * b), most};
-        return FromDouble(operation == '+'   ? x + y
-                          : operation == '-' ? x - y
-                          : operation == '*' ? x * y
-                                             : x / y,
-                          most);
+        if (operation == '*' ? most == 0 : operation != '/' && places == right.places)
+            return {NX_VALID, Wrap(apply(FuzzWide{value}, FuzzWide{right.value})), most};
+        return FromDouble(apply(AsDouble(), right.AsDouble()), most);
     }
 
-    /// Below, at or above 0 as the two are less, equal or neither. What is not valid comes first, by its number.
-    int Compare(Model const& right) const
+    /// What is not valid comes first, by its number; what is nearly the same is the same, if the places differ.
+    std::strong_ordering operator<=>(Model const& right) const
     {
-        unsigned int const rank = IsValid() ? ~0u : status;
-        unsigned int const rightRank = right.IsValid() ? ~0u : right.status;
-        if (rank != rightRank || !IsValid())
-            return (rank > rightRank) - (rank < rightRank);
+        if (!IsValid() || !right.IsValid())
+            return (IsValid() ? ~0u : status) <=> (right.IsValid() ? ~0u : right.status);
         if (places == right.places)
-            return (value > right.value) - (value < right.value);
+            return value <=> right.value;
         bool const isNear = std::fabs(AsDouble() - right.AsDouble()) <= 2.220446049250313e-16;
-        return isNear ? 0 : AsDouble() < right.AsDouble() ? -1 : 1;
-    }
-
-    long long IntegerPart() const
-    {
-        return PowerOfTen(places) == 0 ? 0 : Wrap(FuzzWide{value} / PowerOfTen(places));
+        return isNear ? 0 <=> 0 : AsDouble() < right.AsDouble() ? 0 <=> 1 : 1 <=> 0;
     }
 
     void Negate()
@@ -120,14 +100,13 @@ struct Model
     /// Digits with as many zeros in front as there are places; only for powers that don't wrap.
     std::string Text(unsigned int shown, char separator) const
     {
-        if (!IsValid())
-            return "";
         std::string digits = std::to_string(value).substr(value < 0 ? 1 : 0);
         if (digits.size() <= places)
             digits.insert(0, places + 1 - digits.size(), '0');
-        std::string const decimals = digits.substr(digits.size() - places).substr(0, std::min(shown, 12u));
-        return (value < 0 ? "-" : "") + digits.substr(0, digits.size() - places) +
-               (decimals.empty() ? "" : separator + decimals);
+        std::string const whole = (value < 0 ? "-" : "") + digits.substr(0, digits.size() - places);
+        std::string const decimals =
+            digits.substr(digits.size() - places, std::min({shown, 12u, unsigned{places}}));
+        return !IsValid() ? "" : decimals.empty() ? whole : whole + separator + decimals;
     }
 
     bool Parse(std::string const& text, char separator)
@@ -136,13 +115,12 @@ struct Model
         bool const isNegative = digits[0] == '-';
         if (digits[0] == '-' || digits[0] == '+')
             digits.erase(0, 1);
-        std::size_t const point = digits.find(separator);
-        if (point != std::string::npos)
-            digits.erase(point, 1);
+        std::size_t const point = std::min(digits.find(separator), digits.size());
+        digits.erase(point, 1);
         if (digits.empty() || !FuzzIsDigits(digits) || digits.find(separator) != std::string::npos)
             return false;
-        std::size_t const decimals = point == std::string::npos ? 0 : digits.size() - point;
-        *this = {NX_VALID, static_cast<long long>(FuzzNumber(digits)), static_cast<unsigned char>(decimals)};
+        *this = {NX_VALID, static_cast<long long>(FuzzNumber(digits)),
+                 static_cast<unsigned char>(digits.size() - point)};
         if (isNegative)
             Negate();
         return true;
@@ -154,7 +132,12 @@ void CheckSame(nxDecimal const& decimal, Model const& model)
     FUZZ_EQUAL(decimal.GetStatus().GetValue(), static_cast<unsigned int>(model.status));
     FUZZ_EQUAL(decimal.GetValue(), model.value);
     FUZZ_EQUAL(decimal.GetDecimalPlaces(), model.places);
-    FUZZ_EQUAL(decimal.GetIntegerPart(), model.IntegerPart());
+    FuzzWide const power = FuzzPowerOfTen(model.places);
+    auto const magnitude =
+        static_cast<unsigned long long>(std::max(FuzzWide{model.value}, -FuzzWide{model.value}));
+    FUZZ_EQUAL(decimal.GetIntegerPart(), power == 0 ? 0 : Wrap(model.value / power));
+    FUZZ_EQUAL(decimal.GetFractionalPart(),
+               power == 0 ? magnitude : static_cast<unsigned long long>(magnitude % power));
 }
 
 void CheckText(nxDecimal const& decimal, Model const& model, unsigned char shown, char separator)
@@ -180,13 +163,13 @@ void CheckText(nxDecimal const& decimal, Model const& model, unsigned char shown
 
 void CheckOrder(nxDecimal const& a, nxDecimal const& b, Model const& left, Model const& right)
 {
-    int const order = left.Compare(right);
+    auto const order = left <=> right;
     FUZZ_CHECK((a == b) == (order == 0) && (a != b) == (order != 0));
     FUZZ_CHECK((a < b) == (order < 0) && (a <= b) == (order <= 0));
     FUZZ_CHECK((a > b) == (order > 0) && (a >= b) == (order >= 0));
     Model const& valid = left.IsValid() ? left : right;
     bool const both = left.IsValid() && right.IsValid();
-    CheckSame(nxDecimal::GetMin(a, b), !both ? valid : right.Compare(left) < 0 ? right : left);
+    CheckSame(nxDecimal::GetMin(a, b), !both ? valid : right < left ? right : left);
     CheckSame(nxDecimal::GetMax(a, b), !both ? valid : order < 0 ? right : left);
 }
 
@@ -195,9 +178,9 @@ void CheckRound(nxDecimal& a, nxDecimal const& b, Model& left, Model const& righ
 {
     constexpr long long exact = 1LL << 40;
     a.Round(b, nxRoundingMethodEnum(method));
+    bool const isWhole = left.places == 0 && right.places == 0 && right.value > 0;
     if (!left.IsValid() || !right.IsValid() || right.value == 0)
         return;
-    bool const isWhole = left.places == 0 && right.places == 0 && right.value > 0;
     if (isWhole && right.value < exact && left.value > -exact && left.value < exact)
         left.Round(right.value, method);
     else
@@ -211,9 +194,9 @@ void Step(FuzzInput& input, nxDecimal& a, nxDecimal const& b, Model& left, Model
     auto const places = input.Take<unsigned char>();
     auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + places % 5);
     char const separator = places < 128 ? '.' : static_cast<char>(places);
-    double real = 0;
-    long long whole = 0;
-    std::string text;
+    double const real = operation == 7 ? input.Take<double>() : 0;
+    long long const whole = operation == 8 ? input.Take<long long>() : 0;
+    std::string const text = operation == 9 ? input.Text() : "";
     switch (operation)
     {
     case 0: a += b, left = left.Combine('+', right); break;
@@ -223,27 +206,16 @@ void Step(FuzzInput& input, nxDecimal& a, nxDecimal const& b, Model& left, Model
     case 4: CheckRound(a, b, left, right, method); break;
     case 5: a.SetDecimalPlaces(places, false), left.SetPlaces(places, false); break;
     case 6: a.SetDecimalPlaces(places, true), left.SetPlaces(places, true); break;
-    case 7:
-        real = input.Take<double>();
-        a.SetFromDouble(real, places), left = Model::FromDouble(real, places);
-        break;
+    case 7: a.SetFromDouble(real, places), left = Model::FromDouble(real, places); break;
     case 8:
-        whole = input.Take<long long>();
         a.SetFromEncodedValues(whole, places), left = {NX_VALID, whole, places};
         if (whole >= largest - 1)
             left = {whole == largest ? NX_NULL : NX_NOCHANGE, 0, 0};
         break;
-    case 9:
-        text = input.Text();
-        FUZZ_EQUAL(a.SetFromString(text, separator).IsOK(), left.Parse(text, separator));
-        break;
+    case 9: FUZZ_EQUAL(a.SetFromString(text, separator).IsOK(), left.Parse(text, separator)); break;
     case 10: a.InvertSign(), left.Negate(); break;
     case 11: a.Abs(), left.value < 0 ? left.Negate() : void(); break;
-    case 12:
-        a.Normalise(places);
-        if (left.places > places)
-            left.SetPlaces(places, true);
-        break;
+    case 12: a.Normalise(places), left.places > places ? left.SetPlaces(places, true) : void(); break;
     case 13: CheckOrder(a, b, left, right); break;
     default: CheckText(a, left, places, separator);
     }

@@ -9,8 +9,6 @@
 #include "core/concurrency/nxManuallyDispatchedFunctorQueue.h"
 
 #include <atomic>
-#include <deque>
-#include <mutex>
 
 namespace
 {

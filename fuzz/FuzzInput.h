@@ -1,18 +1,24 @@
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <deque>
 #include <filesystem>
+#include <limits>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
-#include <stdlib.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 /// @file
 /// What every fuzz target needs: the bytes of an input taken apart, plain helpers for its model, and a check that fails
@@ -44,9 +50,8 @@ public:
     template <class ValueT>
     ValueT Take()
     {
-        static_assert(std::is_arithmetic_v<ValueT> && !std::is_same_v<ValueT, bool>);
         ValueT value{};
-        std::size_t const count = std::min(sizeof(value), static_cast<std::size_t>(_end - _next));
+        std::size_t const count = std::min(sizeof value, static_cast<std::size_t>(_end - _next));
         if (count != 0)
             std::memcpy(&value, _next, count);
         _next += count;
@@ -96,8 +101,9 @@ inline std::vector<std::string> FuzzSplit(std::string const& text, char separato
     return fields;
 }
 
-inline std::string FuzzTrim(std::string const& text, std::string const& blanks = " \t\n\r")
+inline std::string FuzzTrim(std::string const& text)
 {
+    constexpr char const blanks[] = " \t\n\r";
     std::size_t const first = text.find_first_not_of(blanks);
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
@@ -108,7 +114,8 @@ inline bool FuzzIsDigits(std::string const& text)
     return text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-inline FuzzWide FuzzPowerOfTen(unsigned int places)
+/// Wraps at 64 bits, from 20 places on.
+inline unsigned long long FuzzPowerOfTen(unsigned int places)
 {
     return places == 0 ? 1 : 10 * FuzzPowerOfTen(places - 1);
 }
@@ -131,12 +138,6 @@ inline unsigned long long FuzzNumber(std::string const& digits)
         return std::string(fuzzText);                                                                        \
     }()
 
-inline std::string FuzzHex(unsigned char byte)
-{
-    constexpr char const digits[] = "0123456789ABCDEF";
-    return {digits[byte / 16], digits[byte % 16]};
-}
-
 /// The C library's digits of a real with the zeros at the end cut off.
 inline std::string FuzzFixed(double value, unsigned int places)
 {
@@ -144,21 +145,6 @@ inline std::string FuzzFixed(double value, unsigned int places)
     if (places != 0)
         text.erase(text.find_last_not_of('0') + 1);
     return text.substr(0, text.size() - (text.ends_with('.') ? 1 : 0));
-}
-
-/// A folder of the process's own, in memory where there is a place for that, which is gone when the process ends.
-inline std::string const& FuzzFolder()
-{
-    static std::string const& folder = *new auto(
-        []
-        {
-            std::string name =
-                std::filesystem::exists("/dev/shm") ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
-            (void)std::atexit([]
-                              { std::filesystem::remove_all(FuzzFolder()); }); // a forked child ends by _exit
-            return std::string(mkdtemp(name.data()));
-        }());
-    return folder;
 }
 
 /// What the library gave, as a text for the complaint.
@@ -189,4 +175,35 @@ void FuzzEqual(ValueT const& got, std::type_identity_t<ValueT> const& expected, 
 {
     if (!(got == expected))
         FuzzFail(file, line, std::string(what) + " is " + FuzzShow(got) + ", expected " + FuzzShow(expected));
+}
+
+/// A folder of the process's own, in memory where there is a place for that, which is gone when the process ends.
+inline std::string const& FuzzFolder()
+{
+    static std::string& folder = *new std::string;
+    if (folder.empty())
+    {
+        folder = std::filesystem::exists("/dev/shm") ? "/dev/shm/fuzz-XXXXXX" : "/tmp/fuzz-XXXXXX";
+        FUZZ_CHECK(mkdtemp(folder.data()) != nullptr);
+        (void)std::atexit([] { std::filesystem::remove_all(folder); }); // a forked child ends by _exit
+    }
+    return folder;
+}
+
+/// The path of a file in memory, which is made anew for each content.
+inline std::string FuzzFile(std::string const& content)
+{
+    static int const file = memfd_create("fuzz", MFD_CLOEXEC);
+    FUZZ_EQUAL(ftruncate(file, 0), 0);
+    FUZZ_EQUAL(pwrite(file, content.data(), content.size(), 0), static_cast<ssize_t>(content.size()));
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// As main() gets them: a null pointer ends them.
+inline std::vector<char*> FuzzPointers(std::vector<std::string>& words)
+{
+    std::vector<char*> pointers(words.size() + 1);
+    std::transform(words.begin(), words.end(), pointers.begin(),
+                   [](std::string& word) { return word.data(); });
+    return pointers;
 }

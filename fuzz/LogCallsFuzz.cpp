@@ -10,10 +10,8 @@
 #include "core/logging/nxLogSite.h"
 
 #include <array>
-#include <mutex>
 
 #include <semaphore.h>
-#include <unistd.h>
 
 #ifdef NX_FUZZ_DEFERRED
 constexpr bool isDeferred = true;

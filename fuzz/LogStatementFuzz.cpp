@@ -9,8 +9,6 @@
 #include "core/process/nxApplicationData.h"
 #include "core/vocabulary/nxExchangePriceFilterBitMask.h"
 
-#include <unistd.h>
-
 namespace
 {
 std::vector<std::string>& lines = *new std::vector<std::string>;
@@ -115,7 +113,7 @@ void CheckDump(FuzzInput& input)
         std::string characters;
         for (char const byte : shown.substr((line - 1) * bytesPerLine, bytesPerLine))
         {
-            hex += FuzzHex(static_cast<unsigned char>(byte)) + ' ';
+            hex += FUZZ_FORMAT("%02X ", static_cast<unsigned char>(byte));
             bool const isPlain = byte >= 32 && byte != 127;
             characters += isPlain ? byte : sohAsPipe && byte == 1 ? '|' : nonPrintable;
         }

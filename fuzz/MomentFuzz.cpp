@@ -8,7 +8,6 @@
 #include "core/time/nxTimeStamp.h"
 #include "core/vocabulary/nxException.h"
 
-#include <limits>
 #include <time.h>
 
 namespace

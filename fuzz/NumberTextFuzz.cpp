@@ -4,7 +4,6 @@
 
 #include "core/text/nxStringHelper.h"
 
-#include <cmath>
 #include <strings.h>
 
 namespace

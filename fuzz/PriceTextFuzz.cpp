@@ -6,9 +6,6 @@
 #include "core/prices/nxPriceConverterHelper.h"
 #include "core/prices/nxVariableTickTable.h"
 
-#include <cmath>
-#include <memory>
-
 namespace
 {
 constexpr unsigned int firstFormat = NX_PRICE_FORMAT_DECIMALS;

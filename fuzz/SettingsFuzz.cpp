@@ -15,15 +15,6 @@ class Arguments : public nxCmdLineArgs
 {
 };
 
-std::vector<char*> MakePointers(Words& words)
-{
-    std::vector<char*> pointers;
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 bool IsNumber(std::string const& word)
 {
     std::string digits = word.substr(word[0] == '-' || word[0] == '+' ? 1 : 0);
@@ -121,7 +112,7 @@ void FuzzOne(FuzzInput& input)
     while (input.HasStep())
         entries.emplace_back(input.Text().c_str());
     Arguments arguments;
-    arguments.Initialise(MakePointers(words).data(), MakePointers(entries).data());
+    arguments.Initialise(FuzzPointers(words).data(), FuzzPointers(entries).data());
     CheckCommandLine(arguments, words);
     CheckEnvironment(arguments, entries);
 }

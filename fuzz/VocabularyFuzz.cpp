@@ -6,7 +6,6 @@
 #include "core/vocabulary/nxVocabularyCatalogue.h"
 
 #include <iterator>
-#include <map>
 
 namespace
 {

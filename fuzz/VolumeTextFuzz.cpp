@@ -5,9 +5,6 @@
 #include "core/prices/nxVolumeConverter.h"
 #include "core/prices/nxVolumeConverterHelper.h"
 
-#include <limits>
-#include <memory>
-
 namespace
 {
 struct Unit

@@ -12,11 +12,7 @@
 #include <csignal>
 #include <fstream>
 #include <iostream>
-#include <iterator>
-#include <map>
-#include <sstream>
-
-#include <unistd.h>
+#include <regex>
 
 extern "C" [[gnu::weak]] int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
 extern "C" [[gnu::weak]] int LLVMFuzzerInitialize(int* argc, char*** argv);
@@ -34,118 +30,90 @@ void NameTheInput(int signal)
     std::raise(signal);
 }
 
-char TakeCharacter(std::istream& line)
+std::string MakeBytes(std::string const& quoted)
 {
-    char character = static_cast<char>(line.get());
-    if (character != '\\')
-        return character;
-    character = static_cast<char>(line.get());
-    constexpr std::string_view letters = "nrt0";
-    if (std::size_t const letter = letters.find(character); letter != letters.npos)
-        return "\n\r\t\0"[letter];
-    if (character != 'x')
-        return character;
-    char const digits[] = {static_cast<char>(line.get()), static_cast<char>(line.get()), '\0'};
-    return static_cast<char>(std::stoi(digits, nullptr, 16));
+    std::string bytes;
+    for (std::size_t i = 0; i < quoted.size(); ++i)
+    {
+        bool const isEscaped = quoted[i] == '\\';
+        std::size_t const letter =
+            isEscaped ? std::string_view("nrt0x").find(quoted[++i]) : std::string::npos;
+        bytes += letter > 4 ? quoted[i] : "\n\r\t\0"[letter];
+        if (letter == 4)
+            bytes.back() = static_cast<char>(std::stoi(quoted.substr(i + 1, 2), nullptr, 16)), i += 2;
+    }
+    return bytes;
 }
 
-std::string TakeQuoted(std::istream& line)
+std::string MakeNumber(std::string const& text, std::string const& width)
 {
-    int const quote = line.get();
-    std::string piece;
-    while (line && line.peek() != quote)
-        piece += TakeCharacter(line);
-    line.get();
-    std::string bytes = piece;
-    unsigned int count = 1;
-    if (line.peek() == '*')
-        line.get(), line >> count;
-    for (; count > 1; --count)
-        bytes += piece;
-    return quote == '"' ? bytes + '\xFF' : bytes;
-}
-
-std::string MakeNumber(std::string const& text)
-{
-    std::size_t const colon = text.find(':');
-    std::string const width = colon == std::string::npos ? "1" : text.substr(colon + 1);
     auto const whole = std::uint64_t{std::strtoull(text.c_str(), nullptr, 0)};
     double const real = std::strtod(text.c_str(), nullptr);
     char bytes[sizeof whole];
     std::memcpy(bytes, width == "d" ? static_cast<void const*>(&real) : &whole, sizeof bytes);
-    return {bytes, width == "d" ? sizeof real : std::stoul(width)};
+    return {bytes, width == "d" ? sizeof real : width.empty() ? 1 : std::stoul(width)};
 }
 
-std::string Assemble(std::istream& line)
+std::string Assemble(std::string const& line)
 {
+    static std::regex const pieces(R"((["'])((?:\\.|(?!\1).)*)\1(?:\*(\d+))?|([^\s:]+)(?::(\w))?)");
     std::string input;
-    while (line >> std::ws && !line.eof())
+    for (std::sregex_iterator piece(line.begin(), line.end(), pieces), end; piece != end; ++piece)
     {
-        std::string word;
-        if (line.peek() == '"' || line.peek() == '\'')
-            input += TakeQuoted(line);
-        else if (line >> word)
-            input += MakeNumber(word);
+        std::smatch const& part = *piece;
+        if (part[4].matched)
+            input += MakeNumber(part[4], part[5]);
+        for (unsigned long count = part[4].matched   ? 0
+                                   : part[3].matched ? std::stoul(part[3])
+                                                     : 1;
+             count != 0; --count)
+            input += MakeBytes(part[2]);
+        if (part[1] == "\"")
+            input += '\xFF';
     }
     return input;
 }
 
-Inputs ReadTable(std::filesystem::path const& path)
-{
-    Inputs inputs;
-    std::string each;
-    std::ifstream table(path);
-    if (!table)
-        throw std::runtime_error(path.string() + " can't be read");
-    for (std::string text; std::getline(table, text);)
-    {
-        std::istringstream line(text);
-        std::string name;
-        if (!(line >> name) || name[0] == '#')
-            continue;
-        if (name == "each")
-            each = Assemble(line);
-        else if (!inputs.emplace(path.stem().string() + ": " + name, each + Assemble(line)).second)
-            throw std::runtime_error(path.string() + ": two inputs are called " + name);
-    }
-    return inputs;
-}
-
 void Read(std::filesystem::path const& path, Inputs& inputs)
 {
+    std::ifstream file(path, std::ios::binary);
     if (std::filesystem::is_directory(path))
         for (auto const& entry : std::filesystem::directory_iterator(path))
             Read(entry.path(), inputs);
-    else if (path.extension() == ".txt")
-        inputs.merge(ReadTable(path));
-    else
-    {
-        std::ifstream file(path, std::ios::binary);
+    else if (!file)
+        throw std::runtime_error(path.string() + " can't be read");
+    else if (path.extension() != ".txt")
         inputs[path.string()].assign(std::istreambuf_iterator<char>(file), {});
-    }
+    std::string each;
+    std::string name;
+    for (std::string rest; path.extension() == ".txt" && file >> name && std::getline(file, rest);)
+        if (name == "each")
+            each = Assemble(rest);
+        else if (name[0] != '#' &&
+                 !inputs.emplace(path.stem().string() + ": " + name, each + Assemble(rest)).second)
+            throw std::runtime_error(path.string() + ": two inputs are called " + name);
 }
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (LLVMFuzzerTestOneInput == nullptr)
-    {
-        for (auto const& [name, input] : ReadTable(argv[1]))
-            std::ofstream(std::filesystem::path(argv[2]) / name.substr(name.find(' ') + 1)) << input;
-        return 0;
-    }
     Inputs inputs;
-    for (int i = 1; i < argc; ++i)
+    bool const isReplay = LLVMFuzzerTestOneInput != nullptr;
+    for (int i = 1; i < (isReplay ? argc : 2); ++i)
         Read(argv[i], inputs);
+    if (isReplay)
+        LLVMFuzzerInitialize(&argc, &argv);
     for (int const signal : {SIGABRT, SIGSEGV, SIGFPE, SIGILL, SIGALRM, SIGTERM})
         std::signal(signal, NameTheInput);
-    LLVMFuzzerInitialize(&argc, &argv);
     for (auto const& [name, bytes] : inputs)
     {
         current = "while running " + name + '\n';
         // On the heap and of the exact size, so that a sanitizer sees a read beyond the end.
         std::vector<std::uint8_t> const input(bytes.begin(), bytes.end());
-        LLVMFuzzerTestOneInput(input.data(), input.size());
+        if (isReplay)
+            LLVMFuzzerTestOneInput(input.data(), input.size());
+        else
+            std::ofstream(std::filesystem::path(argv[2]) / name.substr(name.find(' ') + 1)) << bytes;
     }
     std::cout << inputs.size() << " inputs\n";
     return inputs.empty() ? 1 : 0;
