@@ -8,15 +8,18 @@
 #include "core/concurrency/nxFunctorThreadPool.h"
 #include "core/concurrency/nxManuallyDispatchedFunctorQueue.h"
 
-#include <atomic>
-
 namespace
 {
 struct Record
 {
     std::mutex mutex;
     std::vector<unsigned int> run;
-    std::atomic<unsigned int> alive = 0;
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true); // held by all work that there is
+
+    std::size_t CountAlive() const
+    {
+        return static_cast<std::size_t>(alive.use_count()) - 1;
+    }
 };
 
 /// Notes that it was run; one with children pushes that many more, which have none.
@@ -24,13 +27,8 @@ class Work : public nxFunctor
 {
 public:
     Work(Record& record, nxFunctorQueueBase& queue, unsigned int number, unsigned int children)
-        : _record(record), _queue(queue), _number(number), _children(children)
+        : _alive(record.alive), _record(record), _queue(queue), _number(number), _children(children)
     {
-        ++_record.alive;
-    }
-    ~Work() override
-    {
-        --_record.alive;
     }
 
 protected:
@@ -44,6 +42,7 @@ protected:
     }
 
 private:
+    std::shared_ptr<bool> _alive;
     Record& _record;
     nxFunctorQueueBase& _queue;
     unsigned int _number;
@@ -83,8 +82,7 @@ void CheckByHand(FuzzInput& input)
         }
         else
             FUZZ_EQUAL(queue.Dispatch().IsOK(), hasOne), hasOne ? runOldest() : void();
-        FUZZ_EQUAL(queue.Size(), static_cast<unsigned int>(waiting.size()));
-        FUZZ_EQUAL(record.alive.load(), static_cast<unsigned int>(waiting.size()));
+        FUZZ_CHECK(queue.Size() == waiting.size() && record.CountAlive() == waiting.size());
         FUZZ_CHECK(record.run == expected);
     }
     while (queue.Pop(&popped).IsOK())
@@ -102,31 +100,30 @@ void CheckWorkers(FuzzInput& input, unsigned int workers)
 {
     Queue queue;
     Record record;
-    unsigned int pushed = 0;
     unsigned int const before = input.Below(8);
     unsigned int const after = input.Below(32);
     bool const isStoppedAtOnce = input.Truth();
-    for (; pushed < before; ++pushed)
-        (void)queue.Push(new Work(record, queue, pushed, 0));
-    if (workers == 1)
-        queue.Create(new nxFunctorThread);
-    else
-        queue.Create(new nxFunctorThreadPool(workers));
-    for (; pushed < before + after; ++pushed)
-        (void)queue.Push(new Work(record, queue, pushed, 0));
+    for (unsigned int number = 0; number <= before + after; ++number)
+    {
+        if (number == before && workers == 1)
+            queue.Create(new nxFunctorThread);
+        else if (number == before)
+            queue.Create(new nxFunctorThreadPool(workers));
+        if (number != before + after)
+            (void)queue.Push(new Work(record, queue, number, 0));
+    }
     while (!isStoppedAtOnce && workers != 0 && queue.Size() != 0)
         sched_yield();
     FUZZ_CHECK(queue.Stop().IsOK());
-    FUZZ_EQUAL(record.run.size() + queue.Size(), std::size_t{pushed});
-    FUZZ_EQUAL(record.alive.load(), queue.Size());
-    if (workers > 1)
-        std::sort(record.run.begin(),
-                  record.run.end()); // they end in any order, but the oldest are taken first
+    FUZZ_EQUAL(record.run.size() + queue.Size(), std::size_t{before} + after);
+    FUZZ_EQUAL(record.CountAlive(), std::size_t{queue.Size()});
+    if (workers > 1) // they end in any order, but the oldest are taken first
+        std::sort(record.run.begin(), record.run.end());
     for (unsigned int i = 0; i < record.run.size(); ++i)
         FUZZ_EQUAL(record.run[i], i);
     for (nxFunctor* left = nullptr; queue._Pop(&left).IsOK();)
         delete left;
-    FUZZ_EQUAL(record.alive.load(), 0u);
+    FUZZ_EQUAL(record.CountAlive(), std::size_t{0});
 }
 } // namespace
 

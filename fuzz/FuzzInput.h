@@ -207,3 +207,11 @@ inline std::vector<char*> FuzzPointers(std::vector<std::string>& words)
                    [](std::string& word) { return word.data(); });
     return pointers;
 }
+
+/// A decimal of any value and places, of a class that the target knows.
+template <class DecimalT, class IntegerT>
+DecimalT FuzzDecimal(FuzzInput& input)
+{
+    auto const value = input.Take<IntegerT>();
+    return DecimalT::ConstructFromValueAndDecimalPlaces(value, input.Take<unsigned char>());
+}

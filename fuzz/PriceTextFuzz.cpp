@@ -18,14 +18,9 @@ class Ladder : public nxVariableTickTable
 public:
     explicit Ladder(FuzzInput& input)
     {
-        auto const take = [&input]
-        {
-            auto const value = input.Take<short>();
-            return nxDecimal::ConstructFromValueAndDecimalPlaces(value, input.Take<unsigned char>());
-        };
         for (unsigned int ranges = input.Below(3); ranges != 0; --ranges)
-            _AddRange(take(), take());
-        _AddTopRange(take());
+            _AddRange(FuzzDecimal<nxDecimal, short>(input), FuzzDecimal<nxDecimal, short>(input));
+        _AddTopRange(FuzzDecimal<nxDecimal, short>(input));
     }
 };
 
