@@ -50,7 +50,7 @@ class Device : public nxLogDevice
 public:
     nxErrorEnum Destroy() override
     {
-        Note("destroyed");
+        Write(nxLog(NX_INF, "file.cpp", 1) << "line of the end");
         return nxErrorEnum();
     }
 
@@ -59,7 +59,9 @@ public:
         std::string const text = *log.GetLogEntry();
         if (!text.starts_with("line"))
             return; // what the log says itself
-        Note(text);
+        std::unique_lock guard(mutex);
+        notes.push_back(text);
+        guard.unlock();
         if (std::string const answer = GetAnswer(text, name); !answer.empty())
             NX_LOG(NX_INF, answer);
         if (IsLeaving(text, name))
@@ -68,12 +70,6 @@ public:
 
     void Flush() override
     {
-    }
-
-    void Note(std::string const& note)
-    {
-        std::lock_guard const guard(mutex);
-        notes.push_back(note);
     }
 
     std::string name;
@@ -86,8 +82,7 @@ std::array<Device, 4>& devices = *new std::array<Device, 4>;
 /// The writer hands a batch to one device after the other, so that the places of what they answer are not known.
 Notes InOrder(Notes notes)
 {
-    auto const isNoAnswer = [](std::string const& note)
-    { return note.find("answered") == std::string::npos; };
+    auto const isNoAnswer = [](std::string const& note) { return note.find("answered") == note.npos; };
     if (isDeferred)
         std::sort(std::stable_partition(notes.begin(), notes.end(), isNoAnswer), notes.end());
     return notes;
@@ -120,8 +115,13 @@ public:
             break;
         case 2: _manager.UnregisterLogDevice(&devices[device]), std::erase(_listed, device); break;
         case 3: _manager.UnregisterAllLogDevices(), _listed.clear(); break;
-        case 6: WriteAtOnce(); break;
-        case 7: Destroy(); break;
+        case 6: Write(" at once", true); break;
+        case 7:
+            if (isDeferred) // with a writer the log would end for good
+                break;
+            FUZZ_CHECK(_manager.Destroy().IsOK());
+            Expect("line of the end"), _listed.clear();
+            break;
         case 9: _manager.SetRecommendedBufferCapacity(input.Take<unsigned short>()); break;
         case 10: _manager.FlushDevices(); break;
         case 11: Write(" answer"); break;
@@ -154,33 +154,17 @@ private:
         }
     }
 
-    void Write(std::string const& text)
+    /// @param isAtOnce  past the queue, and of any level
+    void Write(std::string const& text, bool isAtOnce = false)
     {
         std::string const line = "line " + std::to_string(++_count) + text;
-        bool const isWanted = _count % 7 != 0;
-        NX_LOG(isWanted ? NX_INF : NX_DBG, line);
-        if (isWanted)
+        nxEnumValue const level = isAtOnce || _count % 7 == 0 ? NX_DBG : NX_INF;
+        if (isAtOnce)
+            _manager.ImmediateWrite(nxLog(level, "file.cpp", 1) << line);
+        else
+            NX_LOG(level, line);
+        if (isAtOnce || level == NX_INF)
             Expect(line);
-    }
-
-    /// Past the queue, and of any level.
-    void WriteAtOnce()
-    {
-        std::string const line = "line " + std::to_string(++_count) + " at once";
-        nxLog log(NX_DBG, "file.cpp", 1);
-        log << line;
-        _manager.ImmediateWrite(log);
-        Expect(line);
-    }
-
-    /// With a writer the log ends for good, so that only the other kind is ended.
-    void Destroy()
-    {
-        if (isDeferred)
-            return;
-        FUZZ_CHECK(_manager.Destroy().IsOK());
-        for (std::size_t const device : std::exchange(_listed, {}))
-            _expected[device].push_back("destroyed");
     }
 
     nxLogManager& _manager = nxLogManager::GetInstance();

@@ -29,14 +29,6 @@ class Recorder : public nxLogDevice
     }
 };
 
-/// @return what the C library makes of the numbers, which follow each other in the line
-template <class... NumberT>
-std::string Stream(nxLog& log, NumberT... numbers)
-{
-    (log << ... << numbers);
-    return (std::to_string(numbers) + ...);
-}
-
 /// Streams one value.
 /// @return what it should look like
 std::string AddValue(FuzzInput& input, nxLog& log)
@@ -45,14 +37,19 @@ std::string AddValue(FuzzInput& input, nxLog& log)
     std::string const text = kind < 2 ? input.Text() : "";
     auto const number = kind < 2 ? 0 : input.Take<int>();
     auto const natural = static_cast<unsigned int>(number);
+    // What the C library makes of numbers, which follow each other in the line.
+    auto const stream = [&log](auto... numbers)
+    { return (log << ... << numbers), (std::to_string(numbers) + ...); };
+    nxErrorEnum const error(static_cast<nxEnumValue>(1000000 + natural % 0x10000));
+    nxExchangePriceFilterBitMask const mask(natural % 32);
     switch (kind)
     {
     case 0: log << text; return text.c_str();
     case 1: log << nxLogCharLenPair(text.data(), text.size()); return text;
     case 2: log << static_cast<char>(number); return std::to_string(static_cast<signed char>(number));
-    case 3: return Stream(log, static_cast<short>(number), static_cast<unsigned short>(number));
-    case 4: return Stream(log, number, natural);
-    case 5: return Stream(log, number * 0x10001ll, natural * 0x100010001ull, long{number});
+    case 3: return stream(static_cast<short>(number), static_cast<unsigned short>(number));
+    case 4: return stream(number, natural);
+    case 5: return stream(number * 0x10001ll, natural * 0x100010001ull, long{number});
     case 6: log << (number % 2 != 0); return number % 2 != 0 ? "TRUE" : "FALSE";
     case 7: // in steps of which binary fractions are exact; the other doubles have a target of their own
         log << number / 256.0;
@@ -65,15 +62,10 @@ std::string AddValue(FuzzInput& input, nxLog& log)
         return FUZZ_FORMAT("%s%lld.%02lld", number < 0 ? "-" : "", std::abs(number / 100LL),
                            std::abs(number % 100LL));
     case 10:
-    {
-        nxErrorEnum const error(static_cast<nxEnumValue>(1000000 + natural % 0x10000));
         log << error;
         return '(' + std::to_string(error.GetValue()) + ") " + error.GetShortDescription() + " - '" +
                error.GetLongDescription() + '\'';
-    }
-    case 11:
-        log << nxExchangePriceFilterBitMask(natural % 32);
-        return nxExchangePriceFilterBitMask(natural % 32).GetShortDescription(" ");
+    case 11: log << mask; return mask.GetShortDescription(" ");
     default: log << nxLog::nxLogDestinationUserID(nxVolume(natural)); return "";
     }
 }
@@ -110,12 +102,12 @@ void CheckDump(FuzzInput& input)
     for (std::size_t line = 1; line < lines.size(); ++line)
     {
         std::string hex;
-        std::string characters;
-        for (char const byte : shown.substr((line - 1) * bytesPerLine, bytesPerLine))
+        std::string characters = shown.substr((line - 1) * bytesPerLine, bytesPerLine);
+        for (char& byte : characters)
         {
             hex += FUZZ_FORMAT("%02X ", static_cast<unsigned char>(byte));
-            bool const isPlain = byte >= 32 && byte != 127;
-            characters += isPlain ? byte : sohAsPipe && byte == 1 ? '|' : nonPrintable;
+            if (byte < 32 || byte == 127)
+                byte = sohAsPipe && byte == 1 ? '|' : nonPrintable;
         }
         hex.resize(3 * bytesPerLine, ' ');
         characters.resize(bytesPerLine, ' ');

@@ -54,11 +54,8 @@ bool Read(std::string const& digits, bool allowsMinus, int& value)
 {
     std::string const text = digits.c_str(); // a zero byte ends it
     bool const isNegative = allowsMinus && text.starts_with('-');
-    std::string const magnitude = text.substr(isNegative ? 1 : 0);
-    if (!FuzzIsDigits(magnitude) || (isNegative && magnitude.empty()))
-        return false;
-    value = std::atoi(magnitude.c_str()) * (isNegative ? -1 : 1);
-    return true;
+    value = std::atoi(text.c_str());
+    return FuzzIsDigits(text.substr(isNegative)) && text != "-";
 }
 
 void CheckMomentText(std::string const& text)
@@ -86,13 +83,10 @@ void CheckMomentText(std::string const& text)
 void CheckTimeText(std::string const& text)
 {
     bool sound = text.size() == 8 || text.size() == 5;
-    unsigned int parts[3]{};
     for (std::size_t i = 0; sound && i < text.size(); ++i)
-    {
         sound = i % 3 == 2 ? text[i] == ':' : FuzzIsDigits({text[i]});
-        if (sound && i % 3 != 2)
-            parts[i / 3] = parts[i / 3] * 10 + static_cast<unsigned int>(text[i] - '0');
-    }
+    unsigned int parts[3]{};
+    (void)std::sscanf(text.c_str(), "%2u:%2u:%2u", &parts[0], &parts[1], &parts[2]);
     sound = sound && parts[0] < 24 && parts[1] < 60 && parts[2] < 60;
 
     nxTime time(nxNullInitalizer{});
@@ -141,12 +135,9 @@ void CheckFields(FuzzInput& input)
 {
     auto const small = [&input] { return static_cast<int>(input.Take<short>()); };
     Fields fields{1970 + small() % 2000, small(), small(), small(), small(), small()};
+    auto const& [year, month, day, hour, minute, second] = fields;
     nxDateTime moment(2'000'000'000LL);
-    auto const make = [&fields] {
-        return nxDateTime(fields.year, fields.month, fields.day, fields.hour, fields.minute, fields.second,
-                          7);
-    };
-    CheckChange(moment, fields, [&] { moment = make(); });
+    CheckChange(moment, fields, [&] { moment = nxDateTime(year, month, day, hour, minute, second, 7); });
     int const number = small();
     fields = {moment.GetYear() + number % 1000, moment.GetMonth() + number, moment.GetDay() - number,
               moment.GetHour() + number,        moment.GetMinute(),         moment.GetSecond()};
@@ -171,11 +162,10 @@ void CheckNumbers(FuzzInput& input, std::string const& format)
     auto const written = stamp.GetAsStringFast(text, sizeof text);
     FUZZ_CHECK(written == 0 || std::strlen(text) == written - 1);
     auto const date = input.Take<unsigned int>();
-    auto const part = [date](unsigned int unit, unsigned int limit)
-    { return static_cast<int>(date / unit % limit); };
+    auto const digits = static_cast<int>(date);
     nxDateTime day(nxNullInitalizer{});
     if (date >= 10000000 && date <= 99999999)
-        CheckChange(day, {part(10000, 10000), part(100, 100), part(1, 100), 0, 0, 0},
+        CheckChange(day, {digits / 10000, digits / 100 % 100, digits % 100, 0, 0, 0},
                     [&] { day.SetFromISODate(date); });
 }
 } // namespace
