@@ -9,8 +9,6 @@
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
 
-#include <array>
-
 #include <semaphore.h>
 
 #ifdef NX_FUZZ_DEFERRED

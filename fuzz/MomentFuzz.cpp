@@ -12,23 +12,20 @@
 
 namespace
 {
-struct Fields
-{
-    int year, month, day, hour, minute, second;
-};
+using Fields = std::array<int, 6>; // year, month, day, hour, minute, second
 
 /// The fields as a count of seconds, or -1 for what the class refuses: before the epoch, or no year of an int.
 long long Count(Fields const& fields)
 {
+    auto const& [years, month, day, hour, minute, second] = fields;
     std::tm calendar{};
     // Years and months are folded first: the C library's own sum may overflow.
-    long long const months = fields.year * 12LL + fields.month - 1;
+    long long const months = years * 12LL + month - 1;
     long long const year = (months >= 0 ? months : months - 11) / 12 - 1900;
     calendar.tm_year = static_cast<int>(year);
     calendar.tm_mon = static_cast<int>(months - (year + 1900) * 12);
     calendar.tm_mday = 1;
-    long long const count = timegm(&calendar) + (fields.day - 1LL) * 86400 + fields.hour * 3600LL +
-                            fields.minute * 60LL + fields.second;
+    long long const count = timegm(&calendar) + (day - 1LL) * 86400 + hour * 3600LL + minute * 60LL + second;
     time_t const check = count;
     return year != static_cast<int>(year) || count < 0 || gmtime_r(&check, &calendar) == nullptr ? -1 : count;
 }
@@ -61,7 +58,7 @@ bool Read(std::string const& digits, bool allowsMinus, int& value)
 void CheckMomentText(std::string const& text)
 {
     std::string const trimmed = FuzzTrim(text);
-    int fields[6]{};
+    Fields fields{};
     int microseconds = 0;
     bool sound = trimmed.size() == 17 || trimmed.size() == 24;
     constexpr std::size_t places[][2] = {{0, 4}, {4, 2}, {6, 2}, {9, 2}, {12, 2}, {15, 2}};
@@ -69,8 +66,7 @@ void CheckMomentText(std::string const& text)
         sound = Read(trimmed.substr(places[i][0], places[i][1]), true, fields[i]);
     if (sound && trimmed.size() == 24)
         sound = Read(trimmed.substr(18), false, microseconds);
-    long long const count =
-        sound ? Count({fields[0], fields[1], fields[2], fields[3], fields[4], fields[5]}) : -1;
+    long long const count = sound ? Count(fields) : -1;
 
     nxDateTime moment;
     nxErrorEnum const result = nxDateTime::SetFromString(text, moment);

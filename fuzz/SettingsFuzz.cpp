@@ -18,8 +18,7 @@ class Arguments : public nxCmdLineArgs
 bool IsNumber(std::string const& word)
 {
     std::string digits = word.substr(word[0] == '-' || word[0] == '+' ? 1 : 0);
-    if (std::size_t const point = digits.find('.'); point != std::string::npos)
-        digits.erase(point, 1);
+    digits.erase(std::min(digits.find('.'), digits.size()), 1);
     return !digits.empty() && FuzzIsDigits(digits);
 }
 
@@ -33,10 +32,8 @@ void CheckCommandLine(Arguments const& arguments, Words const& words)
             i + 1 < words.size() && (!words[i + 1].starts_with('-') || IsNumber(words[i + 1]));
         if (!words[i].starts_with('-'))
             expectedRest.push_back(words[i]);
-        else if (std::string& value = expected[words[i].substr(1)]; hasValue)
-            value = words[++i];
         else
-            value.clear();
+            expected[words[i].substr(1)] = hasValue ? words[i + 1] : "", i += hasValue;
     }
     Map args{{"old", "value"}};
     Words rest{"old"};
@@ -91,10 +88,9 @@ void CheckAddress(std::string const& text)
     FUZZ_EQUAL(front, sound ? text.substr(0, text.find('/')) : "");
     FUZZ_CHECK(sound == nxSocket::ParseAddress(front, plain).IsOK() && address == (sound ? plain : 0));
     FUZZ_CHECK(mask.IsNull() == network.IsNull() && mask.IsNull() == host.IsNull());
-    unsigned int const high = mask.GetValue();
-    if (!mask.IsNull())
-        FUZZ_CHECK((~high & (~high + 1)) == 0 && network.GetValue() == (address & high) &&
-                   host.GetValue() == (address & ~high));
+    unsigned int const low = ~mask.GetValue();
+    FUZZ_CHECK(mask.IsNull() || ((low & (low + 1)) == 0 && network.GetValue() == (address & ~low) &&
+                                 host.GetValue() == (address & low)));
     std::string const shown =
         FUZZ_FORMAT("%u.%u.%u.%u", address >> 24, address >> 16 & 255u, address >> 8 & 255u, address & 255u);
     FUZZ_CHECK(nxSocket::ParseAddress(shown, plain).IsOK() && plain == address);
