@@ -57,6 +57,7 @@ void CheckRealText(double value, unsigned int precision)
 {
     std::string const text = nxStringHelper::GetAsString(value, precision);
     std::string appended = "x";
+    appended.reserve(100); // the short way of usual numbers wants room
     nxStringHelper::AppendAsString(appended, value, precision);
     FUZZ_EQUAL(appended, 'x' + text);
     FUZZ_CHECK(text.size() <= 24);

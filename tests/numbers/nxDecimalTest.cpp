@@ -1,5 +1,5 @@
 // What a decimal holds, how it is read, printed, compared, rounded and calculated with, and that all steps are those of
-// doubles. Also what numbers and their texts must not cost: memory.
+// doubles. Also what numbers and their texts must not cost: memory. A fuzz target holds what is the same for all values.
 #include "core/numbers/nxDecimal.h"
 #include "core/text/nxOStream.h"
 #include "core/text/nxSimpleAsciiStringWriter.h"
@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <bit>
+#include <random>
 #include <tuple>
 
 static_assert(std::is_trivially_destructible_v<nxDecimal>);
@@ -18,7 +19,6 @@ static_assert(!std::is_convertible_v<std::string, nxDecimal>);
 namespace
 {
 
-constexpr long long smallest = std::numeric_limits<long long>::min();
 constexpr auto Raw = nxDecimal::ConstructFromValueAndDecimalPlaces;
 
 /// "NULL", "NOCHANGE" or a number.
@@ -37,14 +37,6 @@ std::string Held(nxDecimal const& decimal)
     return number == "0@0" && !decimal.IsValid() ? decimal.GetStatus().GetAsString() : number;
 }
 
-std::string Written(nxDecimal const& decimal)
-{
-    nxOStream<nxSimpleAsciiStringWriter> stream;
-    stream.Write("x", 1);
-    decimal.Write(stream, '.');
-    return stream.GetAsString().substr(1);
-}
-
 std::string Rounded(std::string const& value, std::string const& step, nxEnumValue method)
 {
     nxDecimal decimal = Make(value);
@@ -54,54 +46,36 @@ std::string Rounded(std::string const& value, std::string const& step, nxEnumVal
 
 } // namespace
 
-TEST(nxDecimalState, Construction)
+TEST(nxDecimal, HoldsAValueAndPlaces)
 {
-    EXPECT_EQ(Held(nxDecimal(5, 2)), "500@2");
-    EXPECT_EQ(Held(nxDecimal(1, 64)), "0@64"); // 10^64 wraps to 0
-    EXPECT_EQ(Held(nxDecimal(0.1 + 0.2, 2)), "30@2");
-    EXPECT_EQ(Held(nxDecimal(1, 320, 7)), "31250@7");
-    EXPECT_EQ(Held(nxDecimal(1, 0, 1)), "-9223372036854775808@1");
-    EXPECT_EQ(Held(nxDecimal("abc", '.')), "NULL");
-    EXPECT_EQ(Held(nxDecimal(nxNullInitalizer{})), "NULL");
-    nxDecimal decimal(nxNoChangeInitalizer{});
-    decimal.SetDecimalPlaces(3, false);
-    decimal.InvertSign();
-    EXPECT_EQ(Held(decimal), "NOCHANGE");
+    nxDecimal noChange(nxNoChangeInitalizer{});
+    noChange.SetDecimalPlaces(3, false);
+    noChange.InvertSign();
+    nxDecimal decimal("1.5");
+    EXPECT_EQ(&-decimal, &decimal);
+    nxDecimal self(nxDecimal::Abs(decimal));
+    self += self;
+    self *= self;
+    self.Round(self, NX_ROUNDING_METHOD_UP);
+    using Row = std::pair<nxDecimal, char const*>;
+    for (auto const& [value, held] :
+         {Row{nxDecimal(5, 2), "500@2"}, Row{nxDecimal(1, 64), "0@64"}, // 10^64 wraps to 0
+          Row{nxDecimal(0.1 + 0.2, 2), "30@2"}, Row{nxDecimal(1, 320, 7), "31250@7"},
+          Row{nxDecimal(1, 0, 1), "-9223372036854775808@1"}, Row{nxDecimal("abc", '.'), "NULL"},
+          Row{nxNullInitalizer{}, "NULL"}, Row{noChange, "NOCHANGE"}, Row{decimal, "-15@1"},
+          Row{self, "90@1"}})
+        EXPECT_EQ(Held(value), held);
+
     decimal.SetNull();
     EXPECT_FALSE(decimal.IsZero() || decimal.IsPositive() || decimal.IsNegative());
-}
-
-TEST(nxDecimalState, PartsAndEncodedForm)
-{
-    using Row = std::tuple<nxDecimal, long long, unsigned long long>;
-    for (auto const& [decimal, whole, fraction] :
-         {Row{nxDecimal("-1.25"), -1, 25}, Row{nxDecimal("-0.05"), 0, 5}, Row{Raw(smallest, 0), smallest, 0},
-          Row{Raw(smallest, 19), 0, 9223372036854775808u},
-          Row{Raw(7, 64), 0, 7}}) // no division by the power that has become 0
-    {
-        EXPECT_EQ(decimal.GetIntegerPart(), whole);
-        EXPECT_EQ(decimal.GetFractionalPart(), fraction);
-    }
     long long value = 7;
     unsigned char places = 7;
-    nxDecimal::GetNoChangeDecimal().GetAsEncodedValues(value, places);
+    noChange.GetAsEncodedValues(value, places);
     EXPECT_EQ(value, 0x7FFFFFFFFFFFFFFE);
     EXPECT_EQ(places, 0);
 }
 
-TEST(nxDecimalState, ChangesItself)
-{
-    nxDecimal decimal("1.5");
-    EXPECT_EQ(&-decimal, &decimal);
-    EXPECT_EQ(Held(decimal), "-15@1");
-    EXPECT_EQ(Held(nxDecimal::Abs(decimal)), "15@1");
-    decimal += decimal;
-    decimal *= decimal;
-    decimal.Round(decimal, NX_ROUNDING_METHOD_UP);
-    EXPECT_EQ(Held(decimal), "90@1");
-}
-
-TEST(nxDecimalRound, GivesAMultipleOfTheStep)
+TEST(nxDecimal, RoundsToAMultipleOfTheStep)
 {
     using Row = std::tuple<char const*, char const*, char const*, char const*, char const*, char const*>;
     Row const rows[] = {
@@ -116,52 +90,85 @@ TEST(nxDecimalRound, GivesAMultipleOfTheStep)
         EXPECT_EQ(Rounded(value, step, NX_UNDEFINED), nearest);
         EXPECT_EQ(Rounded(value, step, NX_ROUNDING_METHOD_MODIFIED_NEAREST), modifiedNearest);
     }
-    EXPECT_EQ(Rounded("-9223372036854775808", "-1", NX_ROUNDING_METHOD_DOWN),
-              "-9223372036854775808"); // wraps
 }
 
-TEST(nxDecimalText, PlainAndTrimmed)
+TEST(nxDecimal, HasItsTextWhereThePowersOfTenWrap)
 {
+    constexpr long long smallest = -0x7FFFFFFFFFFFFFFF - 1;
     using Row = std::tuple<nxDecimal, unsigned char, char const*>;
     for (auto const& [decimal, maximumPlaces, text] :
-         {Row{Raw(-1, 3), 0, "-0"}, // the sign of the whole number
-          Row{Raw(12345678901234567, 16), 255, "1.234567890123"},
-          Row{Raw(smallest, 20), 12, "-1.014570924054"}, // 10^20 wraps
-          Row{Raw(smallest, 64), 12, "-0.000000000000"}, Row{Raw(7, 25), 12, "0.000000000000"},
-          Row{Raw(7, 255), 0, "0"}, Row{Make("NULL"), 9, ""}, Row{Make("NOCHANGE"), 9, ""}})
+         {Row{Raw(smallest, 20), 12, "-1.014570924054"}, Row{Raw(smallest, 64), 12, "-0.000000000000"},
+          Row{Raw(7, 25), 12, "0.000000000000"}, Row{Raw(7, 255), 0, "0"}})
         EXPECT_EQ(decimal.GetAsTrimmedString(maximumPlaces, '.'), text);
 
-    EXPECT_EQ(Written(nxDecimal("1.2345678901234567")), "1.2345678901234567"); // the stream shows all places
-    EXPECT_EQ(Written(Raw(5, 62)), "0." + std::string(61, '0') + "5");
-    EXPECT_EQ(Written(Raw(-5, 63)), "-0"); // does not fit the scratch buffer
+    nxOStream<nxSimpleAsciiStringWriter> stream;
+    for (nxDecimal const& decimal : {nxDecimal("1.2345678901234567"), Raw(5, 62), Raw(-5, 63)})
+        decimal.Write(stream, '.');
+    EXPECT_EQ(stream.GetAsString(), "1.2345678901234567" // the stream shows all places
+                                    "0." +
+                                        std::string(61, '0') +
+                                        "5-0"); // but those its scratch buffer has no room for
 }
 
-TEST(nxDecimalText, AllForms)
+TEST(nxDecimal, HasAllFormsOfText)
 {
     nxDecimal const decimal("-12.50");
+    nxDecimal const null = nxDecimal::GetNullDecimal();
+    nxDecimal const noChange = nxDecimal::GetNoChangeDecimal();
     std::string text("old");
     decimal.GetAsString(text, ',');
-    EXPECT_EQ(text, "-12,50");
     decimal.AppendAsString(text);
     EXPECT_EQ(text, "-12,50-12.50");
     decimal.GetAsLogString(text);
-    nxDecimal::GetNullDecimal().AppendAsLogString(text);
+    null.AppendAsLogString(text);
     EXPECT_EQ(text, "-12.50NULL");
     EXPECT_EQ(nxStringHelper::GetAsString(decimal), "-12.50");
+    EXPECT_EQ(noChange.GetAsLogString() + decimal.GetAsTrimmedLogString(1) + null.GetAsTrimmedLogString(1),
+              "NO_CHANGE-12.5NULL");
+    char buffer[nxDecimal::maximumTextSize];
+    noChange.GetAsLogString(buffer);
+    EXPECT_STREQ(buffer, "NO_CHANGE");
+
     nxDecimal read("7.0");
     EXPECT_TRUE(nxStringHelper::SetFromString("1.5", read, ',') == NX_ERR_INVALID_PARAMETER);
     EXPECT_EQ(Held(read), "70@1");
     EXPECT_TRUE(nxStringHelper::SetFromString("1,5", read, ',').IsOK());
     EXPECT_EQ(Held(read), "15@1");
-    EXPECT_EQ(nxDecimal::GetNoChangeDecimal().GetAsLogString(), "NO_CHANGE");
-    EXPECT_EQ(decimal.GetAsTrimmedLogString(1), "-12.5");
-    EXPECT_EQ(nxDecimal::GetNullDecimal().GetAsTrimmedLogString(1), "NULL");
+}
 
-    char buffer[nxDecimal::maximumTextSize];
-    nxDecimal::GetNoChangeDecimal().GetAsString(buffer);
-    EXPECT_STREQ(buffer, "");
-    nxDecimal::GetNoChangeDecimal().GetAsLogString(buffer);
-    EXPECT_STREQ(buffer, "NO_CHANGE");
+// Usual numbers are written a short way, of one word, if there is room: prices, ties at nine places, numbers near the end
+// of the short way, and any bits.
+TEST(nxUsualNumber, HasTheSameTextTheLongWay)
+{
+    std::mt19937_64 random(1);
+    std::string roomy;
+    roomy.reserve(100);
+    for (int i = 0; i < 300000; ++i)
+    {
+        std::uint64_t const bits = random();
+        double const kinds[] = {
+            static_cast<double>(bits % 10000000) / 100.0, static_cast<double>(bits % 1000000000000) / 1024.0,
+            static_cast<double>(99999990 + bits % 20) + static_cast<double>(bits % 3) * 0.4999999997,
+            static_cast<double>(bits % 10000000000) / 1e9, std::bit_cast<double>(bits)};
+        double const value = std::copysign(kinds[i % 5], std::bit_cast<double>(bits));
+        roomy.assign("x");
+        nxStringHelper::AppendAsString(roomy, value);
+        ASSERT_EQ(roomy, "x" + nxStringHelper::GetAsString(value)) << value;
+
+        long long const whole = static_cast<long long>(bits % 1000000000) >> bits % 30;
+        auto const places = static_cast<unsigned char>(bits % 10);
+        nxDecimal const decimal = Raw(i % 2 == 0 ? whole : -whole, places);
+        std::string text = decimal.GetAsString();
+        char buffer[nxDecimal::maximumTextSize];
+        buffer[text.size() + 1] = '#';
+        decimal.GetAsString(buffer);
+        ASSERT_EQ(buffer, text);
+        ASSERT_EQ(buffer[text.size() + 1], '#') << "a byte behind the text of " << text;
+        ASSERT_TRUE(nxDecimal(text) == decimal) << text;
+        roomy.clear();
+        nxStringHelper::AppendAsString(roomy, decimal.GetValue());
+        ASSERT_EQ(roomy, std::to_string(decimal.GetValue()));
+    }
 }
 
 TEST(nxDecimalCost, NoMemory)

@@ -53,19 +53,12 @@ std::string Listed(nxExchangeRateList const& list)
 template <class ValueT>
 std::string Holding(ValueT const& left, ValueT const& right)
 {
-    std::string holding;
-    holding += left == right ? "== " : "";
-    holding += left != right ? "!= " : "";
-    holding += left < right ? "< " : "";
-    holding += left <= right ? "<= " : "";
-    holding += left > right ? "> " : "";
-    holding += left >= right ? ">= " : "";
-    return holding;
+    return std::string(left == right ? "== " : "") + (left != right ? "!= " : "") +
+           (left < right ? "< " : "") + (left <= right ? "<= " : "") + (left > right ? "> " : "") +
+           (left >= right ? ">= " : "");
 }
 
-class nxExchangeRateLog : public nxRecordingTest
-{
-};
+using nxExchangeRateLog = nxRecordingTest;
 
 class Keys : public nxExchangeRateList
 {
@@ -77,25 +70,22 @@ public:
 
 TEST(nxMoney, Text)
 {
-    nxMoney money = Money("100.50USD");
-    EXPECT_TRUE(money.GetDecimalValue() == nxDecimal("100.50") && money.GetCurrency() == NX_USD);
-    EXPECT_EQ(money.GetAsString(','), "100,50USD");
-    EXPECT_EQ(Money("-1.5EUR").GetAsLogString(), "-1.5EUR");
-    EXPECT_EQ(nxMoney().GetAsString('.'), "0???");
-    EXPECT_EQ(nxMoney::GetNullMoney().GetAsString('.'), "???");
-    EXPECT_EQ(nxMoney::GetNullMoney().GetAsLogString(), "NULL");
-
-    money = Money("USD"); // a null amount of that currency
-    EXPECT_TRUE(money.IsNull() && money.GetCurrency() == NX_USD);
-    EXPECT_EQ(money.GetAsString('.'), "USD");
-    money.SetNoChange();
-    EXPECT_TRUE(money.IsNoChange() && money.GetCurrency().IsNoChange());
-    EXPECT_EQ(money.GetAsString('.'), "NO_CHANGE"); // by its currency
-    EXPECT_EQ(money.GetAsLogString(), "NO_CHANGE");
-
+    nxMoney noChange;
+    noChange.SetNoChange();
+    EXPECT_TRUE(noChange.IsNoChange() && noChange.GetCurrency().IsNoChange());
+    using Row = std::tuple<nxMoney, char const*, char const*>;
+    for (auto const& [money, text, logText] :
+         {Row{nxMoney(nxDecimal("100.50"), NX_USD), "100,50USD", "100.50USD"},
+          Row{Money("-1.5EUR"), "-1,5EUR", "-1.5EUR"}, Row{nxMoney(), "0???", "0???"},
+          Row{nxMoney::GetNullMoney(), "???", "NULL"}, Row{Money("USD"), "USD", "NULL"},
+          Row{noChange, "NO_CHANGE", "NO_CHANGE"}}) // by its currency
+    {
+        EXPECT_EQ(money.GetAsString(','), text);
+        EXPECT_EQ(money.GetAsLogString(), logText);
+    }
     for (char const* text : {"", "US", "100.50", "1usd", "1BUY", "1 USD", "1,5USD", "-USD", "USD1"})
     {
-        money = Money("7EUR");
+        nxMoney money = Money("7EUR");
         EXPECT_TRUE(nxStringHelper::SetFromString(text, money, '.') == NX_ERR_INVALID_PARAMETER) << text;
         EXPECT_TRUE(money.IsNull() && money.GetCurrency().IsUndefined()) << text;
     }
@@ -107,22 +97,18 @@ TEST(nxMoney, Arithmetic)
     nxMoney const three = Money("3.0USD");
     nxMoney const euros = Money("3EUR");
     nxDecimal const half("0.5");
-    std::string results;
-    for (nxMoney const& result :
-         {two + three, two - three, two * three, two / three, two + half, two - half, two * half, two / half})
-        results += result.GetAsString() + ' ';
-    EXPECT_EQ(results, "5.0USD -1.0USD 6.0USD 0.7USD 2.5USD 1.5USD 1.0USD 4.0USD ");
-    for (nxMoney const& mixed : {two + euros, two - euros, two * euros, two / euros, two + nxMoney()})
-        EXPECT_TRUE(mixed.IsNull() && mixed.GetCurrency().IsUndefined());
     nxMoney money(two);
     money += half;
     money *= three;
-    EXPECT_EQ(money.GetAsString(), "7.5USD");
     EXPECT_EQ(&-money, &money); // changes the object
-    EXPECT_EQ(money.GetAsString(), "-7.5USD");
-    money -= euros;
-    EXPECT_EQ(money.GetAsLogString(), "NULL");
-    EXPECT_EQ((two + Money("USD")).GetAsString(), "2USD"); // a null on the right is ignored
+    std::string results;
+    for (nxMoney const& result : {two + three, two - three, two * three, two / three, two + half, two - half,
+                                  two * half, two / half, money, two + Money("USD")})
+        results += result.GetAsString() + ' ';
+    EXPECT_EQ(results, "5.0USD -1.0USD 6.0USD 0.7USD 2.5USD 1.5USD 1.0USD 4.0USD -7.5USD "
+                       "2USD "); // a null on the right is ignored
+    for (nxMoney const& mixed : {two + euros, two - euros, two * euros, two / euros, two + nxMoney()})
+        EXPECT_TRUE(mixed.IsNull() && mixed.GetCurrency().IsUndefined());
 }
 
 TEST(nxMoney, Comparison)
@@ -147,9 +133,8 @@ TEST(nxRatio, ValuesAndTexts)
 {
     nxRatio ratio;
     EXPECT_TRUE(ratio.IsNull() && ratio.GetAsString().empty() && ratio.GetAsLogString() == "NULL");
-    EXPECT_TRUE(nxRatio(0, 5).IsValid());
     ratio.SetValue(0, 5);
-    EXPECT_TRUE(ratio.IsNull() && ratio.GetRHS() == 5);
+    EXPECT_TRUE(ratio.IsNull() && ratio.GetRHS() == 5 && nxRatio(0, 5).IsValid());
     ratio.SetNoChange();
     EXPECT_TRUE(ratio.IsNoChange() && ratio.GetLHS() == 0 && ratio.GetRHS() == 0);
     EXPECT_EQ(ratio.GetAsLogString(), "NO_CHANGE");
@@ -170,12 +155,13 @@ TEST(nxRatio, Comparison)
     nullWithNumbers.SetValue(0, 5);
     nxRatio noChange;
     noChange.SetNoChange();
-    EXPECT_EQ(Holding(nxRatio(), nullWithNumbers), "== <= >= ");
-    EXPECT_EQ(Holding(nxRatio(), noChange), "!= < <= ");
-    EXPECT_EQ(Holding(noChange, nxRatio(0, 0)), "!= < <= ");
-    EXPECT_EQ(Holding(nxRatio(1, 3), nxRatio(1, 2)), "!= < <= ");
-    EXPECT_EQ(Holding(nxRatio(1, 2), nxRatio(2, 4)), "!= > >= ");         // neither equal nor less
-    EXPECT_EQ(Holding(nxRatio(65536, 1), nxRatio(1, 65536)), "!= < <= "); // 2^32 wraps to 0
+    using Row = std::tuple<nxRatio, nxRatio, char const*>;
+    for (auto const& [left, right, holding] :
+         {Row{{}, nullWithNumbers, "== <= >= "}, Row{{}, noChange, "!= < <= "},
+          Row{noChange, {0, 0}, "!= < <= "}, Row{{1, 3}, {1, 2}, "!= < <= "},
+          Row{{1, 2}, {2, 4}, "!= > >= "},          // neither equal nor less
+          Row{{65536, 1}, {1, 65536}, "!= < <= "}}) // 2^32 wraps to 0
+        EXPECT_EQ(Holding(left, right), holding) << left.GetAsString() << ' ' << right.GetAsString();
 }
 
 TEST(nxExchangeRate, ConvertsOneWayOnly)
@@ -224,10 +210,10 @@ TEST_F(nxExchangeRateLog, DumpListsTheRatesBetweenDashes)
 {
     List({Rate(NX_USD, NX_EUR, "0.90"), Rate(NX_EUR, NX_USD, "")}).Dump(NX_WRN);
     std::string const dashes(40, '-');
-    std::vector<std::string> rates = {"USD:EUR=0.90", "EUR:USD=NULL"};
+    std::vector<std::string> rates = {dashes, "USD:EUR=0.90", "EUR:USD=NULL", dashes};
     if (nxCurrencyEnum(NX_USD) < nxCurrencyEnum(NX_EUR))
-        std::swap(rates[0], rates[1]); // the target's number comes first in the order
-    EXPECT_EQ(Messages(), (std::vector<std::string>{dashes, rates[0], rates[1], dashes}));
+        std::swap(rates[1], rates[2]); // the target's number comes first in the order
+    EXPECT_EQ(Messages(), rates);
     EXPECT_EQ(Levels(), std::vector<unsigned int>(4, NX_WRN));
 }
 
@@ -246,7 +232,8 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     list.RemoveExchangeRates(NX_USD); // the converter has a copy
     EXPECT_EQ(converter.ConvertToTargetCurrency(dollars).GetAsString(), "90.00EUR");
 
-    auto* const owned = new nxExchangeRateList(List({Rate(NX_USD, NX_EUR, "0.80")}));
+    nxExchangeRateList const rates = List({Rate(NX_USD, NX_EUR, "0.80")});
+    auto* const owned = new nxExchangeRateList(rates);
     converter.SetAndOwnExchangeRateList(owned);
     converter.SetAndOwnExchangeRateList(owned); // leaves it as it is
     converter.Lock();
@@ -257,20 +244,16 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     converter.SetDefaultTargetCurrency(nxCurrencyEnum());
 
     // For the thread and address sanitizers: rates are replaced while others convert by them.
-    nxExchangeRateList const rates = List({Rate(NX_USD, NX_EUR, "0.80")});
     std::atomic<int> wrong{0};
-    RunTogether(4,
-                [&](int thread)
-                {
-                    for (int n = 0; n < 1000; ++n)
-                    {
-                        if (thread == 0)
-                            converter.SetExchangeRateList(rates);
-                        else
-                            wrong += converter.ConvertToTargetCurrency(dollars, NX_EUR).GetAsString() !=
-                                     "80.00EUR";
-                    }
-                });
+    auto const work = [&](int thread)
+    {
+        for (int n = 0; n < 1000; ++n)
+            if (thread == 0)
+                converter.SetExchangeRateList(rates);
+            else
+                wrong += converter.ConvertToTargetCurrency(dollars, NX_EUR).GetAsString() != "80.00EUR";
+    };
+    RunTogether(4, work);
     EXPECT_EQ(wrong, 0);
 }
 
