@@ -21,27 +21,12 @@ namespace
 
 constexpr auto Raw = nxDecimal::ConstructFromValueAndDecimalPlaces;
 
-/// "NULL", "NOCHANGE" or a number.
-nxDecimal Make(std::string const& text)
-{
-    return text == "NULL"       ? nxDecimal::GetNullDecimal()
-           : text == "NOCHANGE" ? nxDecimal::GetNoChangeDecimal()
-                                : nxDecimal(text, '.');
-}
-
 /// Value and places as "500@2"; for what is not valid, and so must be cleared, the status.
 std::string Held(nxDecimal const& decimal)
 {
     std::string const number =
         std::to_string(decimal.GetValue()) + '@' + std::to_string(decimal.GetDecimalPlaces());
     return number == "0@0" && !decimal.IsValid() ? decimal.GetStatus().GetAsString() : number;
-}
-
-std::string Rounded(std::string const& value, std::string const& step, nxEnumValue method)
-{
-    nxDecimal decimal = Make(value);
-    decimal.Round(Make(step), nxRoundingMethodEnum(method));
-    return decimal.GetAsLogString();
 }
 
 } // namespace
@@ -83,12 +68,16 @@ TEST(nxDecimal, RoundsToAMultipleOfTheStep)
     };
     for (auto const& [value, step, down, up, nearest, modifiedNearest] : rows)
     {
-        SCOPED_TRACE(std::string(value) + " by " + step);
-        EXPECT_EQ(Rounded(value, step, NX_ROUNDING_METHOD_DOWN), down);
-        EXPECT_EQ(Rounded(value, step, NX_ROUNDING_METHOD_UP), up);
-        EXPECT_EQ(Rounded(value, step, NX_ROUNDING_METHOD_NEAREST), nearest);
-        EXPECT_EQ(Rounded(value, step, NX_UNDEFINED), nearest);
-        EXPECT_EQ(Rounded(value, step, NX_ROUNDING_METHOD_MODIFIED_NEAREST), modifiedNearest);
+        for (auto const& [method, rounded] : {std::pair(NX_ROUNDING_METHOD_DOWN, down),
+                                              {NX_ROUNDING_METHOD_UP, up},
+                                              {NX_ROUNDING_METHOD_NEAREST, nearest},
+                                              {NX_UNDEFINED, nearest},
+                                              {NX_ROUNDING_METHOD_MODIFIED_NEAREST, modifiedNearest}})
+        {
+            nxDecimal decimal(value, '.');
+            decimal.Round(nxDecimal(step, '.'), method);
+            EXPECT_EQ(decimal.GetAsLogString(), rounded) << value << " by " << step << ' ' << method;
+        }
     }
 }
 
@@ -171,17 +160,21 @@ TEST(nxUsualNumber, HasTheSameTextTheLongWay)
     }
 }
 
-TEST(nxDecimalCost, NoMemory)
+TEST(nxDecimalCost, NumbersAndTheirTextsTakeNoMemoryBeyondTheCallersString)
 {
-    std::string const text("-1234567.89");
+    std::string const texts[] = {"-1234567.89", "-1234567", "1234.5678901234567890123"};
     nxDecimal const step("0.25");
     char buffer[nxDecimal::maximumTextSize];
+    nxDecimal decimal;
+    int whole = 0;
+    double real = 0.0;
     std::string out;
     out.reserve(256);
 
     nxAllocationCount const count;
-    nxDecimal decimal;
-    EXPECT_TRUE(decimal.SetFromString(text, '.').IsOK());
+    EXPECT_TRUE(decimal.SetFromString(texts[0], '.').IsOK());
+    EXPECT_TRUE(nxStringHelper::SetFromString(texts[1], whole).IsOK());
+    EXPECT_TRUE(nxStringHelper::SetFromString(texts[2], real, '.').IsOK());
     decimal += decimal;
     decimal = decimal - step * step / step;
     decimal.Round(step, NX_ROUNDING_METHOD_NEAREST);
@@ -189,27 +182,12 @@ TEST(nxDecimalCost, NoMemory)
     decimal.GetAsString(buffer, '.');
     decimal.AppendAsString(out, '.');
     decimal.AppendAsLogString(out, '.');
-    EXPECT_EQ(count.Get(), 0u);
-    EXPECT_EQ(out, "-2469136.00-2469136.00");
-}
-
-TEST(nxStringHelperCost, NoMemoryBeyondTheCallersString)
-{
-    std::string const wholeText("-1234567");
-    std::string const realText("1234.5678901234567890123");
-    std::string out;
-    out.reserve(256);
-
-    nxAllocationCount const count;
-    int whole = 0;
-    double real = 0.0;
-    EXPECT_TRUE(nxStringHelper::SetFromString(wholeText, whole).IsOK());
-    EXPECT_TRUE(nxStringHelper::SetFromString(realText, real, '.').IsOK());
     nxStringHelper::AppendAsString(out, whole);
     nxStringHelper::AppendAsString(out, 18446744073709551615ull);
     nxStringHelper::AppendAsString(out, real);
     nxStringHelper::AppendAsString(out, 1e300);
     nxStringHelper::AppendAsString(out, nxRoundingMethodEnum(NX_ROUNDING_METHOD_DOWN));
     EXPECT_EQ(count.Get(), 0u);
-    EXPECT_EQ(out, "-1234567184467440737095516151234.5678901231.000000e+300NX_ROUNDING_METHOD_DOWN");
+    EXPECT_EQ(out, "-2469136.00-2469136.00-1234567184467440737095516151234.5678901231.000000e+300"
+                   "NX_ROUNDING_METHOD_DOWN");
 }
