@@ -1,6 +1,7 @@
 // F24: what large input may cost. nxcore_bounds [full]
 
 #include "core/numbers/nxDecimal.h"
+#include "core/numbers/nxDoubleValueWrapper.h"
 #include "core/prices/nxPriceConverter.h"
 #include "core/prices/nxPriceConverterHelper.h"
 #include "core/text/nxCSVFileReader.h"
@@ -12,65 +13,34 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <new>
 
-#include <fcntl.h>
 #include <malloc.h>
-#include <signal.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
 std::size_t requested = 0; // by `new`, in all
 
-/// A pipe with a name, into which another process writes the block over and over.
-class EndlessFile
-{
-public:
-    EndlessFile(std::string const& block, std::size_t times) : _path(_directory.path / "pipe")
-    {
-        if (mkfifo(_path.c_str(), 0600) != 0)
-            NotRun("F24 bounds: no pipe can be made");
-        _writer = fork();
-        if (_writer != 0)
-            return;
-        (void)signal(SIGPIPE, SIG_IGN);
-        int const pipe = open(_path.c_str(), O_WRONLY);
-        for (std::size_t i = 0; i < times; ++i)
-            if (write(pipe, block.data(), block.size()) != static_cast<ssize_t>(block.size()))
-                break;
-        _exit(0);
-    }
-    EndlessFile(EndlessFile const&) = delete;
-    EndlessFile& operator=(EndlessFile const&) = delete;
-    ~EndlessFile()
-    {
-        (void)waitpid(_writer, nullptr, 0);
-    }
-
-    std::string GetPath() const
-    {
-        return _path.string();
-    }
-
-private:
-    Directory _directory;
-    std::filesystem::path _path;
-    pid_t _writer = 0;
-};
-
 std::size_t BytesInUse()
 {
     struct mallinfo2 const use = mallinfo2();
     return use.uordblks + use.hblkhd;
+}
+
+/// Has a pipe read, which has no size, and no end before the command has one.
+nxErrorEnum ReadOutput(nxCSVFileReader& reader, std::string const& command)
+{
+    std::FILE* const output = popen(command.c_str(), "r");
+    if (output == nullptr)
+        NotRun("F24 bounds: no pipe can be made");
+    nxErrorEnum const result = reader.ReadFile("/proc/self/fd/" + std::to_string(fileno(output)));
+    (void)pclose(output);
+    return result;
 }
 
 /// @return what a row takes, in bytes, when so many have been read.
@@ -79,15 +49,11 @@ double BytesOfARow(std::size_t rows)
     std::string row;
     for (char letter = 'a'; letter < 'q'; ++letter)
         row += std::string(63, letter) + ',';
-    row.back() = '\n'; // 1 KiB with its line feed
-    std::string block;
-    constexpr std::size_t rowsOfABlock = 64;
-    for (std::size_t i = 0; i < rowsOfABlock; ++i)
-        block += row;
-    EndlessFile const file(block, rows / rowsOfABlock);
+    row.pop_back(); // 1 KiB with its line feed
     std::size_t const before = BytesInUse();
     nxCSVFileReader reader;
-    if (!reader.ReadFile(file.GetPath()).IsOK() || reader.GetRowCount() != rows)
+    if (!ReadOutput(reader, "yes " + row + " | head -n " + std::to_string(rows)).IsOK() ||
+        reader.GetRowCount() != rows)
         return -1;
     return static_cast<double>(BytesInUse() - before) / static_cast<double>(rows);
 }
@@ -109,10 +75,10 @@ bool RowFigure()
 bool LineFigure()
 {
     auto const start = Clock::now();
-    EndlessFile const file(std::string(1 << 20, 'x'), 1024);
     std::size_t const before = BytesInUse();
     nxCSVFileReader reader;
-    bool const isRefused = reader.ReadFile(file.GetPath()) == NX_ERR_CSV_FILE_READ_ERROR;
+    bool const isRefused =
+        ReadOutput(reader, "head -c 1G /dev/zero | tr '\\0' x") == NX_ERR_CSV_FILE_READ_ERROR;
     std::size_t const kept = BytesInUse() - before;
     constexpr std::size_t mostKept = 1 << 20;
     return Report(start, isRefused && kept < mostKept, "F24 bounds, a line of 1 GiB: %s, %zu bytes kept",
@@ -125,11 +91,7 @@ std::vector<Reader> MakeReaders()
 {
     std::vector<Reader> readers = {
         [](std::string const& text) { (void)nxDecimal().SetFromString(text, '.'); },
-        [](std::string const& text)
-        {
-            double value = 0;
-            (void)nxStringHelper::SetFromString(text, value);
-        },
+        [](std::string const& text) { (void)nxDoubleValueWrapper().SetFromString(text); },
         [](std::string const& text) { (void)nxGenericEnum().SetFromString(text); },
         [](std::string const& text)
         {
@@ -179,8 +141,7 @@ bool TextFigure()
         for (Reader const& read : MakeReaders())
         {
             std::size_t const before = requested;
-            std::clock_t const begin =
-                std::clock(); // of the processor, which a load on the machine does not change
+            std::clock_t const begin = std::clock(); // of the processor, whatever the load
             read(text);
             double const seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
             std::size_t const bytes = requested - before;

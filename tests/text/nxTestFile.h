@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <string>
-#include <unistd.h>
 
 /// A file or directory of a test's own, gone with the object.
 class nxTestFile
@@ -15,17 +15,11 @@ public:
     }
 
     /// Names the file only.
-    nxTestFile()
-    {
-        char directory[] = "/tmp/nxtest.XXXXXX";
-        _directory = ::mkdtemp(directory) == nullptr ? std::string() : directory;
-        _path = _directory + "/file";
-    }
+    nxTestFile() = default;
 
     ~nxTestFile()
     {
-        (void)std::remove(_path.c_str());
-        (void)std::remove(_directory.c_str());
+        std::filesystem::remove_all(_directory);
     }
 
     nxTestFile(nxTestFile const&) = delete;
@@ -33,9 +27,7 @@ public:
 
     void Write(std::string const& content) const
     {
-        std::FILE* const file = std::fopen(_path.c_str(), "wb");
-        (void)std::fwrite(content.data(), 1, content.size(), file);
-        (void)std::fclose(file);
+        std::ofstream(_path, std::ios::binary) << content;
     }
 
     std::string const& Path() const
@@ -49,6 +41,6 @@ public:
     }
 
 private:
-    std::string _directory;
-    std::string _path;
+    std::string const _directory = ::mkdtemp(std::string("/tmp/nxtest.XXXXXX").data());
+    std::string const _path = _directory + "/file";
 };
