@@ -14,12 +14,7 @@ struct Record
 {
     std::mutex mutex;
     std::vector<unsigned int> run;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true); // held by all work that there is
-
-    std::size_t CountAlive() const
-    {
-        return static_cast<std::size_t>(alive.use_count()) - 1;
-    }
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true); // held by all work that there is, too
 };
 
 /// Notes that it was run; one with children pushes that many more, which have none.
@@ -82,7 +77,8 @@ void CheckByHand(FuzzInput& input)
         }
         else
             FUZZ_EQUAL(queue.Dispatch().IsOK(), hasOne), hasOne ? runOldest() : void();
-        FUZZ_CHECK(queue.Size() == waiting.size() && record.CountAlive() == waiting.size());
+        FUZZ_CHECK(queue.Size() == waiting.size() &&
+                   std::cmp_equal(record.alive.use_count(), 1 + waiting.size()));
         FUZZ_CHECK(record.run == expected);
     }
     while (queue.Pop(&popped).IsOK())
@@ -116,14 +112,14 @@ void CheckWorkers(FuzzInput& input, unsigned int workers)
         sched_yield();
     FUZZ_CHECK(queue.Stop().IsOK());
     FUZZ_EQUAL(record.run.size() + queue.Size(), std::size_t{before} + after);
-    FUZZ_EQUAL(record.CountAlive(), std::size_t{queue.Size()});
+    FUZZ_EQUAL(record.alive.use_count(), 1L + queue.Size());
     if (workers > 1) // they end in any order, but the oldest are taken first
         std::sort(record.run.begin(), record.run.end());
     for (unsigned int i = 0; i < record.run.size(); ++i)
         FUZZ_EQUAL(record.run[i], i);
     for (nxFunctor* left = nullptr; queue._Pop(&left).IsOK();)
         delete left;
-    FUZZ_EQUAL(record.CountAlive(), std::size_t{0});
+    FUZZ_EQUAL(record.alive.use_count(), 1L);
 }
 } // namespace
 

@@ -36,15 +36,10 @@ public:
     {
     }
 
-    bool IsEmpty() const
-    {
-        return _next == _end;
-    }
-
     /// True for as many steps as an input may have, which is what keeps a sequence of calls short.
     bool HasStep()
     {
-        return !IsEmpty() && _steps-- != 0;
+        return _next != _end && _steps-- != 0;
     }
 
     /// A value of a plain type, in the byte order of the machine.
@@ -142,10 +137,9 @@ inline unsigned long long FuzzNumber(std::string const& digits)
 /// The C library's digits of a real with the zeros at the end cut off.
 inline std::string FuzzFixed(double value, unsigned int places)
 {
-    std::string text = FUZZ_FORMAT("%.*f", static_cast<int>(places), value);
-    if (places != 0)
-        text.erase(text.find_last_not_of('0') + 1);
-    return text.substr(0, text.size() - (text.ends_with('.') ? 1 : 0));
+    std::string text = FUZZ_FORMAT("%#.*f", static_cast<int>(places), value); // always with a point
+    text.erase(text.find_last_not_of('0') + 1);
+    return text.substr(0, text.size() - text.ends_with('.'));
 }
 
 /// What the library gave, as a text for the complaint.

@@ -174,7 +174,8 @@ private:
 
 void FuzzStart()
 {
-    setenv("KVT_LOG_FORCE_FLUSH", isDeferred ? "NO" : "YES", 1);
+    if (isDeferred)
+        unsetenv("KVT_LOG_FORCE_FLUSH");
     setenv("KVT_LOG_DIRECTORY", FuzzFolder().c_str(), 1);
     for (std::size_t device = 0; device < devices.size(); ++device)
         devices[device].name = std::to_string(device);

@@ -138,7 +138,6 @@ void CheckFileName(FuzzInput& input)
 void FuzzStart()
 {
     static Recorder& recorder = *new Recorder;
-    setenv("KVT_LOG_FORCE_FLUSH", "YES", 1);
     setenv("KVT_LOG_DIRECTORY", FuzzFolder().c_str(), 1);
     nxLogManager::GetInstance().RegisterLogDevice(&recorder);
 }

@@ -160,16 +160,11 @@ void CheckNumbers(FuzzInput& input, std::string const& format)
     auto const date = input.Take<unsigned int>();
     auto const digits = static_cast<int>(date);
     nxDateTime day(nxNullInitalizer{});
-    if (date >= 10000000 && date <= 99999999)
+    if (digits >= 10000000 && digits <= 99999999)
         CheckChange(day, {digits / 10000, digits / 100 % 100, digits % 100, 0, 0, 0},
                     [&] { day.SetFromISODate(date); });
 }
 } // namespace
-
-void FuzzStart()
-{
-    setenv("TZ", "UTC0", 1);
-}
 
 void FuzzOne(FuzzInput& input)
 {

@@ -5,8 +5,6 @@
 #include "core/vocabulary/nxVocabulary.h"
 #include "core/vocabulary/nxVocabularyCatalogue.h"
 
-#include <iterator>
-
 namespace
 {
 using Catalogue = nxVocabularyCatalogue;
@@ -64,10 +62,10 @@ void CheckMask(char const* name, unsigned long long bits, std::string const& sep
     constexpr bool hasNull = !std::is_same_v<MaskT, nxExtendedAttributeHighlightBitMask>;
     FUZZ_EQUAL(mask.IsNull(), hasNull && (value & nullBit) != 0);
     FUZZ_EQUAL(mask.IsNoChange(), (value & noChangeBit) != 0);
-    bool const startsAnew = !mask.IsValid();
     constexpr Number two = 6; // bits
+    Number const expected = (mask.IsValid() ? value : 0) | two;
     mask.SetBits(two);
-    FUZZ_EQUAL(mask.GetValue(), static_cast<Number>((startsAnew ? 0 : value) | two));
+    FUZZ_EQUAL(mask.GetValue(), expected);
     mask.ClearBits(two);
     FUZZ_CHECK(!mask.AreAnyBitsSet(two) && mask.AreAllBitsSet(Number{0}));
 }

@@ -5,6 +5,8 @@
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1); // or the log's lines cover the fuzzer's
+    (void)setenv("KVT_LOG_FORCE_FLUSH", "YES", 1);
+    (void)setenv("TZ", "UTC0", 1);
     if (FuzzStart != nullptr)
         FuzzStart();
     return 0;
