@@ -131,9 +131,9 @@ void CheckFields(FuzzInput& input)
 {
     auto const small = [&input] { return static_cast<int>(input.Take<short>()); };
     Fields fields{1970 + small() % 2000, small(), small(), small(), small(), small()};
-    auto const& [year, month, day, hour, minute, second] = fields;
     nxDateTime moment(2'000'000'000LL);
-    CheckChange(moment, fields, [&] { moment = nxDateTime(year, month, day, hour, minute, second, 7); });
+    auto const make = [](auto... numbers) { return nxDateTime(numbers..., 7); };
+    CheckChange(moment, fields, [&] { moment = std::apply(make, fields); });
     int const number = small();
     fields = {moment.GetYear() + number % 1000, moment.GetMonth() + number, moment.GetDay() - number,
               moment.GetHour() + number,        moment.GetMinute(),         moment.GetSecond()};

@@ -114,13 +114,13 @@ TEST(nxMoney, Arithmetic)
 TEST(nxMoney, Comparison)
 {
     using Row = std::tuple<char const*, char const*, char const*>;
-    for (auto const& [left, right, holding] :
-         {Row{"1.0EUR", "1.00EUR", "== <= >= "}, Row{"1EUR", "2EUR", "!= < <= "},
-          Row{"2EUR", "1EUR", "!= > >= "}, Row{"EUR", "1EUR", "!= < <= "},
-          Row{"EUR", "EUR", "== <= >= "}, // null amounts sort below
-          // Across currencies the amount and the currency must agree, which goes by its number.
-          Row{"1EUR", "1USD", "!= < <= "}, Row{"1EUR", "2USD", "!= < <= "}, Row{"2EUR", "1USD", "!= "},
-          Row{"1USD", "1EUR", "!= > >= "}, Row{"1USD", "2EUR", "!= "}, Row{"2USD", "1EUR", "!= > >= "}})
+    for (
+        auto const& [left, right, holding] :
+        {// Null amounts sort below; across currencies the amount and the currency, by its number, must agree.
+         Row{"1.0EUR", "1.00EUR", "== <= >= "}, Row{"1EUR", "2EUR", "!= < <= "},
+         Row{"2EUR", "1EUR", "!= > >= "}, Row{"EUR", "EUR", "== <= >= "}, Row{"EUR", "1EUR", "!= < <= "},
+         Row{"1EUR", "1USD", "!= < <= "}, Row{"1EUR", "2USD", "!= < <= "}, Row{"2EUR", "1USD", "!= "},
+         Row{"1USD", "1EUR", "!= > >= "}, Row{"1USD", "2EUR", "!= "}, Row{"2USD", "1EUR", "!= > >= "}})
         EXPECT_EQ(Holding(Money(left), Money(right)), holding) << left << ' ' << right;
 }
 

@@ -70,8 +70,8 @@ TEST(nxDoubleValueWrapper, Text)
     EXPECT_EQ(value.GetAsString() + value.GetAsLogString(), "1.51.5");
     EXPECT_FALSE(value.SetFromString("1,5").IsOK());
     EXPECT_TRUE(value.IsNull());
-    EXPECT_EQ(value.GetAsString() + value.GetAsLogString(),
-              "4.503600e+15"); // not NULL: this is how logs have it
+    // The null is not NULL: this is how logs have it.
+    EXPECT_EQ(value.GetAsString() + value.GetAsLogString(), "4.503600e+15");
     EXPECT_TRUE(value.SetFromString("-2.25").IsOK());
     EXPECT_EQ(double(value), -2.25);
     value.SetNoChange();
