@@ -154,8 +154,8 @@ TEST(nxRatio, Comparison)
     for (auto const& [left, right, holding] :
          {Row{{}, nullWithNumbers, "== <= >= "}, Row{{}, noChange, "!= < <= "},
           Row{noChange, {0, 0}, "!= < <= "}, Row{{1, 3}, {1, 2}, "!= < <= "},
-          Row{{1, 2}, {2, 4}, "!= > >= "},          // neither equal nor less
-          Row{{65536, 1}, {1, 65536}, "!= < <= "}}) // 2^32 wraps to 0
+          Row{{1, 2}, {1, 2}, "== <= >= "}, Row{{1, 2}, {2, 4}, "!= > >= "}, // neither equal nor less
+          Row{{65536, 1}, {1, 65536}, "!= < <= "}})                          // 2^32 wraps to 0
         EXPECT_EQ(Holding(left, right), holding) << left.GetAsString() << ' ' << right.GetAsString();
 }
 

@@ -57,11 +57,13 @@ TEST(nxDoubleValueWrapper, ComparesWithToleranceAndPrefersTheValid)
     nxDoubleValueWrapper const null = nxDoubleValueWrapper::GetNullInstance();
     nxDoubleValueWrapper const noChange = nxDoubleValueWrapper::GetNoChangeInstance();
     nxDoubleValueWrapper const five(5.0);
+    nxDoubleValueWrapper const six(6.0);
     nxDoubleValueWrapper const nearFive(5.000000001);
     EXPECT_EQ(double(five.GetMax(null, five)), 5.0);
     EXPECT_EQ(double(five.GetMin(five, noChange)), 5.0);
     EXPECT_TRUE(five.GetMax(null, noChange).IsNoChange());
     EXPECT_EQ(double(five.GetMin(nearFive, five)), 5.000000001);
+    EXPECT_EQ(double(five.GetMin(six, five)) + double(five.GetMax(five, six)), 11.0);
 }
 
 TEST(nxDoubleValueWrapper, Text)
