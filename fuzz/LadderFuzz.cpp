@@ -55,13 +55,8 @@ void CheckRound(ExactLadder const& ladder, nxDecimal const& price, nxEnumValue m
 /// A tick of any size, or none: a count of ticks is one product, so none is too many.
 void CheckFixedTick(FuzzInput& input)
 {
-    auto const take = [&input]
-    {
-        auto const value = input.Take<long long>();
-        return nxDecimal::ConstructFromValueAndDecimalPlaces(value, input.Take<unsigned char>());
-    };
-    nxPriceManipulator const manipulator(take());
-    nxDecimal price = take();
+    nxPriceManipulator const manipulator(FuzzDecimal<nxDecimal, long long>(input));
+    auto price = FuzzDecimal<nxDecimal, long long>(input);
     manipulator.Increment(price, input.Take<int>());
     manipulator.Increment(price);
     manipulator.Decrement(price);
