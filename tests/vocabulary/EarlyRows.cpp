@@ -11,15 +11,9 @@
 namespace
 {
 template <typename Mask>
-struct OpenMask : public Mask
-{
-    using Mask::_GetDescriptionMap;
-};
-
-template <typename Mask>
 bool Holds(char const* className, nxBitMaskRow const& row)
 {
-    auto const& rows = OpenMask<Mask>::_GetDescriptionMap()[className];
+    auto const& rows = nxOpenMask<Mask>::_GetDescriptionMap()[className];
     auto const found = rows.find(static_cast<typename std::decay_t<decltype(rows)>::key_type>(row.bits));
     return found != rows.end() && found->second.first == row.token && found->second.second == row.text;
 }

@@ -52,6 +52,13 @@ struct nxOpenEnum : Enumeration
     using Enumeration::_MinValue;
 };
 
+/// A mask of the library with its rows to be read.
+template <typename Mask>
+struct nxOpenMask : Mask
+{
+    using Mask::_GetDescriptionMap;
+};
+
 template <typename Enumeration>
 Enumeration Make(unsigned int number)
 {
