@@ -64,14 +64,13 @@ last() {
   rm -f "$log"
 }
 
-notRun() { ! wanted "$1" || echo "$1 $2: not run, $3"; }
-
 configure_and_build release || exit 2
 faults=build/release/tests/faults
 
 fuzz F1 "fuzz, a million inputs a target or 20 s" -runs=1000000 20
 suite F2 "suite, clang's address and undefined-behaviour sanitizers" -asan
-notRun F2 "suite, g++ -O0, its sanitizers and the standard library's assertions" "it has not been tried as a whole; ./test -checked does it"
+suite F2 "suite, g++ -O0, its sanitizers and the standard library's assertions" -checked
+suite F2 "suite, clang" -clang
 suite F2 "suite, static library" -static
 suite F3 "suite, thread sanitizer" -tsan
 for figure in soak pool; do
@@ -90,10 +89,10 @@ for library in nxcore nxcore-static; do figure F19 "build/release/tests/vocabula
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
 last F21 ./test -coverage
-last F22 scripts/mutants.py 60
-suite F23 "suite 2 times, shuffled, on one core beside a load" -repeat 2
+suite F23 "suite 3 times, shuffled, on one core beside a load" -repeat 3
 fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
 figure F24 build/release/tests/text/nxcore_bounds full
+last F22 scripts/mutants.py 60
 
 echo "on $(nproc) cores of $(sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -1), $(uname -sr), $(g++ --version | head -1), $(date +%F)"
 exit $failed

@@ -56,7 +56,7 @@ void KillWhenBusy(pid_t child, Region const& shared, unsigned int turns)
 
 bool Show()
 {
-    unsigned int const kills = Trials(300, 10000);
+    unsigned int const kills = Trials(300, 50000);
     auto const start = Clock::now();
     Region& shared = MakeShared<Region>();
     (void)shared.mutex.InitialiseAsShared(true);

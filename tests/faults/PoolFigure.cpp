@@ -101,7 +101,7 @@ bool EachOnce(unsigned int functors, unsigned int workers, bool isOrdered)
 bool Show()
 {
     // Beside other tests, the quick one looks for hangs only.
-    bool const isPrompt = Stops(Trials(300, 10000), isFull ? 0.5 : 10.0);
+    bool const isPrompt = Stops(Trials(300, 100000), isFull ? 0.5 : 10.0);
     bool const isComplete = EachOnce(Trials(100000, 10000000), 4, false);
     return EachOnce(Trials(50000, 1000000), 1, true) && isComplete && isPrompt;
 }

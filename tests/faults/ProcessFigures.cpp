@@ -111,7 +111,7 @@ bool ShowForks()
         return OpenDescriptors() <= std::stoul(before);
     if (underAddressSanitizer)
         NotRun("F12 fork: not run, the locks of the sanitizer's allocator stay as a fork finds them");
-    unsigned int const children = Trials(200, 5000);
+    unsigned int const children = Trials(200, 10000);
     auto const start = Clock::now();
     Directory const directory;
     Host host(
@@ -176,7 +176,7 @@ int RunToItsEnd(unsigned int way, unsigned int microseconds)
 
 bool ShowExits()
 {
-    unsigned int const count = Trials(300, 5000);
+    unsigned int const count = Trials(300, 10000);
     constexpr double longest = 2.0;
     auto const start = Clock::now();
     Chance chance(11);
