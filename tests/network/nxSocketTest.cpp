@@ -625,8 +625,9 @@ TEST_F(nxSocketTest, SendToAnswersReceiveFrom)
 TEST_F(nxSocketTest, SendToAfterBindReachesItself)
 {
     nxSocket socket;
-    auto const port = static_cast<int>(OpenForDatagrams(socket)); // a free one, for the next
-    ASSERT_TRUE(socket.Close().IsOK() && socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
+    nxSocket other; // tells a free port
+    auto const port = static_cast<int>(OpenForDatagrams(other));
+    ASSERT_TRUE(other.Close().IsOK() && socket.Create(NX_SOCKET_TYPE_UDP).IsOK());
     ASSERT_TRUE(socket.Bind(here, port).IsOK());
     ASSERT_TRUE(socket.SendTo("me").IsOK());
     EXPECT_EQ(Receive(socket), "me");
