@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 namespace
@@ -54,6 +55,13 @@ TEST(nxEnumRegistration, EntersARowUnlessItsNumberOrTokenIsTakenOrTooLong)
         EXPECT_EQ(nxAnyEnum(row.number).GetLongDescription() == row.text, row.isEntered) << row.token;
     }
     EXPECT_FALSE(nxAnyEnum::_Register(0, "ZERO_WORD", "Zero"));
+    // A listing goes up to the bound itself, unlike an assignment.
+    nxWiderEnum<nxBuySellEnum> wider;
+    EXPECT_TRUE(nxAnyEnum::_Register(wider._MaxValue(), "BOUND", "At the bound"));
+    std::set<nxEnumValue> rows;
+    wider.GetRegisteredEnumValuesForInstance(rows);
+    EXPECT_EQ(*rows.rbegin(), wider._MaxValue());
+    EXPECT_FALSE(wider.SetFromString("BOUND"));
 }
 
 // References into the registry are good for as long as the process lives, whatever is entered later.
