@@ -96,6 +96,7 @@ namespace
 {
 
 constexpr char longText[] = "a text that no small string holds without an allocation";
+std::string const someText = longText;
 
 unsigned int operations = 0;
 unsigned long refused = 0;
@@ -151,10 +152,17 @@ void Starve(char const* name, bool isKept, Operation operation)
 
 constexpr auto showIt = [](auto const& object) { return Show(object); };
 
-/// An operation on the object that `make` gives. @param show  tells its state as a text.
-template <typename Make, typename Act, typename ShowState = decltype(showIt)>
-void On(char const* name, Make make, Act act, ShowState show = showIt, bool isKept = false)
+/// An operation on a copy of `origin`, or on what it gives. @param show  tells the object's state as a text.
+template <typename Origin, typename Act, typename ShowState = decltype(showIt)>
+void On(char const* name, Origin const& origin, Act act, ShowState show = showIt, bool isKept = false)
 {
+    auto const make = [&]
+    {
+        if constexpr (std::is_invocable_v<Origin const&>)
+            return origin();
+        else
+            return origin;
+    };
     auto const operation = [&](long granted)
     {
         auto object = make();
@@ -178,24 +186,10 @@ void On(char const* name, Make make, Act act, ShowState show = showIt, bool isKe
     }
 }
 
-template <typename Object, typename Act>
-void Changes(char const* name, Act act)
-{
-    On(
-        name, [] { return Object(); }, act);
-}
-
-template <typename Act>
-void ChangesText(char const* name, Act act)
-{
-    On(
-        name, [] { return std::string(longText); }, act);
-}
-
 template <typename Act>
 void Gives(char const* name, Act act)
 {
-    ChangesText(name, [act](std::string& text) { text = act() + longText; });
+    On(name, someText, [act](std::string& text) { text = act() + longText; });
 }
 
 /// An operation after which there is nothing to look at but that it works again.
@@ -203,7 +197,7 @@ template <typename Act>
 void Does(char const* name, Act act)
 {
     On(
-        name, [] { return 0; }, [act](int) { act(); }, [](int) { return std::string(); }, true);
+        name, 0, [act](int) { act(); }, [](int) { return std::string(); }, true);
 }
 
 class Nothing : public nxFunctor
@@ -235,16 +229,16 @@ void StarveTexts(files::path const& directory)
     files::path const rows = directory / "rows.csv";
     std::ofstream(rows) << "first,\"second, which is quoted\",third\n" << longText << ",2,3\n";
     Gives("text of a double", [] { return nxStringHelper::GetAsString(1.0 / 3.0); });
-    ChangesText("append", [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
-    ChangesText("append hex",
-                [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
-    ChangesText("replace", [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
-    ChangesText("pad", [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
+    On("append", someText, [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
+    On("append hex", someText,
+       [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
+    On("replace", someText, [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
+    On("pad", someText, [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
     Gives("trimmed", [] { return nxStringHelper::GetLeftTrimmed(longText); });
     Gives("quoted field", [&] { return nxStringParser(fields).GetSubString(',', '"'); });
-    ChangesText("column", [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
+    On("column", someText, [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
     On(
-        "row", [] { return nxCSVFileRow(); }, [&](nxCSVFileRow& row) { row.SetRowData(fields, ','); },
+        "row", nxCSVFileRow(), [&](nxCSVFileRow& row) { row.SetRowData(fields, ','); },
         [](nxCSVFileRow const& row)
         {
             std::string text;
@@ -252,27 +246,26 @@ void StarveTexts(files::path const& directory)
                 text += row.GetColValue(i) + "|";
             return text;
         });
-    On(
-        "file", [] { return nxCSVFileReader(',', true); },
-        [&](nxCSVFileReader& reader) { (void)reader.ReadFile(rows.string()); });
+    On("file", nxCSVFileReader(',', true),
+       [&](nxCSVFileReader& reader) { (void)reader.ReadFile(rows.string()); });
 }
 
 void StarveValues()
 {
-    Changes<nxDecimal>("decimal", [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
+    On("decimal", nxDecimal(), [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
     Gives("text of a decimal", [] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); });
-    Changes<nxMoney>("money", [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
+    On("money", nxMoney(), [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
     Gives("text of money", [] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); });
-    Changes<nxRatio>("ratio", [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
+    On("ratio", nxRatio(), [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
     nxExchangeRate const rate(NX_EUR, NX_USD, nxDecimal("1.08", '.'));
     On("set a rate", Rates, [&](nxExchangeRateList& rates) { rates.SetExchangeRate(rate); });
-    Changes<nxExchangeRateList>("copy rates", [](auto& rates) { rates = Rates(); });
+    On("copy rates", nxExchangeRateList(), [](auto& rates) { rates = Rates(); });
     Does("shared rates", [] { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); });
     Gives("day", [] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); });
     Gives("moment", [] { return nxDateTime(1720000000LL).GetAsString_Seconds(); });
     Gives("stamp", [] { return nxTimeStamp(1720000000, 0).GetAsString(); });
-    Changes<nxGenericEnum>("word by its token",
-                           [](auto& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); });
+    On("word by its token", nxGenericEnum(),
+       [](auto& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); });
     Gives("error", [] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription(); });
     Gives("exception", [] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); });
     Gives("mask", [] { return nxServerCapabilityBitMask(0xffu).GetShortDescription(" "); });
@@ -284,8 +277,8 @@ void StarvePrices()
     nxPriceFormatEnum const format(NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK);
     Does("ladder", [] { (void)Ladders::GetVariableTickTable("VTT_TAIFEX_EQUITY_OPTIONS"); });
     Gives("identifier", [] { return Ladders::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); });
-    Changes<nxDecimal>("step", [](nxDecimal& price)
-                       { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
+    On("step", nxDecimal(),
+       [](nxDecimal& price) { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
     auto const create = [&]
     { return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); };
     On(
@@ -293,15 +286,16 @@ void StarvePrices()
         [](auto const& converter) { return nxStringHelper::GetAsString(double(converter->GetPrice())); });
     Does("new converter", [&] { (void)create(); });
     nxDoubleValueWrapper const value(123456789012.5);
-    ChangesText("text of a price", [&](std::string& text)
-                { (void)nxPriceConverterHelper::GetPriceAsString(value, format, text, true); });
-    Changes<nxDecimal>(
-        "round", [](nxDecimal& price)
-        { nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price); });
+    On("text of a price", someText,
+       [&](std::string& text) { (void)nxPriceConverterHelper::GetPriceAsString(value, format, text, true); });
+    On("round", nxDecimal(),
+       [](nxDecimal& price)
+       { nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price); });
     nxVolume const volume(123456789u);
     nxVolumeFormatEnum const brief(NX_VOLUME_FORMAT_ABBREVIATED);
-    ChangesText("text of a volume", [&](std::string& text)
-                { (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(volume, brief, text); });
+    On("text of a volume", someText,
+       [&](std::string& text)
+       { (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(volume, brief, text); });
 }
 
 void StarveProcess()
@@ -313,8 +307,7 @@ void StarveProcess()
         [&](bool) { (void)arguments.SetEnvValue("NX_FAULTS", longText); },
         [&](bool) { return arguments.GetEnvValue("NX_FAULTS"); }, true);
     On(
-        "all keys", [] { return std::map<std::string, std::string>(); },
-        [&](auto& keys) { arguments.GetEnvs(keys); },
+        "all keys", std::map<std::string, std::string>(), [&](auto& keys) { arguments.GetEnvs(keys); },
         [](auto const& keys) { return std::to_string(keys.count("PATH")); });
     On(
         "set the name", [] { return (nxApplicationData::SetApplicationName("host"), 0); },
