@@ -123,8 +123,8 @@ Finding Threads(Trial const& trial)
         LogLines(0, 10);
     };
     Meet(trial, startThem);
-    LogLines(0, 10, 10);
-    (void)nxLogManager::GetInstance().Destroy();
+    LogLines(0, 10, 10); // starts a writer if there is none
+    Drain();
     return Judge(CountLog(".").Lost(1, 20) == 0, false);
 }
 
