@@ -1,4 +1,4 @@
-// The companion program as a whole: any command line, and any file in the place of its products, prices or rates.
+// The companion program as a whole: any command line, and any file as its products, prices or rates.
 //
 // Its sources are linked in, all but its main.
 

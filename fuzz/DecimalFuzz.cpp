@@ -1,5 +1,5 @@
-// nxDecimal against a model that does each operation step by step: integers of 128 bits where it is exact, and the
-// C library's floor and ceil where it goes through doubles.
+// nxDecimal against a model that does each operation step by step: integers of 128 bits where it is exact,
+// and the C library's floor and ceil where it goes through doubles.
 
 #include "fuzz/FuzzInput.h"
 
@@ -61,7 +61,7 @@ struct Model
         return FromDouble(apply(AsDouble(), right.AsDouble()), most);
     }
 
-    /// What is not valid comes first, by its number; what is nearly the same is the same, if the places differ.
+    /// What is not valid comes first, by its number; nearly the same is the same, if the places differ.
     std::strong_ordering operator<=>(Model const& right) const
     {
         if (!IsValid() || !right.IsValid())

@@ -1,4 +1,4 @@
-// Texts taken apart at separators, with and without quotes, rows and whole files of them, against a plain state machine.
+// Texts, rows and files taken apart at separators, with and without quotes, against a plain state machine.
 
 #include "fuzz/FuzzInput.h"
 

@@ -1,4 +1,4 @@
-// Queues of work: the one run by hand against a plain deque, the one with workers against a count of what was pushed.
+// Queues of work: the one run by hand against a plain deque, the one with workers against a count of pushes.
 
 #include "fuzz/FuzzInput.h"
 

@@ -22,12 +22,12 @@
 #include <unistd.h>
 
 /// @file
-/// What every fuzz target needs: the bytes of an input taken apart, plain helpers for its model, and a check that fails
-/// the input. A target defines FuzzOne(), and FuzzStart() if anything is to be done before the first input.
+/// What every fuzz target needs: the bytes of an input taken apart, plain helpers for its model, and a check
+/// that fails the input. A target defines FuzzOne(), and FuzzStart() for what comes before the first input.
 
 __extension__ typedef __int128 FuzzWide;
 
-/// Hands out an input from front to back. What lies past its end is zero and empty, so any input is a whole one.
+/// Hands out an input from front to back. What lies past its end is zero and empty: any input is whole.
 class FuzzInput
 {
 public:
@@ -172,7 +172,7 @@ void FuzzEqual(ValueT const& got, std::type_identity_t<ValueT> const& expected, 
         FuzzFail(file, line, std::string(what) + " is " + FuzzShow(got) + ", expected " + FuzzShow(expected));
 }
 
-/// A folder of the process's own, in memory where there is a place for that, which is gone when the process ends.
+/// A folder of the process's own, in memory where there is a place for that, gone when the process ends.
 inline std::string const& FuzzFolder()
 {
     static std::string& folder = *new std::string;

@@ -1,7 +1,7 @@
 // Calls of the log manager in any order: each line reaches each device that was there, once and in order.
 //
-// Built twice: with the log writing before a statement returns, where every call's effect is known at once, and with the
-// writer thread, where it is known once the writer has had its turn.
+// Built twice: with the log writing before a statement returns, where every call's effect is known at once,
+// and with the writer thread, where it is known once the writer has had its turn.
 
 #include "fuzz/FuzzInput.h"
 
@@ -77,7 +77,7 @@ public:
 
 std::array<Device, 4>& devices = *new std::array<Device, 4>;
 
-/// The writer hands a batch to one device after the other, so that the places of what they answer are not known.
+/// The writer hands a batch to one device after the other: the places of what they answer are not known.
 Notes InOrder(Notes notes)
 {
     auto const isNoAnswer = [](std::string const& note) { return note.find("answered") == note.npos; };
@@ -86,7 +86,7 @@ Notes InOrder(Notes notes)
     return notes;
 }
 
-/// Waits until the writer has written what was logged before: after the cycle under way, those with lines and with answers.
+/// Waits until the writer has written what was logged: after the cycle under way, those of lines and answers.
 void Drain()
 {
     constexpr double longest = 10;

@@ -14,7 +14,7 @@ namespace
 {
 using Fields = std::array<int, 6>; // year, month, day, hour, minute, second
 
-/// The fields as a count of seconds, or -1 for what the class refuses: before the epoch, or no year of an int.
+/// The fields as a count of seconds, or -1 for what the class refuses: before the epoch, no year of an int.
 long long Count(Fields const& fields)
 {
     auto const& [years, month, day, hour, minute, second] = fields;

@@ -1,4 +1,4 @@
-// The texts of numbers: reals against the C library, integers against plain sums, and the text helpers against plain ones.
+// The texts of numbers against the C library and plain sums, and the text helpers against plain ones.
 
 #include "fuzz/FuzzInput.h"
 

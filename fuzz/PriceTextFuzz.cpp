@@ -1,4 +1,4 @@
-// Every price format: what a converter takes comes back, what it refuses leaves no price, and steps undo each other.
+// Every price format: what a converter takes comes back, what it refuses leaves none, steps undo each other.
 
 #include "fuzz/FuzzInput.h"
 

@@ -24,7 +24,8 @@ Unit FindUnit(nxVolumeFormatEnum const& format, char last)
     return {1, 0};
 }
 
-/// A short form is cut off, never rounded: it reads back as no more than the volume, and no less but by its last digit.
+/// A short form is cut off, never rounded: it reads back as no more than the volume, and no less but by its
+/// last digit.
 void CheckShown(nxVolumeConverter const& converter, nxVolumeFormatEnum const& format, nxVolume volume)
 {
     std::string text = "x";
@@ -42,7 +43,7 @@ void CheckShown(nxVolumeConverter const& converter, nxVolumeFormatEnum const& fo
     FUZZ_CHECK(back.GetValue() <= volume.GetValue() && volume.GetValue() - back.GetValue() < grain);
 }
 
-/// What is taken can be shown, what is refused is none, and digits alone are a number, which a unit multiplies.
+/// What is taken can be shown, what is refused is none, and digits are a number, which a unit multiplies.
 void CheckAbbreviated(nxVolumeConverter const& converter, nxVolumeFormatEnum const& format,
                       std::string const& text)
 {

@@ -1,11 +1,12 @@
-// Runs a fuzz target over inputs, for compilers without a fuzzer: the corpora are tests, and each past finding stays one.
+// Runs a fuzz target over inputs, without a fuzzer: the corpora are tests, and each past finding stays one.
 //
 //     fuzz_TARGET FOLDER|FILE|TABLE.txt ...
-//     fuzz_seeds TABLE.txt FOLDER               writes a table's inputs as files, for the fuzzer to start from
+//     fuzz_seeds TABLE.txt FOLDER               writes a table's inputs as files, the fuzzer's first
 //
-// A line of a table is a name and what the input is made of: "text" with the byte that ends a text, 'bytes' without, and
-// numbers, of one byte or as 7:2, 7:4, 7:8 and 0.5:d of more. Quotes know \n, \r, \t, \0 and \xNN; "x"*3 is "xxx". A line
-// that begins with `each` holds what all inputs below it begin with, and one that begins with # says something.
+// A line of a table is a name and what the input is made of: "text" with the byte that ends a text, 'bytes'
+// without, and numbers, of one byte or as 7:2, 7:4, 7:8 and 0.5:d of more. Quotes know \n, \r, \t, \0 and
+// \xNN; "x"*3 is "xxx". A line that begins with `each` holds what all inputs below it begin with; one with
+// # says something.
 
 #include "fuzz/FuzzInput.h"
 

@@ -1,5 +1,6 @@
-// What a decimal holds, how it is read, printed, compared, rounded and calculated with, and that all steps are those of
-// doubles. Also what numbers and their texts must not cost: memory. A fuzz target holds what is the same for all values.
+// What a decimal holds, how it is read, printed, compared, rounded and calculated with, and that all steps
+// are those of doubles. Also what numbers and their texts must not cost: memory. A fuzz target holds what is
+// the same for all values.
 #include "core/numbers/nxDecimal.h"
 #include "core/text/nxOStream.h"
 #include "core/text/nxSimpleAsciiStringWriter.h"
@@ -125,8 +126,8 @@ TEST(nxDecimal, HasAllFormsOfText)
     EXPECT_EQ(Held(read), "15@1");
 }
 
-// Usual numbers are written a short way, of one word, if there is room: prices, ties at nine places, numbers near the end
-// of the short way, and any bits.
+// Usual numbers are written a short way, of one word, if there is room: prices, ties at nine places, numbers
+// near the end of the short way, and any bits.
 TEST(nxUsualNumber, HasTheSameTextTheLongWay)
 {
     std::mt19937_64 random(1);

@@ -1,5 +1,5 @@
-// Amounts with a currency, ratios and exchange rates: what mixes, how they compare, their texts, who owns a rate, and
-// the process's one converter.
+// Amounts with a currency, ratios and exchange rates: what mixes, how they compare, their texts, who owns a
+// rate, and the process's one converter.
 #include "core/numbers/nxMoney.h"
 #include "core/logging/nxLogSite.h"
 #include "core/numbers/nxExchangeRateConverter.h"
@@ -249,7 +249,7 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     EXPECT_EQ(wrong, 0);
 }
 
-// Whoever holds the rates may fork, and his child holds them, too; while another holds them, a fork waits for him.
+// Whoever holds the rates may fork, and his child holds them, too; a fork waits for another who holds them.
 TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
 {
     nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();

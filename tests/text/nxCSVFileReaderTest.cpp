@@ -1,5 +1,5 @@
-// Fields of texts, rows and files, and bytes as hexadecimal text, so far as no fuzz target has them: two ways of parsing
-// on one cursor, rows that are added to, and files of any size and such as can't be read.
+// Fields of texts, rows and files, and bytes as hexadecimal text, so far as no fuzz target has them: two ways
+// of parsing on one cursor, rows that are added to, and files of any size and such as can't be read.
 #include "core/text/nxCSVFileReader.h"
 #include "core/text/nxAlgorithm.h"
 #include "core/text/nxByteArray.h"

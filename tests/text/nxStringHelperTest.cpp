@@ -1,4 +1,5 @@
-// The exact texts of numbers, the strictness of their parsers, and the handling of texts, so far as no fuzz target has them.
+// The exact texts of numbers, the strictness of their parsers, and the handling of texts, so far as no fuzz
+// target has them.
 #include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxBuySellEnum.h"
 
