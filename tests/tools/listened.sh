@@ -1,7 +1,7 @@
 #!/bin/sh
 # listened.sh LAST ARGUMENT...: runs the lines of standard input, each with $port, the port of an
-# `nxcore listen 0 ARGUMENT...` beside them. It is interrupted, as a user does, when it has written LAST; then all that it
-# has written is given, and its status.
+# `nxcore listen 0 ARGUMENT...` beside them. It is interrupted, as a user does, when it has written LAST, or without LAST
+# before it has seen anything; then all that it has written is given, and its status.
 last=$1
 shift
 : >heard # those of a listener before would stay until this one has begun
@@ -19,9 +19,11 @@ await() { # FILE TEXT: at most ten seconds
 }
 
 await said 'listening on port '
+[ -n "$last" ] || kill -STOP $listener
 port=$(sed -n 's/^listening on port \([0-9]*\)$/\1/p' said) sh >&2
 [ -z "$last" ] || await heard "$last"
 kill -INT $listener
+kill -CONT $listener
 wait $listener
 status=$?
 cat heard
