@@ -155,7 +155,8 @@ void CheckPair(std::mt19937_64& random, Tally& tally)
         auto const value = std::uniform_int_distribution<long long>(-most, most)(random);
         side = nxDecimal::ConstructFromValueAndDecimalPlaces(value, places);
     }
-    auto const& [a, b] = sides;
+    nxDecimal const& a = sides[0];
+    nxDecimal const& b = sides[1];
     auto const expect = [&](bool isRight, char const* what) {
         tally.Expect(isRight, [&] { return a.GetAsString('.') + " and " + b.GetAsString('.') + " " + what; });
     };
