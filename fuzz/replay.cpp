@@ -116,6 +116,7 @@ int main(int argc, char** argv)
         else
             std::ofstream(std::filesystem::path(argv[2]) / name.substr(name.find(' ') + 1)) << bytes;
     }
-    std::cout << inputs.size() << " inputs\n";
+    if (isReplay)
+        std::cout << inputs.size() << " inputs\n";
     return inputs.empty() ? 1 : 0;
 }
