@@ -98,7 +98,11 @@ TEST(nxFunctorThread, WithoutAQueueThereIsNothingToRunOrToWake)
     nxFunctorThreadPool nobody(0);
     EXPECT_TRUE(nobody._Start().IsOK());
     EXPECT_TRUE(nobody._Stop().IsOK());
-    EXPECT_TRUE(nxFunctorQueue().Stop().IsOK());
+    Queue queue;
+    EXPECT_TRUE(queue.Stop().IsOK());
+    nxFunctorThreadPool stopsWhenDestroyed(2);
+    stopsWhenDestroyed._SetFunctorQueueBase(&queue);
+    EXPECT_TRUE(stopsWhenDestroyed._Start().IsOK());
 }
 
 TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
