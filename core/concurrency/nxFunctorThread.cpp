@@ -6,7 +6,9 @@
 #include "core/platform/nxThreads.h"
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 nxFunctorThread::nxFunctorThread() = default;
 
@@ -42,9 +44,9 @@ nxErrorEnum nxFunctorThread::Run()
 
 nxErrorEnum nxFunctorThread::Wait()
 {
-    constexpr double shortest = 20e-6;
-    constexpr double longer = 1e-6;
-    constexpr double longest = 1e-3;
+    using std::chrono::microseconds;
+    constexpr microseconds longer(1);
+    constexpr microseconds longest(1000);
 
     if (!_queue || !_HasBeenStopped())
     {
@@ -53,13 +55,15 @@ nxErrorEnum nxFunctorThread::Wait()
     // A post may wake another idle worker of the same queue, which goes back to sleep, while this one sleeps on. So
     // posts are repeated until this one has ended. One at a time: sleepers are woken in turn, and many at once are
     // taken by those that are awake. Whoever has not ended for long runs a functor, and needs a post now and then.
-    double pause = shortest;
-    nxErrorEnum result = _WaitFor(pause);
-    while (result == NX_ERR_THR_LOCKED)
+    nxErrorEnum result = _TryWait();
+    for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))
     {
-        (void)_queue->_Signal();
-        pause = std::min(pause + longer, longest);
-        result = _WaitFor(pause);
+        std::this_thread::sleep_for(pause);
+        result = _TryWait();
+        if (result == NX_ERR_THR_LOCKED)
+        {
+            (void)_queue->_Signal();
+        }
     }
     return result;
 }

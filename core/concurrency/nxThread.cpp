@@ -54,14 +54,15 @@ nxErrorEnum nxThread::Wait()
     return _Joined(pthread_join(_thread, nullptr));
 }
 
-nxErrorEnum nxThread::_WaitFor(double seconds)
+nxErrorEnum nxThread::_TryWait()
 {
     if (!_started)
     {
         return nxErrorEnum(NX_ERR_THR_NOT_RUNNING);
     }
-    int const result = nxPlatform::JoinWithin(_thread, seconds);
-    return result == ETIMEDOUT ? nxErrorEnum(NX_ERR_THR_LOCKED) : _Joined(result);
+    bool const itself = pthread_equal(_thread, pthread_self()) != 0;
+    int const result = itself ? EDEADLK : nxPlatform::TryJoin(_thread);
+    return result == EBUSY ? nxErrorEnum(NX_ERR_THR_LOCKED) : _Joined(result);
 }
 
 nxErrorEnum nxThread::_Joined(int result)

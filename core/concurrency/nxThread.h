@@ -45,9 +45,9 @@ public:
     static std::string GetThreadIDAsString();
 
 protected:
-    /// Joins the thread if it ends within so many seconds, which the wall clock does not move.
+    /// Joins the thread if it has ended, and never waits.
     /// @return NX_ERR_THR_LOCKED while the thread runs; else as Wait().
-    nxErrorEnum _WaitFor(double seconds);
+    nxErrorEnum _TryWait();
 
 private:
     static void* _ThreadProc(void* thread);

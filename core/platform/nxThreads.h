@@ -16,9 +16,9 @@ unsigned int GetCurrentThreadId();
 /// changes.
 void Relax();
 
-/// Joins the thread if it ends within that time, which the wall clock does not move. The thread's result is dropped.
-/// @return what `pthread_join` would, or ETIMEDOUT while the thread runs.
-int JoinWithin(pthread_t thread, double seconds);
+/// Joins the thread if it has ended, and never waits. The thread's result is dropped.
+/// @return what `pthread_join` would, or EBUSY while the thread runs.
+int TryJoin(pthread_t thread);
 
 /// While it lives, no signal that is sent from outside is handled on the calling thread, and threads started
 /// by it never handle one. The signals of faults (SIGSEGV and its kind) stay open. What a thread of the

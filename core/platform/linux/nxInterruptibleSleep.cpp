@@ -1,11 +1,37 @@
 #include "core/platform/nxInterruptibleSleep.h"
 
-#include "core/platform/linux/nxMonotonicDeadline.h"
-
+#include <algorithm>
 #include <cerrno>
+#include <ctime>
 
 namespace nxPlatform
 {
+
+namespace
+{
+
+timespec Deadline(double seconds)
+{
+    constexpr double longestSleep = 1e6;
+    constexpr long nanosecondsPerSecond = 1000000000;
+
+    double const length = std::clamp(seconds, 0.0, longestSleep);
+    long const wholeSeconds = static_cast<long>(length);
+    long const nanoseconds = static_cast<long>((length - static_cast<double>(wholeSeconds)) * 1e9);
+
+    timespec deadline{};
+    (void)clock_gettime(CLOCK_MONOTONIC, &deadline);
+    deadline.tv_sec += wholeSeconds;
+    deadline.tv_nsec += nanoseconds;
+    if (deadline.tv_nsec >= nanosecondsPerSecond)
+    {
+        deadline.tv_nsec -= nanosecondsPerSecond;
+        ++deadline.tv_sec;
+    }
+    return deadline;
+}
+
+} // namespace
 
 InterruptibleSleep::InterruptibleSleep() : _error(sem_init(&_semaphore, 0, 0) == 0 ? 0 : errno)
 {
@@ -21,7 +47,7 @@ InterruptibleSleep::~InterruptibleSleep()
 
 void InterruptibleSleep::Sleep(double seconds)
 {
-    timespec const deadline = MonotonicDeadline(seconds);
+    timespec const deadline = Deadline(seconds);
     if (_error != 0)
     {
         while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &deadline, nullptr) == EINTR)

@@ -1,6 +1,5 @@
 #include "core/platform/nxThreads.h"
 
-#include "core/platform/linux/nxMonotonicDeadline.h"
 #include "core/platform/nxPause.h"
 
 #include <initializer_list>
@@ -23,10 +22,9 @@ void Relax()
     }
 }
 
-int JoinWithin(pthread_t thread, double seconds)
+int TryJoin(pthread_t thread)
 {
-    timespec const deadline = MonotonicDeadline(seconds);
-    return pthread_clockjoin_np(thread, nullptr, CLOCK_MONOTONIC, &deadline);
+    return pthread_tryjoin_np(thread, nullptr);
 }
 
 AsynchronousSignalsBlocked::AsynchronousSignalsBlocked()
