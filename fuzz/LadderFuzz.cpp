@@ -8,18 +8,12 @@
 
 namespace
 {
-void CheckSame(nxDecimal const& price, nxDecimal const& expected)
-{
-    FUZZ_EQUAL(price.GetValue(), expected.GetValue());
-    FUZZ_EQUAL(price.GetDecimalPlaces(), expected.GetDecimalPlaces());
-}
-
 void CheckSteps(ExactLadder const& ladder, Wide price, bool up, int ticks)
 {
     nxDecimal const start = ladder.PriceAt(price);
     nxDecimal moved = start;
     up ? ladder.table.Increment(moved) : ladder.table.Decrement(moved);
-    CheckSame(moved, ladder.Step(Exact(start), up));
+    FUZZ_CHECK(IsSame(moved, ladder.Step(Exact(start), up)));
     if (!ladder.IsEven())
         return;
     // From the price of the ladder that is the nearest toward zero, steps lead back.
@@ -49,7 +43,7 @@ void CheckRound(ExactLadder const& ladder, nxDecimal const& price, nxEnumValue m
         FUZZ_CHECK(Exact(rounded) % range.tick ==
                    0); // a quotient that is nearly whole counts as whole, as it is wanted
     else
-        CheckSame(rounded, ladder.Round(before, method));
+        FUZZ_CHECK(IsSame(rounded, ladder.Round(before, method)));
 }
 
 /// A tick of any size, or none: a count of ticks is one product, so none is too many.

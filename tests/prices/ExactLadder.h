@@ -2,6 +2,7 @@
 
 #include "core/prices/nxVariableTickTableContainer.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,11 @@ inline nxDecimal MakeDecimal(Wide exact, unsigned char places)
         static_cast<long long>(exact / PowerOfTen(finest - places)), places);
 }
 
+inline bool IsSame(nxDecimal const& a, nxDecimal const& b)
+{
+    return a.GetValue() == b.GetValue() && a.GetDecimalPlaces() == b.GetDecimalPlaces();
+}
+
 /// One ladder, and where its prices lead.
 struct ExactLadder
 {
@@ -65,10 +71,8 @@ struct ExactLadder
 
     std::size_t FindRange(Wide price) const
     {
-        std::size_t range = 0;
-        while (range + 1 < ranges.size() && Magnitude(price) > ranges[range].top)
-            ++range;
-        return range;
+        auto const holds = [price](Range const& range) { return Magnitude(price) <= range.top; };
+        return static_cast<std::size_t>(std::ranges::find_if(ranges, holds) - ranges.begin());
     }
 
     nxDecimal PriceAt(Wide price) const

@@ -38,14 +38,19 @@ void CheckStep(char const* rule, char const* price, int ticks, std::string const
     EXPECT_TRUE(std::abs(ticks) != 1 || single.GetAsLogString('.') == moved) << price << " by " << ticks;
 }
 
-void CheckRound(char const* rule, char const* price, nxRoundingMethodEnum const& method, char const* rounded)
+void CheckRound(char const* rule, char const* price, nxEnumValue method, char const* rounded)
 {
     nxDecimal value = Number(price);
-    nxDecimal member = value;
-    Manipulator(rule).RoundToValidPrice(method, value);
-    member.Round(Manipulator(rule), method);
+    Manipulator(rule).RoundToValidPrice(nxRoundingMethodEnum(method), value);
     EXPECT_EQ(value.GetAsLogString('.'), rounded) << price;
-    EXPECT_EQ(member.GetAsLogString('.'), rounded) << price;
+}
+
+void CheckRule(char const* rule, bool isValid, bool isVariable, char const* minimumTick, unsigned int places)
+{
+    nxPriceManipulator const manipulator = Manipulator(rule);
+    EXPECT_TRUE(manipulator.IsValid() == isValid && manipulator.IsVariableTick() == isVariable) << rule;
+    EXPECT_EQ(manipulator.GetMinimumTickIncrement().GetAsLogString('.'), minimumTick);
+    EXPECT_EQ(manipulator.NumberOfDecimalPlaces(Number("10")), places) << rule;
 }
 
 Ladder const euz1("9.999:0.001 0.005");
@@ -53,15 +58,14 @@ Ladder const euz1("9.999:0.001 0.005");
 // A host's static object, which may be made before those of a library that is linked statically.
 std::string const identifierAtStart = nxVariableTickTableContainer::GetVariableTickTableID("EUREX_165");
 
-class nxPricesLog : public nxRecordingTest
-{
-};
+using nxPricesLog = nxRecordingTest;
 } // namespace
 
 TEST(nxPriceManipulator, StepsRoundsAndCountsByItsRule)
 {
 #define NX_STEP(...) CheckStep(__VA_ARGS__);
-#define NX_ROUND(rule, price, method, rounded) CheckRound(rule, price, nxRoundingMethodEnum(method), rounded);
+#define NX_ROUND(...) CheckRound(__VA_ARGS__);
+#define NX_RULE(...) CheckRule(__VA_ARGS__);
 #define NX_DIFFERENCE(rule, a, b, count)                                                                     \
     EXPECT_EQ(Manipulator(rule).GetPriceDifferenceInTicks(Number(a), Number(b)).GetValue(), count);
 #include "tests/prices/nxPriceSteps.def"
@@ -71,19 +75,8 @@ TEST(nxPriceManipulator, StepsRoundsAndCountsByItsRule)
     EXPECT_EQ(noChange, nxDecimal::GetNoChangeDecimal());
 }
 
-TEST(nxPriceManipulator, TellsUnsetFixedAndVariable)
+TEST(nxPriceManipulator, TakesAnotherRule)
 {
-    using Row = std::tuple<char const*, bool, bool, char const*, unsigned int>;
-    for (auto const& [rule, valid, variable, minimumTick, placesAt10] :
-         {Row{"", false, false, "0", 0}, Row{"0.25", true, false, "0.25", 2},
-          Row{"-0.25", false, false, "-0.25", 2}, Row{"x", false, false, "NULL", 0},
-          Row{"VTT_CHIX_EUZ1", true, true, "0.001", 3}})
-    {
-        nxPriceManipulator const manipulator = Manipulator(rule);
-        EXPECT_TRUE(manipulator.IsValid() == valid && manipulator.IsVariableTick() == variable) << rule;
-        EXPECT_EQ(manipulator.GetMinimumTickIncrement().GetAsLogString('.'), minimumTick);
-        EXPECT_EQ(manipulator.NumberOfDecimalPlaces(Number("10")), placesAt10) << rule;
-    }
     nxPriceManipulator manipulator(Number("0.25")); // a fixed tick stays under a table
     manipulator.Init(&euz1);
     EXPECT_EQ(Step(manipulator, "9.999", 1), "10.000");
@@ -98,27 +91,11 @@ TEST(nxPriceManipulator, TellsUnsetFixedAndVariable)
     EXPECT_EQ(Step(manipulator, "1.00", 1), "1.25");
 }
 
-TEST(nxVariableTickTable, IncrementsDifferBetweenATopAndOneTickAboveIt)
+TEST(nxVariableTickTable, AnswersWhatHasNoMagnitudeAndTellsWhatIsNoLadder)
 {
-    using Row = std::tuple<char const*, char const*, char const*>;
-    for (auto const& [price, tick, roundingIncrement] :
-         {Row{"-3.000", "0.001", "0.001"}, Row{"9.999", "0.001", "0.001"}, Row{"-9.9995", "0.005", "0.001"},
-          Row{"10", "0.005", "0.005"}})
-    {
-        EXPECT_EQ(euz1.Tick(price), tick) << price;
-        EXPECT_EQ(euz1._GetIncrementForPrice(Number(price)).GetAsString('.'), roundingIncrement) << price;
-    }
-    nxDecimal price = nxDecimal::ConstructFromValueAndDecimalPlaces(LLONG_MIN, 3); // has no magnitude
-    EXPECT_EQ(euz1.GetTickIncrement(price).GetAsString('.'), "0.001");
-    euz1.RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_DOWN), price);
-    EXPECT_TRUE(price.IsValid());
+    nxDecimal const least = nxDecimal::ConstructFromValueAndDecimalPlaces(LLONG_MIN, 3);
+    EXPECT_EQ(euz1.GetTickIncrement(least).GetAsString('.'), "0.001");
     EXPECT_EQ(euz1.NumberOfDecimalPlaces(nxDecimal::GetNullDecimal()), 3);
-
-    Ladder const empty(""); // steps by whole units
-    EXPECT_EQ(empty.GetMinimumTickIncrement().GetAsString('.') + empty.Tick("2.50"), "11");
-    EXPECT_EQ(empty.NumberOfDecimalPlaces(Number("2.50")), 0);
-    EXPECT_EQ(Step(nxPriceManipulator(&empty), "2.50", -1), "1.50");
-
     EXPECT_TRUE(euz1._CheckConstraints() && Ladder("9223372036854775807:5")._CheckConstraints());
     // No ladder is nothing; no topmost range; equal, falling, zero and null tops; increments of zero, below
     // it and null.
@@ -141,25 +118,20 @@ TEST(nxVariableTickTableCache, IsSetByASearchAlone)
     ladder._AddTopRange(Number("1")); // resets the cache, so the next lookup above the first range searches
     EXPECT_EQ(ladder.Tick("2.01"), "0.5");
     EXPECT_EQ(ladder.searches, 4);
+    RunTogether(3, // looks in three ranges at once
+                [&ladder](int thread)
+                {
+                    nxDecimal const price(5 + 10 * thread, 10, 1);
+                    nxDecimal const* expected =
+                        &ladder.GetRangeData()[static_cast<std::size_t>(thread)].second;
+                    for (int round = 0; round < 20000; ++round)
+                        ASSERT_EQ(&ladder.GetTickIncrement(price), expected);
+                });
 
     Ladder const open("1:0.1 2:0.2"); // a lookup that runs off the list leaves the cache
     for (auto const& [price, tick] : {std::pair("1.5", "0.2"), {"3", "1"}, {"1.5", "0.2"}})
         EXPECT_EQ(open.Tick(price), tick);
     EXPECT_EQ(open.searches, 1);
-}
-
-TEST(nxVariableTickTableCache, ServesThreadsThatLookInDifferentRanges)
-{
-    Ladder const ladder("1:0.1 2:0.2 0.5");
-    RunTogether(3,
-                [&ladder](int thread)
-                {
-                    nxDecimal const price(5 + 10 * thread, 10, 1); // 0.5, 1.5, 2.5
-                    nxDecimal const& expected =
-                        ladder.GetRangeData()[static_cast<std::size_t>(thread)].second;
-                    for (int round = 0; round < 20000; ++round)
-                        ASSERT_EQ(&ladder.GetTickIncrement(price), &expected);
-                });
 }
 
 // One unit to either side of a top, at another scale and where that loses digits or wraps too.
@@ -175,9 +147,10 @@ TEST(nxVariableTickTableCache, AgreesWithAScanWhateverItHolds)
                 nxDecimal price = top;
                 auto const places = static_cast<unsigned char>(i / 18);
                 price.SetDecimalPlaces(places, false);
-                long long const value = nxArithmetic::Add(price.GetValue(), i / 6 % 3 - 1LL);
                 price = nxDecimal::ConstructFromValueAndDecimalPlaces(
-                    i % 2 == 0 ? value : nxArithmetic::Negate(value), places);
+                    nxArithmetic::Add(price.GetValue(), i / 6 % 3 - 1LL), places);
+                if (i % 2 != 0)
+                    price.InvertSign();
                 nxDecimal const magnitude = nxDecimal::Abs(price);
                 auto const found = std::ranges::find_if(ranges, [&magnitude](auto const& range)
                                                         { return !(range.first < magnitude); });
@@ -227,15 +200,17 @@ TEST_F(nxPricesLog, ListsTheCatalogueByName)
     EXPECT_EQ(std::ranges::count(Levels(), NX_INF), 937);
 }
 
-TEST_F(nxPricesLog, TellsOfALookupThatRunsOffTheTable)
+TEST_F(nxPricesLog, TellsOfAStepThatRunsOffTheTable)
 {
-    nxVariableTickTable const empty;
-    nxDecimal price("2.50", '.');
+    Ladder const empty(""); // steps by whole units
+    nxDecimal price = Number("2.50");
     empty.Increment(price);
+    EXPECT_EQ(price.GetAsString('.'), "3.50");
     empty.Decrement(price);
+    EXPECT_EQ(price.GetAsString('.'), "2.50");
     empty.RoundToValidTick(nxRoundingMethodEnum(NX_ROUNDING_METHOD_UP), price);
-    (void)empty.GetTickIncrement(price); // silent
+    EXPECT_EQ(price.GetAsString('.') + empty.Tick("2.50"), "31"); // a look-up alone is silent
+    EXPECT_EQ(empty.GetMinimumTickIncrement(), Number("1"));
     EXPECT_EQ(Messages(), std::vector<std::string>(3, "Fatal error in variable tick table"));
     EXPECT_EQ(Levels(), std::vector<unsigned int>(3, NX_FTL));
-    EXPECT_EQ(price.GetAsString('.'), "3");
 }

@@ -21,10 +21,8 @@ inline nxDecimal Number(std::string const& text)
 /// A ladder of ranges in words, such as "9.999:0.001 0.005": a topmost range has no top.
 struct Ladder : nxVariableTickTable
 {
-    using Range = std::vector<std::pair<nxDecimal, nxDecimal>>::const_iterator;
     using nxVariableTickTable::_AddTopRange;
     using nxVariableTickTable::_CheckConstraints;
-    using nxVariableTickTable::_GetIncrementForPrice;
 
     explicit Ladder(std::string const& ranges)
     {
@@ -36,7 +34,7 @@ struct Ladder : nxVariableTickTable
                 _AddRange(Number(word.substr(0, colon)), Number(word.substr(colon + 1)));
     }
 
-    void _SetCache(Range range) const override
+    void _SetCache(_Ranges::const_iterator range) const override
     {
         ++searches;
         nxVariableTickTable::_SetCache(range);
@@ -47,7 +45,7 @@ struct Ladder : nxVariableTickTable
         return GetTickIncrement(Number(price)).GetAsString('.');
     }
 
-    mutable int searches = 0;
+    mutable int searches = 0; // counted under the lock
 };
 
 /// Of a fixed tick, of a ladder of the catalogue or in words, or of nothing.
