@@ -27,9 +27,8 @@ void Expect(bool isRight, nxDecimal const& price, char const* what, nxDecimal co
 }
 
 /// Walks one ladder, whose prices are known beforehand.
-class LadderWalk : public ExactLadder
+struct LadderWalk : ExactLadder
 {
-public:
     explicit LadderWalk(char const* name) : ExactLadder(name)
     {
         subject = name;
@@ -53,7 +52,6 @@ public:
         }
     }
 
-private:
     /// All prices from `price` to `last`, some beyond, and their mirror below zero.
     void WalkFrom(Wide price, Wide last)
     {
@@ -170,8 +168,7 @@ int main(int argumentCount, char** arguments)
 {
     bool const isOfLadders = argumentCount > 1 && std::string(arguments[1]) == "ladders";
     isFull = argumentCount > 2 && std::string(arguments[2]) == "full";
-    constexpr std::size_t ladders = std::size(ladderNames);
-    std::size_t const count = isOfLadders ? ladders : isFull ? 1000 : 5;
+    std::size_t const count = isOfLadders ? std::size(ladderNames) : isFull ? 1000 : 5;
     auto const start = Clock::now();
     RunTogether(2,
                 [&](int shard)
@@ -179,12 +176,10 @@ int main(int argumentCount, char** arguments)
                     for (auto i = static_cast<std::size_t>(shard); i < count; i += 2)
                         isOfLadders ? WalkLadder(i) : CheckPairs(i);
                 });
-    bool const isKept =
-        isOfLadders ? Report(start, wrong == 0,
-                             "F18 ladders, %zu of %zu walked up and down over %llu prices: %llu wrong",
-                             ladders, ladders, tried.load(), wrong.load())
-                    : Report(start, wrong == 0,
-                             "F18 decimals, %llu random pairs against whole numbers of 128 bits: %llu wrong",
-                             tried.load(), wrong.load());
-    return isKept ? 0 : 1;
+    std::string const cases = std::to_string(tried);
+    std::string const line =
+        isOfLadders
+            ? "ladders, " + std::to_string(count) + " of 150 walked up and down over " + cases + " prices"
+            : "decimals, " + cases + " random pairs against whole numbers of 128 bits";
+    return Report(start, wrong == 0, "F18 %s: %llu wrong", line.c_str(), wrong.load()) ? 0 : 1;
 }

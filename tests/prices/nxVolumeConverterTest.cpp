@@ -22,12 +22,7 @@ constexpr nxEnumValue oneDigit = NX_VOLUME_FORMAT_ABBREVIATED_1DP;
 TEST(nxVolumeConverter, HoldsToTheTable)
 {
     using namespace std::string_literals;
-    enum Outcome
-    {
-        Taken,
-        Refused,
-        TooPrecise
-    };
+    constexpr int Taken = 0, Refused = 1, TooPrecise = 2;
     constexpr unsigned int null = 4294967295; // and one less is no change
     auto const checkShown = [](auto const& volume, nxEnumValue format, std::string const& text)
     {
@@ -42,7 +37,7 @@ TEST(nxVolumeConverter, HoldsToTheTable)
         if (text.empty() || (number >= 0 && number < null))
             checkShown(nxVolume(static_cast<unsigned int>(number)), format, text); // cut, marks are marks
     };
-    auto const read = [](nxEnumValue format, std::string const& text, Outcome outcome, unsigned int stored)
+    auto const read = [](nxEnumValue format, std::string const& text, int outcome, unsigned int stored)
     {
         nxVolume volume(7);
         bool tooPrecise = outcome != TooPrecise;
