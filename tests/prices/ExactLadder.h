@@ -62,11 +62,9 @@ struct ExactLadder
     /// those up.
     bool IsEven() const
     {
-        for (std::size_t i = 0; i + 1 < ranges.size(); ++i)
-            if (ranges[i].top % ranges[i].tick != 0 ||
-                (ranges[i].top + ranges[i].tick) % ranges[i + 1].tick != 0)
-                return false;
-        return true;
+        auto const isUneven = [](Range const& range, Range const& next)
+        { return range.top % range.tick != 0 || (range.top + range.tick) % next.tick != 0; };
+        return std::ranges::adjacent_find(ranges, isUneven) == ranges.end();
     }
 
     std::size_t FindRange(Wide price) const
