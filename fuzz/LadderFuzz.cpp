@@ -17,17 +17,13 @@ void CheckSteps(ExactLadder const& ladder, Wide price, bool up, int ticks)
     if (!ladder.IsEven())
         return;
     // From the price of the ladder that is the nearest toward zero, steps lead back.
-    std::size_t const range = ladder.FindRange(price);
-    std::size_t const lower = ladder.FindRoundingRange(price);
-    Wide const top = price < 0 ? -ladder.ranges[lower].top : ladder.ranges[lower].top;
-    Wide const rung = lower == range ? price - price % ladder.ranges[range].tick : top;
-    nxDecimal const first = ladder.PriceAt(rung);
+    nxDecimal const first = ladder.Round(price, price < 0 ? NX_ROUNDING_METHOD_UP : NX_ROUNDING_METHOD_DOWN);
     moved = first;
     ladder.table.Increment(moved, ticks);
     FUZZ_EQUAL(nxPriceManipulator(&ladder.table).GetPriceDifferenceInTicks(first, moved).GetValue(),
                static_cast<unsigned int>(std::abs(ticks)));
     ladder.table.Increment(moved, -ticks);
-    FUZZ_EQUAL(Exact(moved), rung);
+    FUZZ_EQUAL(Exact(moved), Exact(first));
 }
 
 void CheckRound(ExactLadder const& ladder, nxDecimal const& price, nxEnumValue method)
@@ -40,8 +36,7 @@ void CheckRound(ExactLadder const& ladder, nxDecimal const& price, nxEnumValue m
         PowerOfTen(15))
         return; // the quotient is a double
     if (range.tick >= 2 * PowerOfTen(finest))
-        FUZZ_CHECK(Exact(rounded) % range.tick ==
-                   0); // a quotient that is nearly whole counts as whole, as it is wanted
+        FUZZ_CHECK(Exact(rounded) % range.tick == 0); // a nearly whole quotient counts as whole
     else
         FUZZ_CHECK(IsSame(rounded, ladder.Round(before, method)));
 }
