@@ -1,7 +1,6 @@
 // What date-times make of the zone that this process is started in, for zones.py to hold against a calendar
-// of its own. Reads pairs of numbers of 64 bits, a first moment and a count of quarters of an hour. Writes
-// two numbers for each: what the wall clock shows at that moment, and the moment at which it shows that, both
-// in seconds as if it were Greenwich's.
+// of its own. Reads moments as numbers of 64 bits. Writes two numbers for each: what the wall clock shows at
+// that moment, and the moment at which it shows that, both in seconds as if it were Greenwich's.
 
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"
@@ -13,8 +12,6 @@
 
 namespace
 {
-constexpr long long quarter = 900;
-
 long long WallClockOf(nxDateTime const& moment)
 {
     std::tm fields = {};
@@ -66,19 +63,14 @@ void CheckOtherWays(long long seconds, nxDateTime const& moment, nxDateTime cons
 
 int main()
 {
-    long long span[2];
-    while (std::fread(span, sizeof(span), 1, stdin) == 1)
+    long long seconds = 0;
+    for (unsigned long long turn = 0; std::fread(&seconds, sizeof(seconds), 1, stdin) == 1; ++turn)
     {
-        for (long long i = 0; i < span[1]; ++i)
-        {
-            long long const seconds = span[0] + i * quarter;
-            nxDateTime const moment(seconds);
-            nxDateTime const meant = MomentAt(seconds, static_cast<unsigned long long>(i));
-            CheckOtherWays(seconds, moment, meant);
-            long long const answers[] = {WallClockOf(moment), meant.GetAsTimeValue()};
-            (void)std::fwrite(answers, sizeof(answers), 1, stdout);
-        }
-        (void)std::fflush(stdout);
+        nxDateTime const moment(seconds);
+        nxDateTime const meant = MomentAt(seconds, turn);
+        CheckOtherWays(seconds, moment, meant);
+        long long const answers[] = {WallClockOf(moment), meant.GetAsTimeValue()};
+        (void)std::fwrite(answers, sizeof(answers), 1, stdout);
     }
     return 0;
 }
