@@ -58,9 +58,3 @@ struct nxOpenMask : Mask
 {
     using Mask::_GetDescriptionMap;
 };
-
-template <typename Enumeration>
-Enumeration Make(unsigned int number)
-{
-    return Enumeration(static_cast<nxEnumValue>(number));
-}

@@ -29,14 +29,6 @@ static_assert(!std::is_constructible_v<nxBuySellEnum, nxBoolEnum>);
 static_assert(std::is_same_v<decltype(nxBuySellEnum() = NX_BUY), nxBuySellEnum&>);
 static_assert(std::is_same_v<decltype(nxBuySellEnum() = 11u), nxEnum const&>);
 
-namespace
-{
-nxEnumValue Number(unsigned int value)
-{
-    return static_cast<nxEnumValue>(value);
-}
-} // namespace
-
 // A host may derive a class with wider bounds. The constructor goes by the constants of the library's class,
 // an assignment by the bounds of the instance, and a copy by neither.
 TEST(nxEnumAssignment, GoesByTheBounds)
@@ -48,9 +40,9 @@ TEST(nxEnumAssignment, GoesByTheBounds)
     EXPECT_TRUE(value._Set(NX_UNDEFINED) && value._Set(nxBuySellEnum(NX_NO_CHANGE)) && value.IsNoChange());
 
     using Wider = nxWiderEnum<nxBuySellEnum>;
-    EXPECT_EQ(Wider(Number(500)).GetValue(), 0u);
+    EXPECT_EQ(Wider(nxEnumValue(500)).GetValue(), 0u);
     Wider wider;
-    wider = Number(500);
+    wider = nxEnumValue(500);
     EXPECT_TRUE(wider == 500u && wider.IsSpecificTypeForInstance());
     EXPECT_TRUE(wider.SetFromString("TRUE"));
     nxBuySellEnum side(wider);
@@ -58,7 +50,7 @@ TEST(nxEnumAssignment, GoesByTheBounds)
     side = NX_SELL;
     side = static_cast<nxBuySellEnum const&>(wider);
     EXPECT_EQ(side, NX_TRUE);
-    side = Number(13);
+    side = nxEnumValue(13);
     EXPECT_TRUE(side.IsUndefined());
     side = NX_SELL;
     static_cast<nxEnum&>(side) = wider;
@@ -90,8 +82,8 @@ TEST(nxEnumListing, ReplacesTheContentInAscendingOrder)
 {
     std::vector<nxEnumValue> values = {NX_BUY, NX_TRUE};
     nxSpreadChildOrderStateEnum().GetRegisteredEnumValuesForInstance(values);
-    EXPECT_EQ(values, (std::vector{Number(7101), Number(7102), Number(7103), Number(7104), Number(7105),
-                                   Number(7107), Number(7108)}));
+    EXPECT_EQ(std::vector<unsigned int>(values.begin(), values.end()),
+              (std::vector{7101u, 7102u, 7103u, 7104u, 7105u, 7107u, 7108u}));
     std::set<nxEnumValue> set = {NX_BUY};
     nxBoolEnum().GetRegisteredEnumValuesForInstance(set);
     EXPECT_EQ(set, (std::set{NX_TRUE, NX_FALSE}));
@@ -121,12 +113,13 @@ TEST(nxEnumComparison, IsByNumberWhateverTheClass)
     wider = NX_BUY;
     EXPECT_TRUE(wider == buy && buy == wider && wider == NX_BUY && wider == wider);
 
-    nxCurrencyEnum const low(Number(1401));
-    nxCurrencyEnum const high(Number(1402));
+    nxCurrencyEnum const low(nxEnumValue(1401));
+    nxCurrencyEnum const high(nxEnumValue(1402));
     EXPECT_TRUE(low < high && high > low && low <= low && low >= low);
     EXPECT_FALSE(low > high || high <= low || low >= high || low < low || low > low);
 
-    EXPECT_TRUE(nxErrorEnum().IsOK() && Make<nxErrorEnum>(500).IsOK()); // a refused number reads as success
+    EXPECT_TRUE(nxErrorEnum().IsOK() &&
+                nxErrorEnum(nxEnumValue(500)).IsOK()); // a refused number reads as success
     EXPECT_FALSE(nxErrorEnum(NX_NO_CHANGE).IsOK() || nxErrorEnum(NX_ERR_NOT_FOUND).IsOK());
 }
 

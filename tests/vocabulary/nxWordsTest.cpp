@@ -44,7 +44,7 @@ std::string Tell(Operation operation, char separator = ' ')
     {
         if (number != NX_UNDEFINED && number != NX_NO_CHANGE && number <= bounds._MinValue())
             continue; // is of another class
-        std::string const word = WordFor(operation(Make<Enumeration>(number)));
+        std::string const word = WordFor(operation(Enumeration(nxEnumValue(number))));
         if (spans.empty() || std::get<1>(spans.back()) + 1 != number || std::get<2>(spans.back()) != word)
             spans.emplace_back(number, number, word);
         std::get<1>(spans.back()) = number;
@@ -161,17 +161,17 @@ TEST(nxWords, OfTwoValues)
     };
     EXPECT_EQ(Tell<nxBuySellEnum>(overall), "11=11=11,12=12 12=11=12,12=11");
 
-    auto state = Make<nxLimitAccountStateEnum>(2702);
-    EXPECT_TRUE(state.SetIfWorse(Make<nxLimitAccountStateEnum>(2703)));
-    EXPECT_TRUE(!state.SetIfWorse(Make<nxLimitAccountStateEnum>(2702)) && state == 2703u);
+    auto state = nxLimitAccountStateEnum(nxEnumValue(2702));
+    EXPECT_TRUE(state.SetIfWorse(nxLimitAccountStateEnum(nxEnumValue(2703))));
+    EXPECT_TRUE(!state.SetIfWorse(nxLimitAccountStateEnum(nxEnumValue(2702))) && state == 2703u);
 
     unsigned int days = 99;
     for (unsigned int from = 0; from < 7; ++from)
     {
-        auto const day = Make<nxDayOfWeekEnum>(13201 + from);
+        auto const day = nxDayOfWeekEnum(nxEnumValue(13201 + from));
         for (unsigned int distance = 0; distance < 7; ++distance)
         {
-            auto const target = Make<nxDayOfWeekEnum>(13201 + (from + distance) % 7);
+            auto const target = nxDayOfWeekEnum(nxEnumValue(13201 + (from + distance) % 7));
             EXPECT_TRUE(day.GetDaysUntil(target, days).IsOK() && days == distance);
         }
         EXPECT_EQ(day.GetDaysUntil(NX_UNDEFINED, days), NX_ERR_INVALID_PARAMETER);
@@ -222,12 +222,13 @@ TEST(nxProductStateBitMask, WordsHaveSynonymsAndKnowNoCase)
 
 TEST(nxFunctionEnum, RightsAndSubjects)
 {
-    std::set<nxFunctionEnum> functions = {Make<nxFunctionEnum>(199998)};
+    std::set<nxFunctionEnum> functions = {nxFunctionEnum(nxEnumValue(199998))};
     nxFunctionEnum().GetAllRegisteredFunctionPermissions(functions);
     EXPECT_TRUE(functions.size() == 442 && *functions.begin() == 100001u && *functions.rbegin() == 103000u);
-    EXPECT_EQ(Make<nxFunctionEnum>(100203).GetAsSubjectName(), "PULL_ORDER");
-    EXPECT_EQ(Make<nxFunctionEnum>(101205).GetAsSubjectName(), "UI_KORVANE_PRICE_SHOW_GROUP_fORDERS");
-    EXPECT_EQ(Make<nxFunctionEnum>(100033).GetAsSubjectName(), "ED"); // no row: the end of "NOT_REGISTERED"
+    EXPECT_EQ(nxFunctionEnum(nxEnumValue(100203)).GetAsSubjectName(), "PULL_ORDER");
+    EXPECT_EQ(nxFunctionEnum(nxEnumValue(101205)).GetAsSubjectName(), "UI_KORVANE_PRICE_SHOW_GROUP_fORDERS");
+    EXPECT_EQ(nxFunctionEnum(nxEnumValue(100033)).GetAsSubjectName(),
+              "ED"); // no row: the end of "NOT_REGISTERED"
     EXPECT_THROW((void)nxFunctionEnum().GetAsSubjectName(), std::out_of_range);
     EXPECT_THROW((void)nxFunctionEnum(NX_NO_CHANGE).GetAsSubjectName(), std::out_of_range);
 
