@@ -1,5 +1,4 @@
-// The exact texts of numbers, the strictness of their parsers, and the handling of texts, so far as no fuzz
-// target has them.
+// The texts of numbers, their parsers, and the handling of texts, so far as no fuzz target has them.
 #include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxBuySellEnum.h"
 
@@ -14,12 +13,13 @@ namespace
 {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-template <class T>
-std::string Text(T value)
+template <class... T>
+std::string Text(T... value)
 {
     std::string appended;
-    nxStringHelper::AppendAsString(appended, value);
-    EXPECT_EQ(nxStringHelper::GetAsString(value), appended);
+    appended.reserve(100); // the short way of usual numbers wants room
+    nxStringHelper::AppendAsString(appended, value...);
+    EXPECT_EQ(nxStringHelper::GetAsString(value...), appended);
     return appended;
 }
 
@@ -42,7 +42,8 @@ TEST(nxStringHelperText, OfEachType)
     std::string text("kept");
     nxStringHelper::AppendAsString(text, static_cast<char const*>(nullptr));
     nxStringHelper::AppendAsString(text, "!");
-    EXPECT_EQ(text, "kept!");
+    nxStringHelper::AppendAsString(text, std::string("?"));
+    EXPECT_EQ(text, "kept!?");
 }
 
 TEST(nxStringHelperText, Doubles)
@@ -52,12 +53,7 @@ TEST(nxStringHelperText, Doubles)
 #include "tests/text/doubles.def"
     };
     for (auto const& [value, precision, text] : rows)
-    {
-        EXPECT_EQ(nxStringHelper::GetAsString(value, precision), text) << value;
-        std::string appended;
-        nxStringHelper::AppendAsString(appended, value, precision);
-        EXPECT_EQ(appended, text) << value;
-    }
+        EXPECT_EQ(Text(value, precision), text) << value;
     (void)nxStringHelper::GetAsString(infinity - infinity); // any text, no undefined cast
 }
 
