@@ -60,9 +60,8 @@ std::string Holding(ValueT const& left, ValueT const& right)
 
 using nxExchangeRateLog = nxRecordingTest;
 
-class Keys : public nxExchangeRateList
+struct Keys : nxExchangeRateList
 {
-public:
     using nxExchangeRateList::_GetMapKey;
 };
 
@@ -153,9 +152,10 @@ TEST(nxRatio, Comparison)
     using Row = std::tuple<nxRatio, nxRatio, char const*>;
     for (auto const& [left, right, holding] :
          {Row{{}, nullWithNumbers, "== <= >= "}, Row{{}, noChange, "!= < <= "},
-          Row{noChange, {0, 0}, "!= < <= "}, Row{{1, 3}, {1, 2}, "!= < <= "},
-          Row{{1, 2}, {1, 2}, "== <= >= "}, Row{{1, 2}, {2, 4}, "!= > >= "}, // neither equal nor less
-          Row{{65536, 1}, {1, 65536}, "!= < <= "}})                          // 2^32 wraps to 0
+          Row{{1, 2}, noChange, "!= > >= "}, Row{noChange, {0, 0}, "!= < <= "},
+          Row{{1, 3}, {1, 2}, "!= < <= "}, Row{{1, 2}, {1, 2}, "== <= >= "},
+          Row{{1, 2}, {2, 4}, "!= > >= "},          // neither equal nor less
+          Row{{65536, 1}, {1, 65536}, "!= < <= "}}) // 2^32 wraps to 0
         EXPECT_EQ(Holding(left, right), holding) << left.GetAsString() << ' ' << right.GetAsString();
 }
 
@@ -215,6 +215,7 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     converter.SetAndOwnExchangeRateList(nullptr);
     nxMoney const dollars = Money("100.00USD");
     EXPECT_TRUE(converter.ConvertToTargetCurrency(dollars, NX_EUR).IsNull());
+    EXPECT_EQ(converter.ConvertToTargetCurrency(dollars, NX_USD).GetAsString(), "100.00USD");
     EXPECT_EQ(converter.ConvertToTargetCurrency(dollars).GetAsString(), "100.00USD"); // no default target
     converter.SetDefaultTargetCurrency(NX_EUR);
     EXPECT_TRUE(converter.ConvertToTargetCurrency(dollars).IsNull()); // no list
