@@ -17,32 +17,33 @@ struct Record
     std::shared_ptr<bool> alive = std::make_shared<bool>(true); // held by all work that there is, too
 };
 
-/// Notes that it was run; one with children pushes that many more, which have none.
-class Work : public nxFunctor
+struct Work : public nxFunctor
 {
-public:
-    Work(Record& record, nxFunctorQueueBase& queue, unsigned int number, unsigned int children)
-        : _alive(record.alive), _record(record), _queue(queue), _number(number), _children(children)
+    explicit Work(std::function<void()> aWork) : work(std::move(aWork))
     {
     }
 
-protected:
     void _Invoke() override
     {
-        std::unique_lock guard(_record.mutex);
-        _record.run.push_back(_number);
-        guard.unlock();
-        for (unsigned int child = 1; child <= _children; ++child)
-            FUZZ_CHECK(_queue.Push(new Work(_record, _queue, _number * 100 + child, 0)).IsOK());
+        work();
     }
 
-private:
-    std::shared_ptr<bool> _alive;
-    Record& _record;
-    nxFunctorQueueBase& _queue;
-    unsigned int _number;
-    unsigned int _children;
+    std::function<void()> work;
 };
+
+/// Has work wait that notes that it was run; one with children pushes that many more, which have none.
+void Push(Record& record, nxFunctorQueueBase& queue, unsigned int number, unsigned int children)
+{
+    auto const work = [&record, &queue, number, children, alive = record.alive]
+    {
+        std::unique_lock guard(record.mutex);
+        record.run.push_back(number);
+        guard.unlock();
+        for (unsigned int child = 1; child <= children; ++child)
+            Push(record, queue, number * 100 + child, 0);
+    };
+    FUZZ_CHECK(queue.Push(new Work(work)).IsOK());
+}
 
 void CheckByHand(FuzzInput& input)
 {
@@ -64,8 +65,7 @@ void CheckByHand(FuzzInput& input)
         unsigned int const action = input.Below(8);
         bool const hasOne = !waiting.empty();
         if (action < 4) // with so many children
-            FUZZ_CHECK(queue.Push(new Work(record, queue, number, action)).IsOK()),
-                waiting.emplace_back(number, action);
+            Push(record, queue, number, action), waiting.emplace_back(number, action);
         else if (action == 4)
             for (FUZZ_CHECK(queue.DispatchAll() == NX_ERR_NOT_FOUND); !waiting.empty();)
                 runOldest();
@@ -106,7 +106,7 @@ void CheckWorkers(FuzzInput& input, unsigned int workers)
         else if (number == before)
             queue.Create(new nxFunctorThreadPool(workers));
         if (number != before + after)
-            (void)queue.Push(new Work(record, queue, number, 0));
+            Push(record, queue, number, 0);
     }
     while (!isStoppedAtOnce && workers != 0 && queue.Size() != 0)
         sched_yield();

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -197,9 +198,10 @@ inline std::string FuzzFile(std::string const& content)
 /// As main() gets them: a null pointer ends them.
 inline std::vector<char*> FuzzPointers(std::vector<std::string>& words)
 {
-    std::vector<char*> pointers(words.size() + 1);
-    std::transform(words.begin(), words.end(), pointers.begin(),
-                   [](std::string& word) { return word.data(); });
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
     return pointers;
 }
 

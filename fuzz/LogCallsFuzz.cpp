@@ -43,9 +43,8 @@ bool IsLeaving(std::string const& line, std::string const& name)
 }
 
 /// Notes what it is given, and does as a line tells it.
-class Device : public nxLogDevice
+struct Device : public nxLogDevice
 {
-public:
     nxErrorEnum Destroy() override
     {
         Write(nxLog(NX_INF, "file.cpp", 1) << "line of the end");

@@ -49,8 +49,6 @@ void CheckReal(std::string const& text, char separator)
         FUZZ_EQUAL(value, 42.0);
     else if (digits.size() < 300)
         FUZZ_EQUAL(value, (isNegative ? -gathered : gathered) / divisor);
-    if (taken && digits.size() <= 15) // exact in a double, as its power of ten is
-        FUZZ_EQUAL(std::fabs(value), std::strtod(digits.insert(point, 1, '.').c_str(), nullptr));
 }
 
 void CheckRealText(double value, unsigned int precision)
@@ -73,8 +71,6 @@ void CheckRealText(double value, unsigned int precision)
     double back = 0;
     FUZZ_CHECK(nxStringHelper::SetFromString(text, back).IsOK());
     FUZZ_CHECK(std::fabs(back - value) <= 0.5000001 * std::pow(0.1, places) + std::fabs(value) * 1e-15);
-    if (back != 0.0 && std::fabs(back) < 1e6) // up to 15 digits are read without a loss
-        FUZZ_EQUAL(nxStringHelper::GetAsString(back, places), text);
 }
 
 void CheckHandling(std::string const& text, std::string const& from, std::string const& to)
@@ -94,18 +90,13 @@ void CheckHandling(std::string const& text, std::string const& from, std::string
     FUZZ_EQUAL(replaced, expected);
 }
 
-int Sign(int number)
-{
-    return (number > 0) - (number < 0);
-}
-
 void CheckComparison(std::string const& a, std::string const& b)
 {
     int const order = strcasecmp(a.c_str(), b.c_str());
     FUZZ_EQUAL(nxStringHelper::Compare(a, b, NX_CASE_SENSITIVE), a == b);
     FUZZ_EQUAL(nxStringHelper::CompareAlphabetically(a, b, NX_CASE_SENSITIVE),
-               Sign(std::strcmp(a.c_str(), b.c_str())));
-    FUZZ_EQUAL(Sign(nxStringHelper::CompareAlphabetically(a, b, NX_CASE_INSENSITIVE)), Sign(order));
+               std::clamp(std::strcmp(a.c_str(), b.c_str()), -1, 1));
+    FUZZ_CHECK((nxStringHelper::CompareAlphabetically(a, b, NX_CASE_INSENSITIVE) <=> 0) == (order <=> 0));
     if ((a + b).find('\0') == std::string::npos)
         FUZZ_EQUAL(nxStringHelper::Compare(a, b, NX_CASE_INSENSITIVE), order == 0);
     FUZZ_CHECK(!nxStringHelper::Compare(a, a, nxCaseSensitivityEnum()));

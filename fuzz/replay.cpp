@@ -64,10 +64,7 @@ std::string Assemble(std::string const& line)
         std::smatch const& part = *piece;
         if (part[4].matched)
             input += MakeNumber(part[4], part[5]);
-        for (unsigned long count = part[4].matched   ? 0
-                                   : part[3].matched ? std::stoul(part[3])
-                                                     : 1;
-             count != 0; --count)
+        for (unsigned long count = part[3].matched ? std::stoul(part[3]) : 1; count != 0; --count)
             input += MakeBytes(part[2]);
         if (part[1] == "\"")
             input += '\xFF';
