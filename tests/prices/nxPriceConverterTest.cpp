@@ -15,7 +15,6 @@
 #include <cmath>
 #include <memory>
 #include <set>
-#include <tuple>
 
 static_assert(std::is_abstract_v<nxPriceConverter> && std::has_virtual_destructor_v<nxPriceConverter>);
 
@@ -229,26 +228,20 @@ TEST(nxPriceConverterHelper, MakesEveryFormatAndLeavesTheTextWhereItFails)
     for (unsigned int number = 4501; Format(number).GetValue() == number; ++number) // all that there are
         EXPECT_NE(Converter(Format(number)), nullptr) << number;
     EXPECT_TRUE(Converter(Format(0)) == nullptr && Converter(Format(2)) == nullptr);
-    auto const show = [](double price, unsigned int format)
+    using Helper = nxPriceConverterHelper;
+    auto const show = [](double price, unsigned int format, char const* tick = nullptr, bool validate = false)
     {
         std::string text = "old";
-        bool const isShown = nxPriceConverterHelper::GetPriceAsString(price, Format(format), text, true);
+        bool const isShown = tick == nullptr ? Helper::GetPriceAsString(price, Format(format), text, true)
+                                             : Helper::GetPriceAsString(price, Number(tick), Format(format),
+                                                                        text, true, validate);
         EXPECT_EQ(isShown, text != "old");
         return text;
     };
-    EXPECT_EQ(show(0.5, 0) + show(null, 4503), "oldold");
+    EXPECT_EQ(show(0.5, 0) + show(0.5, 0, "0.25"), "oldold");
+    EXPECT_EQ(show(null, 4503) + show(0.5, 4501, "0"), "oldold");
     EXPECT_EQ(show(9850.0, 4518), "99"); // no tick yet, so no places
-    using Row = std::tuple<double, nxDecimal, unsigned int, bool, char const*>;
-    for (auto const& [price, tick, format, validate, expected] :
-         {Row{0.5, Number("0.25"), 0, false, "old"}, Row{0.5, Number("0"), 4501, false, "old"},
-          Row{9850.5, Number("1"), 4518, true, "old"}, Row{101.5, Number("1"), 4510, true, "101-16"}})
-    {
-        std::string text = "old";
-        bool const isShown =
-            nxPriceConverterHelper::GetPriceAsString(price, tick, Format(format), text, true, validate);
-        EXPECT_EQ(isShown, text != "old");
-        EXPECT_EQ(text, expected);
-    }
+    EXPECT_EQ(show(9850.5, 4518, "1", true) + show(101.5, 4510, "1", true), "old101-16");
     EXPECT_EQ(show(9850.0, 4518), "98.50"); // the refused price left its tick
     EXPECT_EQ(show(9850.0, 4519), "1");     // each format has its own
     RunTogether(2,
