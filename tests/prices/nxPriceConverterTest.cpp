@@ -247,7 +247,7 @@ TEST(nxPriceConverterHelper, MakesEveryFormatAndLeavesTheTextWhereItFails)
     RunTogether(2,
                 [&show](int thread)
                 {
-                    for (int round = 0; round < 5000; ++round)
+                    for (int round = 0; round < 100000; ++round)
                         ASSERT_EQ(show(thread == 0 ? 101.5 : -0.5, 4510), thread == 0 ? "101-16" : "-0-16");
                 });
 }
