@@ -64,49 +64,6 @@ void WaitUntil(Condition condition)
 
 TEST(nxManuallyDispatchedFunctorQueue, RunsNothingForANullFunctorAndPassesExceptionsOn)
 {
-    nxManuallyDispatchedFunctorQueue manual;
-    EXPECT_TRUE(manual.Push(nullptr).IsOK());
-    EXPECT_TRUE(manual.Dispatch().IsOK());
-    auto const isAlive = std::make_shared<bool>(true);
-    Push(manual, [isAlive] { throw std::runtime_error("work"); });
-    EXPECT_THROW((void)manual.Dispatch(), std::runtime_error);
-    EXPECT_EQ(isAlive.use_count(), 1); // the functor is gone with its copy
-    EXPECT_EQ(manual.Size(), 0u);
-
-    Functor marker([] {}); // a worker's queue leaves the argument, where a manual one nulls it
-    nxFunctor* popped = &marker;
-    EXPECT_EQ(Queue()._Pop(&popped), NX_ERR_NOT_FOUND);
-    EXPECT_EQ(popped, &marker);
-}
-
-TEST(nxFunctorThread, WithoutAQueueThereIsNothingToRunOrToWake)
-{
-    struct Slow : public nxFunctorThread
-    {
-        nxErrorEnum Run() override
-        {
-            Sleep(50000);
-            return nxFunctorThread::Run();
-        }
-    } worker;
-    EXPECT_EQ(worker.Run(), NX_ERR_THR_UNSUPPORTED);
-    EXPECT_EQ(worker._Stop(), NX_ERR_THR_NOT_RUNNING);
-    EXPECT_TRUE(worker._Start().IsOK());
-    EXPECT_EQ(worker._Start(), NX_ERR_THR_ALREADY_STARTED);
-    EXPECT_TRUE(worker._Stop().IsOK()); // while it runs
-    nxFunctorThreadPool neverConnected(3);
-    nxFunctorThreadPool nobody(0);
-    EXPECT_TRUE(nobody._Start().IsOK());
-    EXPECT_TRUE(nobody._Stop().IsOK());
-    Queue queue;
-    EXPECT_TRUE(queue.Stop().IsOK());
-    nxFunctorThreadPool stopsWhenDestroyed(2);
-    stopsWhenDestroyed._SetFunctorQueueBase(&queue);
-    EXPECT_TRUE(stopsWhenDestroyed._Start().IsOK());
-}
-
-TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
-{
     struct CountingQueue : public nxManuallyDispatchedFunctorQueue
     {
         int pops = 0;
@@ -117,22 +74,46 @@ TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
             return nxManuallyDispatchedFunctorQueue::_Pop(functor);
         }
     } manual;
-    nxFunctor* popped = nullptr;
-    (void)manual.Pop(&popped);
-    (void)manual.Dispatch();
-    (void)manual.DispatchAll();
-    EXPECT_EQ(manual.pops, 3);
+    EXPECT_TRUE(manual.Push(nullptr).IsOK());
+    EXPECT_TRUE(manual.Dispatch().IsOK());
+    auto const isAlive = std::make_shared<bool>(true);
+    Push(manual, [isAlive] { throw std::runtime_error("work"); });
+    EXPECT_THROW((void)manual.Dispatch(), std::runtime_error);
+    EXPECT_EQ(isAlive.use_count(), 1); // the functor is gone with its copy
+    Functor marker([] {});             // a worker's queue leaves the argument, where a manual one nulls it
+    nxFunctor* popped = &marker;
+    EXPECT_EQ(Queue()._Pop(&popped), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(popped, &marker);
+    EXPECT_EQ(manual.Pop(&popped), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(manual.DispatchAll(), NX_ERR_NOT_FOUND);
+    EXPECT_EQ(manual.pops, 4); // each asks the derived class
+}
 
-    struct CountingThread : public nxFunctorThread
+TEST(nxFunctorThread, SleepsUntilItIsStoppedAndHasNothingToDoWithoutAQueue)
+{
+    struct Worker : public nxFunctorThread
     {
         int waits = 0;
+
+        nxErrorEnum Run() override
+        {
+            Sleep(50000);
+            return nxFunctorThread::Run();
+        }
 
         nxErrorEnum Wait() override
         {
             ++waits;
             return nxFunctorThread::Wait();
         }
-    } worker;
+    } worker, queueless;
+    EXPECT_EQ(queueless.Run(), NX_ERR_THR_UNSUPPORTED);
+    EXPECT_EQ(queueless._Stop(), NX_ERR_THR_NOT_RUNNING);
+    EXPECT_TRUE(queueless._Start().IsOK());
+    EXPECT_EQ(queueless._Start(), NX_ERR_THR_ALREADY_STARTED);
+    EXPECT_TRUE(queueless._Stop().IsOK()); // while it runs
+    EXPECT_EQ(queueless.waits, 2);         // a stop asks the derived class
+
     Queue queue;
     worker._SetFunctorQueueBase(&queue);
     std::clock_t const before = std::clock(); // of the process, whatever else the machine does
@@ -140,7 +121,6 @@ TEST(nxFunctorOverrides, OfPopAndWaitAreTheOnesThatAreCalled)
     usleep(200000);
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 20); // it sleeps
     EXPECT_TRUE(worker._Stop().IsOK());
-    EXPECT_EQ(worker.waits, 1);
     Push(queue, [] { FAIL(); });
     EXPECT_TRUE(worker._Start().IsOK()); // stopped once it stays stopped
     EXPECT_TRUE(worker.Wait().IsOK());
@@ -152,7 +132,16 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     constexpr int workers = 3;
     std::atomic<int> inside = 0;
     std::atomic<bool> released = false;
+    nxFunctorThreadPool const neverConnected(workers);
+    nxFunctorThreadPool nobody(0);
+    EXPECT_TRUE(nobody._Start().IsOK() && nobody._Stop().IsOK());
     Queue queue;
+    EXPECT_TRUE(queue.Stop().IsOK()); // it has no workers yet
+    {
+        nxFunctorThreadPool stopsWhenDestroyed(workers);
+        stopsWhenDestroyed._SetFunctorQueueBase(&queue);
+        EXPECT_TRUE(stopsWhenDestroyed._Start().IsOK());
+    }
     queue.Create(new nxFunctorThreadPool(workers));
     auto const work = [&]
     {

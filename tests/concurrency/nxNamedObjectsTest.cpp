@@ -27,7 +27,6 @@ nxSemaphore& MakeSignal()
     return signal;
 }
 
-// How many counts there are to take at once.
 int TakeAll(nxWindowsSemaphore& semaphore)
 {
     int taken = 0;
@@ -45,10 +44,8 @@ protected:
     static void TearDownTestSuite()
     {
         for (auto const& file : std::filesystem::directory_iterator("/dev/shm"))
-        {
             if (file.path().string().find(mark) != std::string::npos)
                 std::filesystem::remove(file.path());
-        }
     }
 };
 } // namespace
@@ -84,12 +81,8 @@ TEST_F(nxNamedObjects, AMutexExcludesOthersUntilItsOwnerHasUnlockedAsOftenAsLock
 // None of them crashes or is the mutex of another.
 TEST_F(nxNamedObjects, NamesAreAnyBytes)
 {
-    std::string const names[] = {"",
-                                 mark + '\0',
-                                 mark + "../x",
-                                 mark + "%2E",
-                                 std::string(10000000, 'x'),
-                                 std::string(9999999, 'x') + 'y'};
+    std::string const longName(10000000, 'x');
+    std::string const names[] = {"", mark + '\0', mark + "../x", mark + "%2E", longName, longName + 'y'};
     for (std::string const& name : names)
     {
         nxWindowsMutex mutex(name);

@@ -95,14 +95,10 @@ TEST(nxThread, SleepsWholeMilliseconds)
     EXPECT_LT(shortest, std::chrono::microseconds(900));
 }
 
-TEST(nxThread, ThreadsHaveTheSystemsNumbers)
+TEST(nxThreadIndex, CountsInTheOrderOfAskingBesideTheSystemsNumbers)
 {
     EXPECT_EQ(nxThread::GetThreadIDAsString(), std::to_string(getpid())); // the main thread
     EXPECT_NE(Elsewhere(nxThread::GetThreadIDAsString), nxThread::GetThreadIDAsString());
-}
-
-TEST(nxThreadIndex, CountsInTheOrderOfAsking)
-{
     unsigned int const main = nxThreadIndex::GetIndexOfCurrentThread();
     unsigned int const next = nxThreadIndex::_nextIndex;
     EXPECT_LT(main, next);

@@ -15,7 +15,6 @@
 #include <chrono>
 #include <climits>
 #include <csignal>
-#include <functional>
 #include <limits>
 
 namespace
@@ -27,25 +26,26 @@ template <typename Wait, typename Signal>
 void WakeWaiters(int waiters, Wait wait, Signal signal)
 {
     std::atomic<int> woken = 0;
-    RunTogether(waiters + 1,
-                [&](int thread)
-                {
-                    if (thread < waiters)
-                    {
-                        EXPECT_TRUE(wait(thread).IsOK());
-                        ++woken;
-                    }
-                    while (thread == waiters && woken < waiters)
-                    {
-                        EXPECT_TRUE(signal().IsOK());
-                        std::this_thread::yield();
-                    }
-                });
+    auto const work = [&](int thread)
+    {
+        if (thread < waiters)
+        {
+            EXPECT_TRUE(wait(thread).IsOK());
+            ++woken;
+        }
+        while (thread == waiters && woken < waiters)
+        {
+            EXPECT_TRUE(signal().IsOK());
+            std::this_thread::yield();
+        }
+    };
+    RunTogether(waiters + 1, work);
 }
 } // namespace
 
-TEST(nxSemaphore, EachWaitTakesOneOfTheCount)
+TEST(nxSemaphore, EachWaitTakesOneOfTheCountAndTimedOnesEndInTime)
 {
+    using Clock = std::chrono::steady_clock;
     nxSemaphore semaphore(3);
     EXPECT_TRUE(semaphore.Post().IsOK());
     EXPECT_EQ(semaphore.GetValue(), 4);
@@ -53,12 +53,6 @@ TEST(nxSemaphore, EachWaitTakesOneOfTheCount)
     EXPECT_TRUE(semaphore.TimedWait(0.0).IsOK() && semaphore.TimedWait_Microseconds(0).IsOK());
     EXPECT_EQ(semaphore.GetValue(), 0);
     EXPECT_EQ(semaphore.TryWait(), NX_ERR_THR_LOCKED);
-}
-
-TEST(nxSemaphore, TimedWaitsEndInTime)
-{
-    using Clock = std::chrono::steady_clock;
-    nxSemaphore semaphore(0);
     for (double seconds : {0.0, -0.4999, -1e9, 4294967296.0})
         EXPECT_EQ(semaphore.TimedWait(seconds), NX_ERR_THR_TIMEDOUT) << seconds;
     auto const start = Clock::now();
@@ -76,25 +70,21 @@ TEST(nxSemaphore, ASignalInterruptsAWait)
     handled.sa_handler = [](int) {}; // and the system's call is not restarted
     sigaction(SIGUSR1, &handled, nullptr);
     nxSemaphore semaphore(0);
-    std::function<nxErrorEnum()> const waits[] = {
-        [&] { return semaphore.Wait(); }, [&] { return semaphore.TimedWait(100.0); },
-        [&] { return semaphore.TimedWait_Microseconds(100000000); }};
-    for (auto const& wait : waits)
-    {
-        std::atomic<bool> ended = false;
-        std::thread waiter(
-            [&]
-            {
-                EXPECT_EQ(wait(), NX_ERR_THR_INTERRUPTED);
-                ended = true;
-            });
-        while (!ended)
+    std::atomic<bool> ended = false;
+    std::thread waiter(
+        [&]
         {
-            pthread_kill(waiter.native_handle(), SIGUSR1);
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        waiter.join();
+            EXPECT_EQ(semaphore.Wait(), NX_ERR_THR_INTERRUPTED);
+            EXPECT_EQ(semaphore.TimedWait(100.0), NX_ERR_THR_INTERRUPTED);
+            EXPECT_EQ(semaphore.TimedWait_Microseconds(100000000), NX_ERR_THR_INTERRUPTED);
+            ended = true;
+        });
+    while (!ended)
+    {
+        pthread_kill(waiter.native_handle(), SIGUSR1);
+        usleep(1000);
     }
+    waiter.join();
 }
 
 TEST(nxSemaphore, ACountBeyondTheSystemsLimitIsRefused)
@@ -133,8 +123,9 @@ TEST(nxConditionRaw, WaitsReturnWithTheCallersMutexHeld)
     std::thread other(
         [&]
         {
-            nxMutexGuard otherGuard(mutex);
+            nxMutexGuard otherGuard(mutex); // which the waiting one has released
             ready = true;
+            nxConditionRaw() = condition; // a copy that is gone at once
             EXPECT_TRUE(condition.Signal().IsOK());
         });
     while (!ready)
@@ -149,23 +140,6 @@ TEST(nxConditionRaw, WaitsReturnWithTheCallersMutexHeld)
     nxMutex recursive(true); // knows that the caller does not hold it, unlike a plain one
     EXPECT_EQ(condition.Wait(recursive), NX_ERR_UNSPECIFIED);
     EXPECT_EQ(condition.TimedWait(recursive, 1.0001), NX_ERR_UNSPECIFIED);
-}
-
-TEST(nxConditionRaw, ACopyCanBeDestroyedWhileSomebodyWaitsForTheOriginal)
-{
-    nxMutex mutex;
-    nxConditionRaw condition;
-    auto const wait = [&](int)
-    {
-        nxMutexGuard guard(mutex);
-        return condition.Wait(mutex);
-    };
-    auto const signal = [&]
-    {
-        nxConditionRaw() = condition; // gone at once
-        return condition.SignalAll();
-    };
-    WakeWaiters(1, wait, signal);
 }
 
 TEST(nxConditionShared, ItAndASemaphoreWakeAnotherProcess)
@@ -218,20 +192,17 @@ TEST(nxConditionMutex, AFailedWaitReturnsWithTheMutexReleased)
     nxConditionMutex& condition = MakeShared<nxConditionMutex>();
     ASSERT_TRUE(condition.InitialiseAsShared(true).IsOK());
     std::atomic<bool> held = false;
-    nxErrorEnum waited;
-    std::thread waiter(
-        [&]
-        {
-            (void)condition.Lock();
-            held = true;
-            waited = condition.Wait();
-        });
+    auto const wait = [&]
+    {
+        held = condition.Lock().IsOK();
+        EXPECT_EQ(condition.Wait(), NX_ERR_UNSPECIFIED);
+    };
+    std::thread waiter(wait);
     while (!held)
         std::this_thread::yield();
     // Somebody wakes the waiter and dies with the mutex, so that the wait can't end well.
     EXPECT_TRUE(Elsewhere([&] { return condition.Lock().IsOK() && condition.Signal().IsOK(); }));
     waiter.join();
-    EXPECT_EQ(waited, NX_ERR_UNSPECIFIED);
     EXPECT_EQ(condition.TryLock(), NX_ERR_UNSPECIFIED); // given up by the waiter; if held, it would be LOCKED
 }
 
@@ -246,10 +217,7 @@ TEST(nxWaitTime, RelativeTimesAreSplitAndCut)
         std::timespec relative;
         long seconds, nanoseconds;
     } const rows[] = {
-        {FromSeconds(0.0), 0, 0},
-        {FromSeconds(1.5), 1, 500000000},
-        {FromSeconds(2.3), 2, 299999999}, // the double lies below 2.3, and nothing is rounded
-        {FromSeconds(-0.5), -1, 500000000},
+        {FromSeconds(2.3), 2, 299999999},      // the double lies below 2.3, and nothing is rounded
         {FromSeconds(-1e-20), -1, 1000000000}, // the difference itself rounds to 1
         {FromSeconds(2147483648.0), smallest, 0},
         {FromSeconds(4294967296.0), 0, 0},
@@ -258,7 +226,6 @@ TEST(nxWaitTime, RelativeTimesAreSplitAndCut)
         {FromSeconds(-1e300), smallest, 0},
         {FromSeconds(infinity), smallest, smallest},
         {FromSeconds(noNumber), smallest, smallest},
-        {FromMicroseconds(999999), 0, 999999000},
         {FromMicroseconds(1500000), 1, 500000000},
         {FromMicroseconds((1ULL << 31) * second), smallest, 0},
         {FromMicroseconds((1ULL << 32) * second + 7), 0, 7000}, // whole seconds beyond 32 bits are lost

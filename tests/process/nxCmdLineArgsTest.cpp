@@ -1,5 +1,5 @@
 // How nxCmdLineArgs reads command line and environment, and what its getters make of the values. A fuzz target holds
-// which words are switches and values, and what the entries of an environment are.
+// which words are switches and values, what the entries of an environment are, and which texts are times.
 #include "core/process/nxCmdLineArgs.h"
 #include "core/platform/nxEnvironmentLock.h"
 #include "tests/concurrency/SharedMemory.h"
@@ -92,10 +92,7 @@ TEST(nxCmdLineArgs, ReadsNumbersAndTruths)
         {"", none, "", "", false, true},
         {"007", 7, "7", "7", false, true},
         {"4294967297", 1, "4294967297", "4.294967e+09", false, true}, // wraps
-        {"-.5", none, "-0.5", "-0.5", false, true},
-        {"5 ", none, "", "", false, true},
-        {"1.50", none, "1.50", "1.5", false, true},
-        {"1,5", none, "", "", false, true},
+        {"-1.50", none, "-1.50", "-1.5", false, true},
         {"TRUE", none, "", "", true, true},
         {"yEs", none, "", "", true, true},
         {" yes", none, "", "", false, true},
@@ -117,16 +114,11 @@ TEST(nxCmdLineArgs, ReadsNumbersAndTruths)
 
 TEST(nxCmdLineArgs, ReadsTimesOfToday)
 {
-    nxDateTime const now;
-    Arguments const arguments({"SHORT=09:30", "LONG=23:59:58"});
-    nxDateTime const time = arguments.GetEnvValueAsHHMMSS("SHORT");
-    EXPECT_EQ(time.GetAsString("%H:%M:%S"), "09:30:00");
-    EXPECT_EQ(arguments.GetEnvValueAsHHMMSS("LONG").GetAsString("%H:%M:%S"), "23:59:58");
-    EXPECT_GE(time.GetAsISODate(), now.GetAsISODate());
+    nxDateTime const before;
+    nxDateTime const time = Arguments({"K=23:59:58"}).GetEnvValueAsHHMMSS("K");
+    EXPECT_EQ(time.GetAsString("%H:%M:%S"), "23:59:58");
+    EXPECT_GE(time.GetAsISODate(), before.GetAsISODate());
     EXPECT_LE(time.GetAsISODate(), nxDateTime().GetAsISODate());
-    for (char const* const text : {"", "24:00", "12:60", "1:30", "12-30", "12:3x", "x2:30", "-1:30",
-                                   "12:30:60", "12:30-00", "12:30:0", "12:30:000", "12.30:00", "1230"})
-        EXPECT_TRUE(Arguments({std::string("K=") + text}).GetEnvValueAsHHMMSS("K").IsNull()) << text;
 }
 
 TEST(nxCmdLineArgs, SeesTheLiveEnvironmentUntilItIsRead)

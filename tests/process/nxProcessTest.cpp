@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <climits>
 #include <set>
+#include <utility>
 
 #include <arpa/inet.h>
 
@@ -47,15 +48,11 @@ TEST(nxApplicationData, HoldsWhatTheHostSets)
     EXPECT_TRUE(nxApplicationData::GetMifidEnabled());
 }
 
-TEST(nxApplicationData, StartedAtLoad)
+TEST(nxApplicationData, FindsTheHostAndWhenItStarted)
 {
     EXPECT_TRUE(startBeforeMain.IsValid());
     EXPECT_LE(startBeforeMain, nxDateTime());
     EXPECT_EQ(nxApplicationData::GetStartTime(), startBeforeMain);
-}
-
-TEST(nxApplicationData, FindsTheHost)
-{
     char name[256] = "";
     ASSERT_EQ(::gethostname(name, sizeof(name)), 0);
     EXPECT_EQ(nxApplicationData::GetHostName(), std::string(name).substr(0, std::string(name).find('.')));
@@ -67,11 +64,10 @@ TEST(nxApplicationData, FindsTheHost)
 
 TEST(nxApplicationData, AForkedChildHasItsOwnNumber)
 {
-    EXPECT_EQ(nxApplicationData::GetProcessID(), static_cast<unsigned int>(::getpid()));
-    EXPECT_EQ(
-        RunInChild([] { return nxApplicationData::GetProcessID() == static_cast<unsigned int>(::getpid()); }),
-        1);
-    EXPECT_EQ(nxApplicationData::GetProcessID(), static_cast<unsigned int>(::getpid()));
+    auto const isOwn = [] { return std::cmp_equal(nxApplicationData::GetProcessID(), ::getpid()); };
+    EXPECT_TRUE(isOwn());
+    EXPECT_EQ(RunInChild(isOwn), 1);
+    EXPECT_TRUE(isOwn());
 }
 
 TEST(nxApplicationData, AsksForSecurityEachTime)
