@@ -474,15 +474,19 @@ TEST_F(nxSocketTest, SignalsShortenNoWaitAndEndNoConnecting)
         ASSERT_TRUE(&client == &clients[6] || connect(client).IsOK());
     }
     nxSocket accepted;
+    std::atomic<bool> isConnected = false;
     auto const serve = [&]
     {
         std::this_thread::sleep_for(30ms);
         EXPECT_TRUE(connection.listener.Accept(accepted).IsOK());
-        std::this_thread::sleep_for(50ms);
+        isConnected.wait(false);
+        std::this_thread::sleep_for(30ms);
         EXPECT_TRUE(connection.client.Send("x").IsOK());
     };
     std::thread other(serve);
     EXPECT_TRUE(connect(clients[6]).IsOK());
+    isConnected = true;
+    isConnected.notify_one();
     EXPECT_TRUE(server.ReceiveMsgWithDestinationAddress(buffer, 1, received, destination).IsOK());
     other.join();
     timer = {};
