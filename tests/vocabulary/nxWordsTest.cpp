@@ -203,9 +203,8 @@ TEST(nxProductStateBitMask, WordsHaveSynonymsAndKnowNoCase)
 {
     constexpr char const* words =
         "PREOPEN=1|PREOPENING=1|PRE_TRADING=1|OPEN=2|NORMAL=2|RET_TRADING=2|CLOSED=8|HOLIDAY=8|INACTIVE=8|"
-        "PRICE_FAST=64|START_FAST=64|FROZEN=2097152|FREEZE=2097152|EXPIRING=536870912|nope=3!|=3!|OPEN "
-        "=3!|FAST=3!|"
-        "HALT=3!|PRICE_LIMITS=3!";
+        "PRICE_FAST=64|START_FAST=64|FROZEN=2097152|FREEZE=2097152|EXPIRING=536870912|nope=3!|=3!|"
+        "OPEN =3!|FAST=3!|HALT=3!|PRICE_LIMITS=3!";
     for (bool const isLower : {false, true})
         EXPECT_EQ(Read(words,
                        [isLower](std::string word)
