@@ -28,9 +28,6 @@ namespace
 /// A file or directory of a test's own, gone with the object.
 struct TestFile
 {
-    /// Names the file only.
-    TestFile() = default;
-
     explicit TestFile(std::string const& content)
     {
         std::ofstream(path, std::ios::binary) << content;
@@ -164,22 +161,21 @@ TEST(nxFileHelper, TellsSizeAndTime)
 
 TEST(nxFileHelper, MakesOneDirectory)
 {
-    TestFile const place;
-    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(place.path));
-    EXPECT_TRUE(nxFileHelper::CreateDirectoryA(place.path));
-    EXPECT_TRUE(nxFileHelper::DoesDirectoryExist(place.path));
-    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(TestFile("").path));
-    std::string const narrow = place.path + "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x93\x88";
+    TestFile const file("");
+    std::string const place = file.directory + "/made";
+    EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(file.path) || nxFileHelper::DoesDirectoryExist(place));
+    EXPECT_TRUE(nxFileHelper::CreateDirectoryA(place) && nxFileHelper::DoesDirectoryExist(place));
+    std::string const narrow = place + "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x93\x88";
     std::wstring const wide =
-        std::wstring(place.path.begin(), place.path.end()) + L"\u00E4\u20AC\U0001F4C8"; // UTF-8, too
+        std::wstring(place.begin(), place.end()) + L"\u00E4\u20AC\U0001F4C8"; // UTF-8, too
     EXPECT_TRUE(nxFileHelper::CreateDirectoryA(wide) && nxFileHelper::DoesDirectoryExist(wide));
 
     testing::internal::CaptureStdout();
     EXPECT_FALSE(nxFileHelper::CreateDirectoryA(wide));
-    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(place.path + "/no/parents"));
+    EXPECT_FALSE(nxFileHelper::CreateDirectoryA(place + "/no/parents"));
     std::string const failed = "Failed to create directory ";
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              failed + narrow + ", errno: 17\n" + failed + place.path + "/no/parents, errno: 2\n");
+              failed + narrow + ", errno: 17\n" + failed + place + "/no/parents, errno: 2\n");
     EXPECT_EQ(::rmdir(narrow.c_str()), 0);
     EXPECT_FALSE(nxFileHelper::DoesDirectoryExist(std::wstring(1, wchar_t{0xD800}))); // no character
 }
