@@ -71,6 +71,8 @@ void CheckByHand(FuzzInput& input)
                 runOldest();
         else if (action == 5)
         {
+            Work none([] {});
+            popped = &none; // becomes null where nothing waits
             FUZZ_CHECK(queue.Pop(&popped).IsOK() == hasOne && (popped != nullptr) == hasOne);
             delete std::exchange(popped, nullptr);
             hasOne ? waiting.pop_front() : void();
@@ -86,9 +88,8 @@ void CheckByHand(FuzzInput& input)
 }
 
 /// What waits in a queue and was not run, for its owner to delete.
-class Queue : public nxFunctorQueue
+struct Queue : public nxFunctorQueue
 {
-public:
     using nxFunctorQueue::_Pop;
 };
 
