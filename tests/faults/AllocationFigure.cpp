@@ -14,6 +14,7 @@
 #include <fstream>
 #include <memory>
 #include <new>
+#include <set>
 #include <type_traits>
 #include <vector>
 
@@ -102,57 +103,18 @@ unsigned int operations = 0;
 unsigned long refused = 0;
 unsigned int wrong = 0;
 
-/// The state of an object as a text.
-template <typename Object>
-std::string Show(Object const& object)
+constexpr auto showIt = [](auto const& object) -> std::string
 {
-    if constexpr (std::is_same_v<Object, std::string>)
-        return object;
-    else if constexpr (std::is_same_v<Object, nxExchangeRateList>)
-        return std::to_string(object.GetExchangeRateMap().size());
-    else if constexpr (std::is_same_v<Object, nxCSVFileReader>)
-        return std::to_string(object.GetRowCount() / 2);
-    else if constexpr (std::is_same_v<Object, nxGenericEnum>)
-        return object.GetShortDescription();
-    else
+    if constexpr (requires { object.GetAsString(); })
         return object.GetAsString();
-}
+    else
+        return object;
+};
 
 /// Refuses an operation one allocation after the other, until it gets by without meeting the one that fails.
-/// @param operation  is told how many allocations are granted, and gives the state before and after.
-/// @param isKept     whether it may keep memory for later use: the log's store does, and so does the system's.
-template <typename Operation>
-void Starve(char const* name, bool isKept, Operation operation)
-{
-    constexpr long most = 5000;
-    std::string const expected = operation(-1).second;
-    (void)operation(-1);
-    for (long granted = 0; granted < most; ++granted)
-    {
-        unsigned long const failuresBefore = failures;
-        long const blocks = liveBlocks;
-        bool isOldOrNew = false;
-        {
-            auto const [before, after] = operation(granted);
-            isOldOrNew = after == before || after == expected;
-        }
-        bool const isLeakFree = isKept || liveBlocks == blocks;
-        bool const worksAgain = operation(-1).second == expected;
-        if ((!isOldOrNew || !isLeakFree || !worksAgain) && ++wrong <= 20)
-            std::printf("%s, %s allocation %ld:%s%s%s\n", name, isLasting ? "from" : "without", granted + 1,
-                        isOldOrNew ? "" : " left in between", isLeakFree ? "" : " memory leaked",
-                        worksAgain ? "" : " does not work afterwards");
-        if (failures == failuresBefore)
-            return;
-        refused += failures - failuresBefore;
-    }
-    std::printf("%s never ends\n", name);
-    ++wrong;
-}
-
-constexpr auto showIt = [](auto const& object) { return Show(object); };
-
-/// An operation on a copy of `origin`, or on what it gives. @param show  tells the object's state as a text.
+/// @param origin  the object before, or what gives it.
+/// @param show    tells the object's state as a text.
+/// @param isKept  whether it may keep memory for later use: the log's store does, and so does the system's.
 template <typename Origin, typename Act, typename ShowState = decltype(showIt)>
 void On(char const* name, Origin const& origin, Act act, ShowState show = showIt, bool isKept = false)
 {
@@ -163,7 +125,8 @@ void On(char const* name, Origin const& origin, Act act, ShowState show = showIt
         else
             return origin;
     };
-    auto const operation = [&](long granted)
+    // Is told how many allocations are granted, and gives the state before and after.
+    auto const operate = [&](long granted)
     {
         auto object = make();
         std::string const before = show(object);
@@ -179,17 +142,38 @@ void On(char const* name, Origin const& origin, Act act, ShowState show = showIt
         return std::pair(before, show(object));
     };
     ++operations;
+    std::string const expected = operate(-1).second;
+    (void)operate(-1);
     for (bool const isForAll : {false, true})
     {
         isLasting = isForAll;
-        Starve(name, isKept, operation);
+        bool isMet = true; // one that never ends is ended by the alarm
+        for (long granted = 0; isMet; ++granted)
+        {
+            unsigned long const failuresBefore = failures;
+            long const blocks = liveBlocks;
+            bool isOldOrNew = false;
+            {
+                auto const [before, after] = operate(granted);
+                isOldOrNew = after == before || after == expected;
+            }
+            bool const isLeakFree = isKept || liveBlocks == blocks;
+            bool const worksAgain = operate(-1).second == expected;
+            if ((!isOldOrNew || !isLeakFree || !worksAgain) && ++wrong <= 20)
+                std::printf("%s, %s allocation %ld:%s%s%s\n", name, isLasting ? "from" : "without",
+                            granted + 1, isOldOrNew ? "" : " left in between",
+                            isLeakFree ? "" : " memory leaked",
+                            worksAgain ? "" : " does not work afterwards");
+            refused += failures - failuresBefore;
+            isMet = failures != failuresBefore;
+        }
     }
 }
 
 template <typename Act>
 void Gives(char const* name, Act act)
 {
-    On(name, someText, [act](std::string& text) { text = act() + longText; });
+    On(name, someText, [act](auto& text) { text = act() + longText; });
 }
 
 /// An operation after which there is nothing to look at but that it works again.
@@ -200,16 +184,15 @@ void Does(char const* name, Act act)
         name, 0, [act](int) { act(); }, [](int) { return std::string(); }, true);
 }
 
-class Nothing : public nxFunctor
+struct Nothing : nxFunctor
 {
     void _Invoke() override
     {
     }
 };
 
-class IdleThread : public nxThread
+struct IdleThread : nxThread
 {
-public:
     nxErrorEnum Run() override
     {
         return nxErrorEnum();
@@ -229,43 +212,54 @@ void StarveTexts(files::path const& directory)
     files::path const rows = directory / "rows.csv";
     std::ofstream(rows) << "first,\"second, which is quoted\",third\n" << longText << ",2,3\n";
     Gives("text of a double", [] { return nxStringHelper::GetAsString(1.0 / 3.0); });
-    On("append", someText, [](std::string& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
+    On("append", someText, [](auto& text) { nxStringHelper::AppendAsString(text, 1ULL << 60); });
     On("append hex", someText,
        [](auto& text) { nxAlgorithm::AppendAsHex(std::vector<unsigned char>(4, 7), text); });
     On("replace", someText, [](auto& text) { nxStringHelper::Replace(text, "text", "much longer text"); });
-    On("pad", someText, [](std::string& text) { nxStringHelper::PadLeft(text, 100, ' '); });
+    On("pad", someText, [](auto& text) { nxStringHelper::PadLeft(text, 100, ' '); });
+    On("pad right", someText, [](auto& text) { nxStringHelper::PadRight(text, 100, ' '); });
+    Gives("trimmed right", [] { return nxStringHelper::GetRightTrimmed(longText); });
+    Gives("formatted", [] { return nxStringHelper::GetUppercaseAndUnderscoreFormatted(longText); });
+    std::set<std::string> const patterns = {longText, "*"};
+    On("best match", someText,
+       [&](auto& text) { (void)nxAlgorithm::GetBestMatch(patterns, longText, text, true, ',', "*"); });
     Gives("trimmed", [] { return nxStringHelper::GetLeftTrimmed(longText); });
+    Gives("column alone", [&] { return nxCSVFileReader::GetAsCSVColumn(fields); });
     Gives("quoted field", [&] { return nxStringParser(fields).GetSubString(',', '"'); });
-    On("column", someText, [](std::string& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
+    On("column", someText, [](auto& text) { nxCSVFileReader::GetAsCSVColumn("a\"b,c", text); });
     On(
         "row", nxCSVFileRow(), [&](nxCSVFileRow& row) { row.SetRowData(fields, ','); },
-        [](nxCSVFileRow const& row)
-        {
-            std::string text;
-            for (unsigned int i = 0; i < row.GetColCount(); ++i)
-                text += row.GetColValue(i) + "|";
-            return text;
-        });
-    On("file", nxCSVFileReader(',', true),
-       [&](nxCSVFileReader& reader) { (void)reader.ReadFile(rows.string()); });
+        [](auto const& row) { return row.GetColValue(0) + row.GetColValue(1); });
+    On(
+        "file", nxCSVFileReader(',', true), [&](auto& reader) { (void)reader.ReadFile(rows.string()); },
+        [](nxCSVFileReader const& reader) { return std::to_string(reader.GetRowCount() / 2); });
 }
 
 void StarveValues()
 {
     On("decimal", nxDecimal(), [](auto& value) { value = nxDecimal("12345678.901234567", '.'); });
     Gives("text of a decimal", [] { return nxDecimal("12345678.901234567", '.').GetAsString('.'); });
-    On("money", nxMoney(), [](nxMoney& value) { (void)value.SetFromString("123456789.25 USD"); });
+    On("money", nxMoney(), [](auto& value) { (void)value.SetFromString("123456789.25 USD"); });
     Gives("text of money", [] { return nxMoney(nxDecimal("123456789.25", '.'), NX_USD).GetAsString(); });
-    On("ratio", nxRatio(), [](nxRatio& value) { (void)value.SetFromString("1234567:7654321"); });
+    Gives("log text of money",
+          [] { return nxMoney(nxDecimal("1234567890.25", '.'), NX_USD).GetAsLogString(); });
+    Gives("text of a ratio", [] { return nxRatio(1234567890u, 987654321u).GetAsString(); });
+    On("ratio", nxRatio(), [](auto& value) { (void)value.SetFromString("1234567:7654321"); });
+    auto const count = [](auto const& rates) { return std::to_string(rates.GetExchangeRateMap().size()); };
     nxExchangeRate const rate(NX_EUR, NX_USD, nxDecimal("1.08", '.'));
-    On("set a rate", Rates, [&](nxExchangeRateList& rates) { rates.SetExchangeRate(rate); });
-    On("copy rates", nxExchangeRateList(), [](auto& rates) { rates = Rates(); });
+    Gives("text of a rate", [&] { return rate.GetAsString(); });
+    On(
+        "set a rate", Rates, [&](auto& rates) { rates.SetExchangeRate(rate); }, count);
+    On(
+        "copy rates", nxExchangeRateList(), [](auto& rates) { rates = Rates(); }, count);
     Does("shared rates", [] { nxExchangeRateConverter::GetInstance().SetExchangeRateList(Rates()); });
     Gives("day", [] { return nxDate(2024, 3, 5).GetAsString("%A, the %d of %B in the year %Y"); });
     Gives("moment", [] { return nxDateTime(1720000000LL).GetAsString_Seconds(); });
     Gives("stamp", [] { return nxTimeStamp(1720000000, 0).GetAsString(); });
-    On("word by its token", nxGenericEnum(),
-       [](auto& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); });
+    On(
+        "word by its token", nxGenericEnum(),
+        [](auto& value) { (void)value.SetFromString("NX_ERR_INVALID_PARAMETER"); },
+        [](auto const& value) { return value.GetShortDescription(); });
     Gives("error", [] { return nxErrorEnum(NX_ERR_INVALID_PARAMETER).GetLongDescription(); });
     Gives("exception", [] { return nxException(nxErrorEnum(NX_ERR_INTERNAL), longText).GetDescription(); });
     Gives("mask", [] { return nxServerCapabilityBitMask(0xffu).GetShortDescription(" "); });
@@ -278,7 +272,7 @@ void StarvePrices()
     Does("ladder", [] { (void)Ladders::GetVariableTickTable("VTT_TAIFEX_EQUITY_OPTIONS"); });
     Gives("identifier", [] { return Ladders::GetVariableTickTableID("TAIFEX_EQUITY_OPTIONS"); });
     On("step", nxDecimal(),
-       [](nxDecimal& price) { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
+       [](auto& price) { Ladders::GetVariableTickTable("VTT_TAIFEX_TAIEX")->Increment(price); });
     auto const create = [&]
     { return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format)); };
     On(
@@ -287,15 +281,14 @@ void StarvePrices()
     Does("new converter", [&] { (void)create(); });
     nxDoubleValueWrapper const value(123456789012.5);
     On("text of a price", someText,
-       [&](std::string& text) { (void)nxPriceConverterHelper::GetPriceAsString(value, format, text, true); });
+       [&](auto& text) { (void)nxPriceConverterHelper::GetPriceAsString(value, format, text, true); });
     On("round", nxDecimal(),
-       [](nxDecimal& price)
+       [](auto& price)
        { nxPriceManipulator(nxDecimal("0.25", '.')).RoundToValidPrice(NX_ROUNDING_METHOD_DOWN, price); });
     nxVolume const volume(123456789u);
     nxVolumeFormatEnum const brief(NX_VOLUME_FORMAT_ABBREVIATED);
     On("text of a volume", someText,
-       [&](std::string& text)
-       { (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(volume, brief, text); });
+       [&](auto& text) { (void)nxVolumeConverterHelper::GetFormattedDisplayVolume(volume, brief, text); });
 }
 
 void StarveProcess()
@@ -331,40 +324,39 @@ void StarveThreadsAndSockets()
             (void)queue->DispatchAll();
         },
         [](auto const& queue) { return std::to_string(queue->Size()); });
-    auto const runPool = []
-    {
-        nxFunctorQueue queue;
-        auto pool = std::make_unique<nxFunctorThreadPool>(2);
-        queue.Create(pool.release());
-        (void)queue.Stop();
-    };
-    auto const runThread = []
-    {
-        IdleThread thread;
-        (void)(thread.Create().IsOK() && thread.Wait().IsOK());
-    };
-    auto const useNamedObjects = []
-    {
-        nxWindowsMutex mutex("nxfaults of allocations");
-        (void)(mutex.Lock().IsOK() && mutex.Unlock().IsOK());
-        nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
-        (void)(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK());
-    };
-    auto const useSocket = []
-    {
-        nxSocket socket;
-        (void)socket.Create(NX_SOCKET_TYPE_UDP);
-        (void)socket.Bind("127.0.0.1", 0);
-        (void)socket.SendToDestination("x", 1, "127.0.0.1", 9);
-        unsigned int ready = 0;
-        std::vector<bool> readable;
-        (void)nxSocket::Select({&socket}, 0, ready, readable);
-    };
-    Does("pool", runPool);
-    Does("thread", runThread);
+    Does("pool",
+         []
+         {
+             nxFunctorQueue queue;
+             queue.Create(new nxFunctorThreadPool(2));
+             (void)queue.Stop();
+         });
+    Does("thread",
+         []
+         {
+             IdleThread thread;
+             (void)(thread.Create().IsOK() && thread.Wait().IsOK());
+         });
     Gives("thread's number", [] { return nxThread::GetThreadIDAsString(); });
-    Does("named objects", useNamedObjects);
-    Does("sockets", useSocket);
+    Does("named objects",
+         []
+         {
+             nxWindowsMutex mutex("nxfaults of allocations");
+             (void)(mutex.Lock().IsOK() && mutex.Unlock().IsOK());
+             nxWindowsSemaphore semaphore("nxfaults of allocations", 1, 1);
+             (void)(semaphore.TimedWait(0.0).IsOK() && semaphore.Post().IsOK());
+         });
+    Does("sockets",
+         []
+         {
+             nxSocket socket;
+             (void)socket.Create(NX_SOCKET_TYPE_UDP);
+             (void)socket.Bind("127.0.0.1", 0);
+             (void)socket.SendToDestination("x", 1, "127.0.0.1", 9);
+             unsigned int ready = 0;
+             std::vector<bool> readable;
+             (void)nxSocket::Select({&socket}, 0, ready, readable);
+         });
 }
 
 void StarveTheLog()
@@ -377,19 +369,6 @@ void StarveTheLog()
     Does("list of ladders", [] { nxVariableTickTableContainer::LogRegisteredEntries(); });
     Does("register", [&] { manager.RegisterLogDevice(device), manager.UnregisterLogDevice(device); });
     Does("reserve", [&] { manager.SetRecommendedBufferCapacity(20000); });
-}
-
-bool StarveOperations(files::path const& directory)
-{
-    auto const start = Clock::now();
-    StarveTexts(directory);
-    StarveValues();
-    StarvePrices();
-    StarveProcess();
-    StarveThreadsAndSockets();
-    StarveTheLog();
-    return Report(start, wrong == 0, "F5 want of memory in %u operations, %lu allocations refused: %u wrong",
-                  operations, refused, wrong);
 }
 
 /// The log's writer meets the want of memory.
@@ -420,7 +399,16 @@ bool StarveAll()
     static Directory const directory; // outlives the log
     SetUpLog(directory.path, shortCycles);
     (void)alarm(300); // a lock that stays closed ends this process
-    bool const isKept = StarveOperations(directory.path);
+    auto const start = Clock::now();
+    StarveTexts(directory.path);
+    StarveValues();
+    StarvePrices();
+    StarveProcess();
+    StarveThreadsAndSockets();
+    StarveTheLog();
+    bool const isKept =
+        Report(start, wrong == 0, "F5 want of memory in %u operations, %lu allocations refused: %u wrong",
+               operations, refused, wrong);
     nxApplicationData::SetApplicationName("host");
     return StarveTheWriter(directory.path) && isKept;
 }
