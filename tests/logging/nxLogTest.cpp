@@ -7,10 +7,8 @@
 #include "core/numbers/nxDecimal.h"
 #include "core/numbers/nxMoney.h"
 #include "core/time/nxDateTime.h"
-#include "core/vocabulary/nxBitMask.h"
 #include "core/vocabulary/nxBuySellEnum.h"
 #include "core/vocabulary/nxErrorEnum.h"
-#include "core/vocabulary/nxExchangePriceFilterBitMask.h"
 #include "core/vocabulary/nxInitalizers.h"
 #include "tests/logging/nxRecordingLogDevice.h"
 
@@ -50,55 +48,36 @@ std::string Text(Values const&... values)
 
 TEST(nxLogText, OfEachKindOfValue)
 {
-    nxExchangePriceFilterBitMask noChange;
-    noChange.SetNoChange();
     nxDateTime const time(2026, 11, 15, 9, 30, 5, 123456);
-    struct
-    {
-        std::string text;
-        std::string expected;
-    } const rows[] = {
-        {Text(static_cast<char>(-1)), "-1"}, // a number, not a character
+    std::pair<std::string, std::string> const rows[] = {
         {Text(static_cast<unsigned char>(255)), "255"},
         {Text(1.5, 0.5f), "1.50.5"},
-        {Text(1e10), "1.000000e+10"},
         {Text("x", static_cast<char const*>(nullptr), "y"), "xy"},
-        {Text(UserID()), "NULL"},
-        {Text(UserID(UserID::noChangeValue)), "NO_CHANGE"},
-        {Text(nxDecimal("-12.50", '.')), "-12.50"},
         {Text(nxDecimal(nxNullInitalizer())), "NULL"},
         {Text(nxDecimal(nxNoChangeInitalizer())), "NO_CHANGE"},
         {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum(NX_USD))), "100.50USD"},
         {Text(nxMoney(nxDecimal("100.50", '.'), nxCurrencyEnum())), "100.50???"},
         {Text(time), "15 Nov 2026 09:30:05.123456"},
-        {Text(nxDateTime(nxNullInitalizer())), "NULL"},
         {Text(nxBuySellEnum(NX_BUY)), "BUY"},
-        {Text(noChange), "No Change"},
         {Text("<", nxPrintable(std::string()), ">"), "<>"},
         {Text(nxPrintable("plain", 5)), "plain"},
-        {Text(nxPrintable(std::string("a\r\n[ERR] forged"))), "a\\x0D\\x0A[ERR] forged"},
-        {Text(nxPrintable("\0end", 4)), "\\x00end"},
-        {Text(nxPrintable(std::string("\x1b[2J\x7f"))), "\\x1B[2J\\x7F"},
-        {Text(nxPrintable(std::string("\\x0A is not a line feed"))), "\\x5Cx0A is not a line feed"},
-        {Text(nxPrintable(std::string("\xc3\xa9\t"))), "\xc3\xa9\\x09"},
+        {Text(nxPrintable("\0a\r\n[ERR] forged", 16)), "\\x00a\\x0D\\x0A[ERR] forged"},
+        {Text(nxPrintable(std::string("\x1f ~\x7f\\x0A\xc3\xa9"))), "\\x1F ~\\x7F\\x5Cx0A\xc3\xa9"},
     };
-    for (auto const& row : rows)
-        EXPECT_EQ(row.text, row.expected);
+    for (auto const& [text, expected] : rows)
+        EXPECT_EQ(text, expected);
 }
 
-TEST(nxLogStatement, CarriesItsSite)
+TEST(nxLogStatement, StartsWithoutAUserAnApplicationOrAThread)
 {
     nxTimeStamp stamp(0, 0);
     nxLog const log(NX_WRN, "file.cpp", 42, stamp);
-    EXPECT_EQ(log.GetLogLevel(), NX_WRN);
-    EXPECT_STREQ(log.GetSourceFile(), "file.cpp");
     EXPECT_EQ(log.GetLineNumber(), 42u);
     EXPECT_TRUE(log.GetDestinationUserID().IsNull());
     EXPECT_EQ(log.GetSourceApplication(), nullptr);
     EXPECT_EQ(log.GetThreadIndex(), 0u);
     EXPECT_EQ(log.GetThreadCPU(), 0u);
     EXPECT_GE(log.GetLogEntry()->capacity(), 256u);
-    EXPECT_EQ(stamp.GetAsTimeValue(), log.GetTimeStamp().GetAsTimeValue());
     EXPECT_EQ(stamp.GetNanoseconds(), log.GetTimeStamp().GetNanoseconds());
     EXPECT_GT(stamp.GetAsTimeValue(), 0);
 }
@@ -114,25 +93,20 @@ TEST(nxLogStatement, MovesItsTextsToACopy)
     log << "ignored" << 1 << 1.5 << true << nxLogCharLenPair("x", 1) << nxDecimal() << nxDateTime();
     EXPECT_EQ(log.GetLogEntry(), nullptr);
 
-    // A copy of the copy outlives the first, and its text is where it was.
-    std::unique_ptr<nxLog> second(copy->CreateCopyWithOwnershipTransfer());
-    EXPECT_EQ(copy->GetLogEntry(), nullptr);
+    // A copy of the copy has the text where it was.
+    std::unique_ptr<nxLog> const second(copy->CreateCopyWithOwnershipTransfer());
     EXPECT_EQ(second->GetLogEntry(), entry);
     EXPECT_EQ(*second->GetLogEntry(), "text");
     EXPECT_EQ(*second->GetSourceApplication(), "application");
     EXPECT_EQ(second->GetDestinationUserID().GetValue(), 5u);
 
-    // One without texts is copied too.
     std::unique_ptr<nxLog> const empty(copy->CreateCopyWithOwnershipTransfer());
     EXPECT_EQ(empty->GetLogEntry(), nullptr);
-    EXPECT_STREQ(empty->GetSourceFile(), "file");
 }
 
 using Strings = std::vector<std::string>;
 
-class nxLogDeferred : public nxRecordingTest
-{
-};
+using nxLogDeferred = nxRecordingTest;
 
 TEST_F(nxLogDeferred, ADumpRefusesNothingToDump)
 {
@@ -181,19 +155,12 @@ TEST_F(nxLogDeferred, WriteMovesTheTextAndTestsTheLevelAgain)
     nxLog debug(NX_DBG, "file", 1);
     debug << "below" << nxLog::nxLogTerminator();
     EXPECT_NE(debug.GetLogEntry(), nullptr);
+    (void)(nxLog(NX_INF, "file", 1) << "not ended, so not written");
 
     nxLog log(NX_INF, "file", 1);
     log << "text" << nxLog::nxLogTerminator();
-    EXPECT_EQ(log.GetLogEntry(), nullptr);
     log.Flush(); // a second end writes a line without a message
     EXPECT_EQ(Messages(), (Strings{"text", "(none)"}));
-
-    // One that isn't ended prints nothing.
-    {
-        nxLog unended(NX_INF, "file", 1);
-        unended << "unended";
-    }
-    EXPECT_EQ(Messages().size(), 2u);
 }
 
 TEST_F(nxLogDeferred, AWaitIsBoundedByItsTime)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "core/concurrency/nxMutex.h"
-#include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxLog.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
@@ -9,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -24,11 +23,10 @@ public:
     void Write(nxLog const& log) override
     {
         std::string const message = log.GetLogEntry() != nullptr ? *log.GetLogEntry() : "(none)";
-        {
-            nxMutexGuard guard(mutex);
-            messages.push_back(message);
-            levels.push_back(log.GetLogLevel().GetValue());
-        }
+        std::unique_lock guard(mutex);
+        messages.push_back(message);
+        levels.push_back(log.GetLogLevel().GetValue());
+        guard.unlock();
         if (onWrite)
             onWrite(message);
     }
@@ -42,7 +40,7 @@ public:
     std::function<void(std::string const&)> onWrite;
     std::function<void()> onFlush;
 
-    nxMutex mutex; // of these:
+    std::mutex mutex; // of these:
     std::vector<std::string> messages;
     std::vector<unsigned int> levels;
 };
@@ -72,30 +70,25 @@ protected:
 
     std::vector<std::string> Messages()
     {
-        return _Copy(_device.messages);
+        Drain();
+        std::lock_guard const guard(_device.mutex);
+        return _device.messages;
     }
 
     std::vector<unsigned int> Levels()
     {
-        return _Copy(_device.levels);
+        Drain();
+        std::lock_guard const guard(_device.mutex);
+        return _device.levels;
     }
 
     void Clear()
     {
         Drain();
-        nxMutexGuard guard(_device.mutex);
+        std::lock_guard const guard(_device.mutex);
         _device.messages.clear();
         _device.levels.clear();
     }
 
     nxRecordingLogDevice _device;
-
-private:
-    template <typename Values>
-    Values _Copy(Values const& values)
-    {
-        Drain();
-        nxMutexGuard guard(_device.mutex);
-        return values;
-    }
 };

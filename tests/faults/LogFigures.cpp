@@ -1,12 +1,10 @@
+// F7, F9: that every line is in the files once and in order, under load and on a disk that is full for moments.
 // F10: that a log writer which is killed, whatever happened to it before, leaves all lines that were acknowledged.
-//
-// The host keeps the history of its log in memory that it shares with this program: per thread, how many lines have
-// been acknowledged as written. Trouble of one kind, drawn by lot, is made for it; then it is killed, and its files are
-// held against the history.
 
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/process/nxCmdLineArgs.h"
+#include "tests/Sanitizer.h"
 #include "tests/concurrency/SharedMemory.h"
 #include "tests/faults/Faults.h"
 
@@ -18,12 +16,148 @@
 #include <iterator>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include <signal.h>
+#include <sys/mount.h>
 #include <unistd.h>
 
 namespace
 {
+
+/// @param fileSize  the most of a file; 0 for one file that is neither cut over nor reopened, and each line flushed.
+bool RunSoak(unsigned int threads, unsigned int lines, unsigned long long fileSize)
+{
+    auto const start = Clock::now();
+    Directory const directory;
+    auto const logFromThreads = [=]
+    {
+        LogToFile(fileSize);
+        std::jthread reopener(
+            [&](std::stop_token const& stop)
+            {
+                // Once in a second at most: names have a grain of it.
+                for (unsigned int i = 1; !stop.stop_requested() && fileSize != 0; ++i)
+                {
+                    (void)usleep(10000);
+                    if (i % 110 == 0)
+                        (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+                }
+            });
+        std::vector<std::jthread> logging;
+        for (unsigned int i = 0; i < threads; ++i)
+            logging.emplace_back(LogLines, i, lines, 0);
+        return 0;
+    };
+    Host host(directory.path, logFromThreads, {{"KVT_LOG_FORCE_FLUSH", fileSize == 0 ? "YES" : "NO"}});
+    bool const hasEnded = host.Wait(600.0) == 0;
+    LogCount count = CountLog(directory.path);
+    unsigned int const lost = count.Lost(threads, lines);
+    return Report(start, hasEnded && lost + count.Faults() == 0,
+                  "F9 soak%s %ux%u: %u lost, %u disordered, %u torn, %u files%s",
+                  fileSize == 0 ? ", each line flushed," : "", threads, lines, lost, count.disordered,
+                  count.torn + count.tornLast, count.files, hasEnded ? "" : ", host did not end well");
+}
+
+bool ShowSoak()
+{
+    unsigned long long const megabytes = underSanitizer ? 1 : isFull ? 64 : 8;
+    bool const isKept = RunSoak(isFull ? 16 : 8, Trials(100000, 1000000), megabytes << 20);
+    return RunSoak(4, Trials(5000, 50000), 0) && isKept;
+}
+
+/// Logs lines that follow on those before, and lets the writer try.
+void LogMore(unsigned int lines)
+{
+    static unsigned int logged = 0;
+    LogLines(0, lines, logged);
+    logged += lines;
+    nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
+}
+
+/// A child that is forked while lines wait for room has none of them to write.
+void LeaveToParent(unsigned int line)
+{
+    auto const logOne = [=]
+    {
+        files::remove("ballast");
+        LogLines(1, 1, line);
+        return 0;
+    };
+    (void)Host(".", logOne).Wait(20.0);
+}
+
+/// The file has the name that the device is about to take, and takes nothing; the next one is a file as usual.
+int LogToFullDevice()
+{
+    std::string const name = nxFileLogDevice::GenerateFileName(".log", false, 1, true, true);
+    files::create_symlink("/dev/full", name);
+    LogToFile();
+    LogMore(900);
+    files::remove(name);
+    (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+    LogMore(100);
+    return 0;
+}
+
+int LogToFullDisk(unsigned int rounds)
+{
+    LogToFile();
+    for (unsigned int round = 0; round < rounds; ++round)
+    {
+        FillDisk("ballast");
+        LogMore(50);
+        if (round % 10 == 0)
+            LeaveToParent(round / 10);
+        files::remove("ballast");
+        LogMore(5);
+    }
+    return 0;
+}
+
+int LogToTinyDisk()
+{
+    LogToFile();
+    for (unsigned int i = 0; i < 20; ++i)
+        LogMore(1000); // in all more than the usual buffer of a megabyte
+    return mount(nullptr, files::current_path().c_str(), nullptr, MS_REMOUNT, "size=4m");
+}
+
+/// Runs a host that meets trouble with its disk. @param lines  what it logs.
+bool RunDiskHost(char const* trouble, files::path const& disk, unsigned int rounds, unsigned int lines,
+                 std::function<int()> const& body)
+{
+    auto const start = Clock::now();
+    Host host(disk, body, shortCycles);
+    bool const hasEnded = host.Wait(200.0) == 0;
+    LogCount count = CountLog(disk);
+    unsigned int const lost = count.Lost(1, lines);
+    return Report(start, hasEnded && lost + count.Faults() == 0, "F7 %s, %u rounds: %u of %u lost, %u torn%s",
+                  trouble, rounds, lost, lines, count.torn + count.tornLast,
+                  hasEnded ? "" : ", host did not end well");
+}
+
+bool ShowFullDisk()
+{
+    Directory const directory;
+    bool isKept = RunDiskHost("/dev/full as the file", directory.path, 1, 1000, LogToFullDevice);
+    SmallDisk const disk(8 << 20);
+    SmallDisk const tiny(32 << 10);
+    if (!disk.isMounted || !tiny.isMounted)
+        NotRun("F7 disk full for moments: not run, this user may not mount a small disk");
+    unsigned int const rounds = Trials(20, 1000);
+    isKept = RunDiskHost("disk full for moments", disk.path, rounds, 55 * rounds,
+                         [=] { return LogToFullDisk(rounds); }) &&
+             isKept;
+    return RunDiskHost("disk of 32 KiB that grows in the end", tiny.path, 1, 20000, LogToTinyDisk) && isKept;
+}
+
+Figure const soakFigure("soak", ShowSoak);
+Figure const diskFigure("disk-full", ShowFullDisk);
+
+// The nemesis. Its host keeps the history of its log in memory that it shares with this program: per thread, how many
+// lines have been acknowledged as written. Trouble of one kind, drawn by lot, is made for it; then it is killed, and its
+// files are held against the history.
 
 constexpr unsigned int loggingThreads = 2;
 constexpr unsigned int childThread = 50;
@@ -173,35 +307,32 @@ bool MakeTrouble(Writer& writer)
     return Await([&] { return writer.history->made == writer.trouble; }) && AwaitProgress(*writer.history);
 }
 
-/// What is wrong with the logs, and writers that did not go on.
-struct Tally : LogCount
-{
-    unsigned int lost = 0;
-    unsigned int stuck = 0;
-};
+LogCount tally;           // what is wrong with the logs
+unsigned int missing = 0; // acknowledged lines
+unsigned int stuck = 0;   // writers that did not go on
 
-void Check(Writer const& writer, Tally& tally)
+void Check(Writer const& writer)
 {
     LogCount count = CountLog(writer.directory.path);
     if (writer.trouble == directoryRemoved)
     {
-        tally.lost += count.lines.empty(); // numbers that start in the middle, or none at all
+        missing += count.lines.empty(); // numbers that start in the middle, or none at all
         return;
     }
     for (unsigned int i = 0; i < loggingThreads; ++i)
     {
         unsigned int const acknowledged = writer.history->acknowledged[i];
-        tally.lost += acknowledged - std::min(acknowledged, count.lines[i]);
+        missing += acknowledged - std::min(acknowledged, count.lines[i]);
     }
-    tally.lost += writer.trouble == child ? linesOfChild - count.lines[childThread] : 0;
+    missing += writer.trouble == child ? linesOfChild - count.lines[childThread] : 0;
     tally.disordered += count.disordered;
     tally.torn += count.torn;
     tally.tornLast += count.tornLast;
-    tally.stuck += count.files > 2; // the host's, and one more of a child or of a reopening
+    stuck += count.files > 2; // the host's, and one more of a child or of a reopening
 }
 
 /// Runs two writers side by side, makes their trouble, kills and checks them.
-void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall, Tally& tally)
+void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall)
 {
     std::unique_ptr<Writer> writers[2];
     for (std::unique_ptr<Writer>& writer : writers)
@@ -214,34 +345,33 @@ void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall, Tally& 
     {
         if (!AwaitProgress(*writer->history) || !MakeTrouble(*writer))
         {
-            ++tally.stuck;
+            ++stuck;
             std::printf("stuck by trouble %u\n", writer->trouble);
         }
         (void)usleep(chance.Below(10000));
         writer->host.Signal(SIGKILL);
         (void)writer->host.Wait(10.0);
-        Check(*writer, tally);
+        Check(*writer);
     }
 }
 
-bool Show()
+bool ShowKills()
 {
     unsigned int const kills = Trials(100, 2000);
     auto const start = Clock::now();
     SmallDisk const disk(16 << 20);
     Directory const directory;
     Chance chance(10);
-    Tally tally;
     for (unsigned int i = 0; i < kills / 2; ++i)
-        RunTrial(chance, disk.isMounted ? disk.path : directory.path, disk.isMounted, tally);
+        RunTrial(chance, disk.isMounted ? disk.path : directory.path, disk.isMounted);
     return Report(
-        start, tally.lost + tally.disordered + tally.torn + tally.stuck == 0,
+        start, missing + tally.disordered + tally.torn + stuck == 0,
         "F10 nemesis, %u kills, two writers side by side%s: %u acknowledged lines lost, %u disordered, %u "
         "torn inside, %u torn last lines, %u stuck",
-        kills, disk.isMounted ? "" : ", without full disks (no right to mount)", tally.lost, tally.disordered,
-        tally.torn, tally.tornLast, tally.stuck);
+        kills, disk.isMounted ? "" : ", without full disks (no right to mount)", missing, tally.disordered,
+        tally.torn, tally.tornLast, stuck);
 }
 
-Figure const figure("nemesis", Show);
+Figure const killFigure("nemesis", ShowKills);
 
 } // namespace
