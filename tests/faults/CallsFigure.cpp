@@ -195,7 +195,7 @@ bool Run(Row const& row, Trial const& trial)
         Finding const finding = row.host(trial);
         return isMet ? finding : notMet;
     };
-    std::optional<int> const finding = Host(directory.path, meet, shortCycles).Wait(20.0);
+    std::optional<int> const finding = RunHost(directory.path, meet, 20.0, shortCycles);
     if (finding == notMet)
         return false;
     ++trials;

@@ -128,9 +128,9 @@ bool Show()
     for (Setting const& setting : settings)
     {
         Directory const directory;
-        Host host(directory.path, [&] { return Run(setting); },
-                  {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.05"}, {"TZ", "UTC"}});
-        bool const isRight = host.Wait(60.0) == 0;
+        Environment const environment = {{"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.05"}, {"TZ", "UTC"}};
+        bool const isRight = RunHost(
+                                 directory.path, [&] { return Run(setting); }, 60.0, environment) == 0;
         LogCount count = CountLog(directory.path);
         bool const isComplete = count.lines[0] == 20 && count.lines[1] == 20000;
         wrong += !isRight;

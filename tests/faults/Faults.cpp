@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <string_view>
-#include <utility>
 
 #include <sched.h>
 #include <signal.h>
@@ -120,32 +119,23 @@ void SetUpLog(files::path const& directory, Environment const& environment)
     nxApplicationData::SetApplicationName("host");
 }
 
-Host::Host(files::path const& directory, std::function<int()> const& body, Environment const& environment)
+pid_t StartHost(files::path const& directory, std::function<int()> const& body,
+                Environment const& environment)
 {
     (void)std::fflush(nullptr);
-    _process = fork();
-    if (_process != 0)
-        return;
+    pid_t const child = fork();
+    if (child != 0)
+        return child;
     SetUpLog(directory, environment);
     bool const isThere = chdir(directory.c_str()) == 0 && std::freopen("out", "a", stdout) != nullptr &&
                          std::freopen("err", "a", stderr) != nullptr;
     std::exit(isThere ? body() : 127);
 }
 
-Host::~Host()
+std::optional<int> RunHost(files::path const& directory, std::function<int()> const& body, double seconds,
+                           Environment const& environment)
 {
-    if (_process > 0)
-        (void)Wait(0.0);
-}
-
-void Host::Signal(int signal) const
-{
-    (void)kill(_process, signal);
-}
-
-std::optional<int> Host::Wait(double seconds)
-{
-    return WaitFor(std::exchange(_process, -1), seconds);
+    return WaitFor(StartHost(directory, body, environment), seconds);
 }
 
 namespace

@@ -45,13 +45,9 @@ double SecondsSince(Clock::time_point start);
 [[noreturn]] void NotRun(std::string const& line);
 
 /// A directory that goes with the object.
-class Directory : nxNonCopyable
+struct Directory : nxNonCopyable
 {
-public:
-    Directory() : Directory(files::temp_directory_path())
-    {
-    }
-    explicit Directory(files::path const& parent);
+    explicit Directory(files::path const& parent = files::temp_directory_path());
     ~Directory();
 
     files::path path;
@@ -78,20 +74,14 @@ extern Environment const shortCycles;
 /// Has this process log to the directory "log" of `directory`, and not to the console.
 void SetUpLog(files::path const& directory, Environment const& environment = {});
 
-/// A child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current
-/// one and gets standard output and error as "out" and "err". One that nobody has waited for is killed.
-class Host : nxNonCopyable
-{
-public:
-    Host(files::path const& directory, std::function<int()> const& body, Environment const& environment = {});
-    ~Host();
+/// Starts a child that ends by `exit` with what its body returns. Its log is set up for `directory`, which is its current
+/// one and gets standard output and error as "out" and "err".
+pid_t StartHost(files::path const& directory, std::function<int()> const& body,
+                Environment const& environment = {});
 
-    void Signal(int signal) const;
-    std::optional<int> Wait(double seconds);
-
-private:
-    pid_t _process;
-};
+/// Starts a host and waits for it.
+std::optional<int> RunHost(files::path const& directory, std::function<int()> const& body, double seconds,
+                           Environment const& environment = {});
 
 /// What lies in log files: lines "thread T line N end", N rising from 0 by 1 in each thread, among others.
 struct LogCount
@@ -136,9 +126,6 @@ void Drain();
 
 /// How many descriptors this process has open.
 unsigned int OpenDescriptors();
-
-/// Uses every lock that the process shares, as its threads do all the time. @return whether the answers were right.
-bool UseSharedParts(unsigned int turn);
 
 /// Moves the clock of this program alone.
 void ShiftClock(long long seconds);

@@ -49,8 +49,8 @@ bool RunSoak(unsigned int threads, unsigned int lines, unsigned long long fileSi
             logging.emplace_back(LogLines, i, lines, 0);
         return 0;
     };
-    Host host(directory.path, logFromThreads, {{"KVT_LOG_FORCE_FLUSH", fileSize == 0 ? "YES" : "NO"}});
-    bool const hasEnded = host.Wait(600.0) == 0;
+    Environment const environment = {{"KVT_LOG_FORCE_FLUSH", fileSize == 0 ? "YES" : "NO"}};
+    bool const hasEnded = RunHost(directory.path, logFromThreads, 600.0, environment) == 0;
     LogCount count = CountLog(directory.path);
     unsigned int const lost = count.Lost(threads, lines);
     return Report(start, hasEnded && lost + count.Faults() == 0,
@@ -84,7 +84,7 @@ void LeaveToParent(unsigned int line)
         LogLines(1, 1, line);
         return 0;
     };
-    (void)Host(".", logOne).Wait(20.0);
+    (void)RunHost(".", logOne, 20.0);
 }
 
 /// The file has the name that the device is about to take, and takes nothing; the next one is a file as usual.
@@ -128,8 +128,7 @@ bool RunDiskHost(char const* trouble, files::path const& disk, unsigned int roun
                  std::function<int()> const& body)
 {
     auto const start = Clock::now();
-    Host host(disk, body, shortCycles);
-    bool const hasEnded = host.Wait(200.0) == 0;
+    bool const hasEnded = RunHost(disk, body, 200.0, shortCycles) == 0;
     LogCount count = CountLog(disk);
     unsigned int const lost = count.Lost(1, lines);
     return Report(start, hasEnded && lost + count.Faults() == 0, "F7 %s, %u rounds: %u of %u lost, %u torn%s",
@@ -231,7 +230,10 @@ void Make(unsigned int trouble)
         ShiftClock(10); // names have a grain of a second
         (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
         break;
-    case child: (void)Host(".", [] { return LogLines(childThread, linesOfChild), 0; }).Wait(10.0); break;
+    case child:
+        (void)RunHost(
+            ".", [] { return LogLines(childThread, linesOfChild), 0; }, 10.0);
+        break;
     case clockStep: ShiftClock(-3600); break;
     case zone: (void)nxCmdLineArgs::GetInstance().SetEnvValue("TZ", "Asia/Kathmandu"); break;
     default: break;
@@ -262,15 +264,16 @@ struct Writer
 {
     Writer(files::path const& parent, unsigned int troubleOfWriter, bool isForced)
         : directory(parent), trouble(troubleOfWriter),
-          host(directory.path, [=, this] { return Run(*history, isForced); },
-               {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}, {"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}})
+          host(StartHost(
+              directory.path, [=, this] { return Run(*history, isForced); },
+              {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}, {"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}}))
     {
     }
 
     Directory const directory;
     History* const history = &MakeShared<History>();
     unsigned int const trouble;
-    Host host;
+    pid_t const host;
 };
 
 /// Lets a few acknowledgements come, so that there is something to lose.
@@ -287,9 +290,9 @@ bool MakeTrouble(Writer& writer)
     switch (writer.trouble)
     {
     case stopped:
-        writer.host.Signal(SIGSTOP);
+        (void)kill(writer.host, SIGSTOP);
         (void)usleep(2000);
-        writer.host.Signal(SIGCONT);
+        (void)kill(writer.host, SIGCONT);
         break;
     case diskFull:
         FillDisk(directory / "ballast");
@@ -349,8 +352,7 @@ void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall)
             std::printf("stuck by trouble %u\n", writer->trouble);
         }
         (void)usleep(chance.Below(10000));
-        writer->host.Signal(SIGKILL);
-        (void)writer->host.Wait(10.0);
+        (void)WaitFor(writer->host, 0.0); // kills it
         Check(*writer);
     }
 }

@@ -155,10 +155,9 @@ bool ShowSignals()
         auto const start = Clock::now();
         Directory const directory;
         unsigned int const lines = Trials(20000, 200000);
-        Host host(directory.path,
-                  [=] { return RunUnderSignals(isFull ? 30 : 2, isFull ? 5ULL << 30 : 0, lines); },
-                  {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}});
-        std::optional<int> const code = host.Wait(600.0);
+        auto const body = [=] { return RunUnderSignals(isFull ? 30 : 2, isFull ? 5ULL << 30 : 0, lines); };
+        std::optional<int> const code =
+            RunHost(directory.path, body, 600.0, {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}});
         LogCount count = CountLog(directory.path);
         unsigned int const lost = count.Lost(1, lines);
         std::string seen;
@@ -176,16 +175,13 @@ Figure const signalFigure("signals", ShowSignals);
 /// A peer that sends a byte at a time. Those that reset or close one way are held by the network's tests.
 bool Dribble(Connection& connection)
 {
-    bool isRight = true;
-    for (int i = 0; i < 20; ++i)
-    {
-        char buffer[16];
-        int received = 0;
-        isRight = connection.client.Send("b").IsOK() &&
-                  connection.server.Receive(buffer, sizeof buffer, received).IsOK() && received >= 1 &&
-                  isRight;
-    }
-    return isRight;
+    char buffer[16];
+    int received = 1;
+    for (int i = 0; i < 20 && received == 1; ++i)
+        if (!connection.client.Send("b").IsOK() ||
+            !connection.server.Receive(buffer, sizeof buffer, received).IsOK())
+            return false;
+    return received == 1;
 }
 
 /// A peer that never reads. @return whether the sender was told.

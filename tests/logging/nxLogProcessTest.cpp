@@ -86,7 +86,7 @@ protected:
     {
         for (char const* const name : {"out", "err"})
             files::remove(_directory.path / name);
-        return Host(_directory.path, body, _environment).Wait(100.0).value_or(-1);
+        return RunHost(_directory.path, body, 100.0, _environment).value_or(-1);
     }
 
     /// @param name  "out" or "err": what the last host said there.
