@@ -133,8 +133,6 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     std::atomic<int> inside = 0;
     std::atomic<bool> released = false;
     nxFunctorThreadPool const neverConnected(workers);
-    nxFunctorThreadPool nobody(0);
-    EXPECT_TRUE(nobody._Start().IsOK() && nobody._Stop().IsOK());
     Queue queue;
     EXPECT_TRUE(queue.Stop().IsOK()); // it has no workers yet
     {
