@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Draws the pictures of the documentation anew: scripts/pictures.py [NXCORE]. The one of the reference needs Chromium
-and its driver."""
+"""Draws the pictures of the documentation anew: scripts/pictures.py [NXCORE]. The one of the reference needs Chromium,
+its driver and Selenium."""
 
 import html
 import pathlib
@@ -40,9 +40,9 @@ def draw_reference(nxcore):
     with tempfile.TemporaryDirectory() as directory, browser.Browser() as chromium:
         subprocess.run([nxcore, "reference", directory], check=True, stdout=subprocess.DEVNULL)
         chromium.look_as(1200, 760)
-        chromium.open(pathlib.Path(directory, "index.html").as_uri())
+        chromium.get(pathlib.Path(directory, "index.html").as_uri())
         chromium.type_into("#search", "stop")
-        chromium.screenshot(IMAGES / "reference.png")
+        chromium.save_screenshot(str(IMAGES / "reference.png"))
 
 
 def main():

@@ -1,6 +1,6 @@
 """Opens the reference in a browser as a reader would: searches, follows addresses, counts, looks for complaints.
 
-Usage: reference_test.py NXCORE. Exits with 77, "skipped", where there is no Chromium."""
+Usage: reference_test.py NXCORE. Exits with 77, "skipped", where there is no Chromium or no Selenium."""
 
 import json
 import pathlib
@@ -8,7 +8,11 @@ import subprocess
 import sys
 import tempfile
 
-import browser
+try:
+    import browser
+except ImportError as error:
+    print("skipped:", error)
+    sys.exit(77)
 
 CONTRAST_LIMIT = 4.5  # of text on its ground, as the guidelines for accessibility ask
 ENTER, ESCAPE, DOWN, UP = "\ue007", "\ue00c", "\ue015", "\ue013"
@@ -35,11 +39,12 @@ class Page(browser.Browser):
     """The reference in a browser, and what the tests ask of it."""
 
     def __init__(self, address):
+        super().__init__()
         self.address = address
 
     def show(self, anchor=""):
-        self.open("about:blank")  # else only the anchor would change
-        self.open(self.address + anchor)
+        self.get("about:blank")  # else only the anchor would change
+        self.get(self.address + anchor)
 
     def expect_none(self, what, expression):
         expect_same(self.run("return " + expression), [], what)
@@ -74,8 +79,8 @@ class Page(browser.Browser):
         self.expect_in_view(address)
 
     def role_of(self, element):
-        node = self.devtools("Runtime.evaluate", expression="document." + element)["result"]["objectId"]
-        tree = self.devtools("Accessibility.getPartialAXTree", objectId=node, fetchRelatives=False)
+        node = self.devtools("Runtime.evaluate", {"expression": "document." + element})["result"]["objectId"]
+        tree = self.devtools("Accessibility.getPartialAXTree", {"objectId": node, "fetchRelatives": False})
         return tree["nodes"][0]["role"]["value"]
 
 
