@@ -84,7 +84,7 @@ using namespace nxFractionDigits;
     {                                                                                                        \
         if (!_thirdPositionSeen)                                                                             \
         {                                                                                                    \
-            (void)Accumulate(accumulator, accumulator* scale);                                               \
+            accumulator = static_cast<unsigned short>(accumulator * scale);                                  \
             value += accumulator * double(otherUnit);                                                        \
         }                                                                                                    \
     }
