@@ -432,4 +432,24 @@ TEST_F(nxLogProcess, ConsoleAndFileHaveTheirForms)
     }
 }
 
+TEST_F(nxLogProcess, LinesOfOneSecondHaveTheirOwnMilliseconds)
+{
+    auto const logNowAndThen = []
+    {
+        LogToFile();
+        for (unsigned int line = 0; line < 4; ++line, usleep(20000))
+            LogLines(0, 1, line);
+        return 0;
+    };
+    ASSERT_EQ(Run(logNowAndThen), 0);
+    std::string const log = ReadFile(LogFiles().at(0));
+    std::regex const time(":(\\d\\d)\\.(\\d{3})\\.000\\] thread");
+    std::vector<int> stamps; // in milliseconds since the minute began
+    for (std::sregex_iterator at(log.begin(), log.end(), time), end; at != end; ++at)
+        stamps.push_back(std::stoi((*at)[1]) * 1000 + std::stoi((*at)[2]));
+    ASSERT_EQ(stamps.size(), 4u) << log;
+    for (std::size_t line = 1; line < stamps.size(); ++line)
+        EXPECT_TRUE((stamps[line] - stamps[line - 1] + 60000) % 60000 >= 10) << log;
+}
+
 } // namespace
