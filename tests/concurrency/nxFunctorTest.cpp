@@ -165,6 +165,28 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     EXPECT_EQ(queue.Size(), 1u);
 }
 
+TEST(nxFunctorQueue, DeletesItsProcessor)
+{
+    struct Pool : nxFunctorThreadPool
+    {
+        explicit Pool(bool& gone) : nxFunctorThreadPool(1), isGone(gone)
+        {
+        }
+        ~Pool() override
+        {
+            isGone = true;
+        }
+        bool& isGone;
+    };
+    bool isGone = false;
+    {
+        nxFunctorQueue queue;
+        queue.Create(new Pool(isGone));
+        EXPECT_TRUE(queue.Stop().IsOK() && !isGone);
+    }
+    EXPECT_TRUE(isGone);
+}
+
 TEST(nxFunctorThread, LeavesTheProcessesSignalsToTheHost)
 {
     static std::atomic<int> handled;
