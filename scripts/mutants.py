@@ -120,11 +120,12 @@ def main():
     copy_and_build()
     tests = list(usable())
     pool = list(candidates())
-    by_source = {pattern: [c for c in pool if c[3] is folders] for pattern, folders in SOURCES.items()}
     rng = random.Random(seed)
+    rng.shuffle(pool)  # each fault is drawn once
+    by_source = {pattern: [c for c in pool if c[3] is folders] for pattern, folders in SOURCES.items()}
     seeded = survivors = 0
     while seeded < count:
-        path, number, changed, folders = rng.choice(by_source[rng.choice(list(by_source))])
+        path, number, changed, folders = rng.choice([group for group in by_source.values() if group]).pop()
         target = COPY / path
         original = target.read_text()
         lines = original.split("\n")
