@@ -61,17 +61,14 @@ using namespace nxFractionDigits;
     bool nxFraction##format##TickPriceConverter::_Parse##position##Digit(                                    \
         unsigned short& digit, unsigned short& accumulator, double& value)                                   \
     {                                                                                                        \
-        bool const isTaken = step.Take(digit, accumulator);                                                  \
-        value += isTaken ? accumulator * double(unit) : 0.0;                                                 \
-        return isTaken;                                                                                      \
+        return step.Take(digit, accumulator) && Add(value, accumulator * double(unit));                      \
     }
 
 #define NX_LAST_OR_NONE(format, step, unit, scale, otherUnit)                                                \
     bool nxFraction##format##TickPriceConverter::_ParseThirdDigit(                                           \
         unsigned short& digit, unsigned short& accumulator, double& value)                                   \
     {                                                                                                        \
-        _thirdPositionSeen = step.Take(digit, accumulator);                                                  \
-        value += _thirdPositionSeen ? accumulator * double(unit) : 0.0;                                      \
+        _thirdPositionSeen = step.Take(digit, accumulator) && Add(value, accumulator * double(unit));        \
         return _thirdPositionSeen;                                                                           \
     }                                                                                                        \
                                                                                                              \

@@ -108,6 +108,13 @@ inline bool Accumulate(unsigned short& accumulator, int parts)
     return true;
 }
 
+/// What the count is worth joins the value.
+inline bool Add(double& value, double worth)
+{
+    value += worth;
+    return true;
+}
+
 /// A digit below the limit joins the count.
 class Below
 {
