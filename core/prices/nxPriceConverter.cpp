@@ -103,7 +103,7 @@ bool nxPriceConverter::_BeginFractionText(char separator, _Fraction& fraction)
     }
     bool const hasFraction = _AppendWholePart();
     _text += separator;
-    fraction = hasFraction ? _SplitFraction() : _Fraction{0, 0};
+    fraction = hasFraction ? _SplitFraction() : _Fraction();
     return true;
 }
 
@@ -178,15 +178,15 @@ nxPriceConverter::_Fraction nxPriceConverter::_SplitFraction() const
     double const rest = parts - first;
     if (_secondDenominator == 0)
     {
-        return {nxFractionText::RoundUpAboveHalf(first, rest), 0};
+        return {nxFractionText::RoundUpAboveHalf(first, rest)};
     }
     if (IsNear(rest, 0.0))
     {
-        return {first, 0};
+        return {first};
     }
     if (IsNear(rest, 1.0))
     {
-        return {static_cast<unsigned short>(first + 1), 0};
+        return {static_cast<unsigned short>(first + 1)};
     }
     double const subparts = rest / (1.0 / (_secondDenominator / _firstDenominator));
     auto const second = nxFractionText::TruncateToShort(subparts);

@@ -81,9 +81,9 @@ protected:
     struct _Fraction
     {
         /// Parts of the first denominator, of which the rest is in `second`.
-        unsigned short first;
+        unsigned short first = 0;
         /// Parts of one part; 0 in formats of one level.
-        unsigned short second;
+        unsigned short second = 0;
     };
 
     /// Starts the text anew: the whole part and the separator.
