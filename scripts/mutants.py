@@ -8,13 +8,14 @@ or pool, makes the shared library anew and runs the programs of tests and of cor
 fails or hangs. Lines that no longer compile don't count. Survivors are printed as they would stand in a diff.
 Ends with 1 when less than 95 % were noticed.
 """
-import concurrent.futures, os, pathlib, random, re, shutil, subprocess, sys
+import concurrent.futures, os, pathlib, random, re, shutil, signal, subprocess, sys, threading, time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPY = ROOT / "build/mutants"
 BUILD = COPY / "build/release"
 BOUND = 95
 SKIPPED = 77
+MOST_MEMORY = 8 << 30  # of a program whose fault makes it ask for ever more
 SOURCES = {  # what is changed: the programs that should be the first to notice
     "core/prices/*.cpp": ("prices", "ladder", "price_text", "volume_text"),
     "core/prices/tables/*.def": ("prices", "ladder"),
@@ -23,7 +24,11 @@ SOURCES = {  # what is changed: the programs that should be the first to notice
     "core/concurrency/nxFunctor*.cpp": ("concurrency", "functors", "faults"),
 }
 COSTS_ONLY = {  # lines whose change shows in no answer, only in time or memory
-    "core/concurrency/nxFunctorQueueBase.cpp": ("for (int look = 0; look < looks; ++look)",),
+    "core/concurrency/nxFunctorQueueBase.cpp": (
+        "for (int look = 0; look < looks; ++look)", "nxFunctorQueueBase::nxFunctorQueueBase() : _semaphore(0)"),
+    "core/concurrency/nxFunctorThread.cpp": (
+        "constexpr microseconds longer(1);", "std::this_thread::sleep_for(pause);",
+        "for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))"),
     "core/logging/nxLogSlots.cpp": (
         "if (count >= 1)", "char const* const text = slots[count - 1]->data();", "__builtin_prefetch(text, 1);",
         "__builtin_prefetch(text + cacheLine, 1);", "if (count >= 2)", "__builtin_prefetch(object + offset, 1);",
@@ -31,7 +36,8 @@ COSTS_ONLY = {  # lines whose change shows in no answer, only in time or memory
         "for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)",
         "if (text.capacity() <= mostKept)", "text.shrink_to_fit();", "text.reserve(nxLogSlot::reservedText);",
         "return count == capacity;", "for (unsigned int i = 0; i < mostFreed; ++i)",
-        "_recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);"),
+        "_recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);",
+        "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)"),
 }
 FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
@@ -56,12 +62,19 @@ def candidates():
                         yield path.relative_to(ROOT), number, changed, folders
 
 
-def run(*command, seconds=600):
-    try:
-        return subprocess.run(command, cwd=COPY, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                              timeout=seconds).returncode in (0, SKIPPED)
-    except subprocess.TimeoutExpired:
-        return False
+def run(*command, seconds=600, given_up=threading.Event()):
+    """Whether the command ends well in time. One that does not is killed with all that it started."""
+    process = subprocess.Popen(command, cwd=COPY, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                               start_new_session=True)
+    end = time.monotonic() + seconds
+    while not given_up.is_set() and time.monotonic() < end:
+        try:
+            return process.wait(0.05) in (0, SKIPPED)
+        except subprocess.TimeoutExpired:
+            pass
+    os.killpg(process.pid, signal.SIGKILL)
+    process.wait()
+    return False
 
 
 def build():
@@ -89,29 +102,35 @@ def programs():
         if program.is_file():
             inputs = COPY / "fuzz/inputs" / (name.removesuffix("_deferred") + ".txt")
             yield name, (str(program), str(COPY / "fuzz/corpus" / name), str(inputs))
-    yield "faults", ("ctest", "--test-dir", str(BUILD), "-j2", "--stop-on-failure", "--timeout", "60", "-R", "^faults")
+    yield "faults", ("ctest", "--test-dir", str(BUILD), "-j2", "--stop-on-failure", "--timeout", "40", "-R", "^faults")
 
 
-def passes(command):
-    return run("nice", *command, seconds=60)
+def passes(command, seconds, given_up=threading.Event()):
+    return run("nice", "prlimit", f"--as={MOST_MEMORY}", *command, seconds=seconds, given_up=given_up)
 
 
-def all_pass(commands):
+def all_pass(tests):
+    """Runs the programs side by side until the first of them fails, which ends the others."""
+    given_up = threading.Event()
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for passed in concurrent.futures.as_completed([pool.submit(passes, command) for command in commands]):
+        runs = [pool.submit(passes, command, seconds, given_up) for _, command, seconds in tests]
+        for passed in concurrent.futures.as_completed(runs):
             if not passed.result():
+                given_up.set()
                 pool.shutdown(cancel_futures=True)
                 return False
     return True
 
 
 def usable():
-    """The programs that pass on the unchanged sources; some need what only CTest sets up around them."""
+    """The programs that pass on the unchanged sources, with the seconds in which they must pass on changed ones. Some
+    fail by themselves, since they need what only CTest sets up around them."""
     for folder, command in programs():
-        if not passes(command):
+        start = time.monotonic()
+        if not passes(command, 300):
             print(f"left out: {pathlib.Path(command[0]).name} of {folder} fails by itself")
         else:
-            yield folder, command
+            yield folder, command, 10 + 4 * (time.monotonic() - start)
 
 
 def main():
@@ -133,7 +152,7 @@ def main():
         target.write_text("\n".join(lines))
         if build():
             seeded += 1
-            if all_pass(command for _, command in sorted(tests, key=lambda named: named[0] not in folders)):
+            if all_pass(sorted(tests, key=lambda test: test[0] not in folders)):
                 survivors += 1
                 print(f"survived: {path}:{number + 1}\n-{before}\n+{changed}", flush=True)
         target.write_text(original)
