@@ -382,6 +382,7 @@ bool StarveTheWriter(files::path const& directory)
         LogLines(0, 20, 20 * i);
         if (i == 0)
             Drain(); // the file's list of lines has its room from here on: a line without any counts as lost
+        nxLogManager::GetInstance().SetRecommendedBufferCapacity(30000 + 100 * i); // the writer asks for it first
         untilFailureAnywhere = i % 40;
         (void)usleep(15000); // the writer's cycle is 10 ms; this thread allocates nothing meanwhile
         untilFailureAnywhere = -1;

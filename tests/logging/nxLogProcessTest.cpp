@@ -180,8 +180,18 @@ TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
 TEST_F(nxLogProcess, EndsWithoutWaitingForALongCycle)
 {
     _environment["KVT_LOG_TIME_BETWEEN_FLUSHES"] = "3600";
-    ASSERT_EQ(Run([] { return LogFromThreads(1, 10), alarm(20), 0; }), 0);
+    auto const log = []
+    {
+        static auto* const device = new nxRecordingLogDevice; // outlives all
+        device->onWrite = [](std::string const&) { (void)write(STDOUT_FILENO, ".", 1); };
+        device->onFlush = [] { (void)write(STDOUT_FILENO, " flushed", 8); };
+        nxLogManager::GetInstance().RegisterLogDevice(device);
+        LogFromThreads(1, 10);
+        return alarm(20), 0;
+    };
+    ASSERT_EQ(Run(log), 0);
     EXPECT_EQ(TakeLog(), (Counts{{0, 10}}));
+    EXPECT_EQ(Read("out"), ".......... flushed");
 }
 
 TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
@@ -267,7 +277,9 @@ TEST_F(nxLogProcess, AFileThatTakesNothingIsSaidOnce)
     auto const logToFullDevice = []
     {
         files::create_symlink("/dev/full", nxFileLogDevice::GenerateFileName(".log", false, 1, true, true));
-        return LogFromThreads(1, 5), 0;
+        LogFromThreads(1, 5);
+        (void)nxLogManager::GetInstance().Destroy();
+        return nxFileLogDevice::GetInstance().Destroy().IsOK() ? 0 : 1;
     };
     std::string const file = "Filename: .*_\\d{6}_\\d+\\.log";
     ASSERT_EQ(Run(logToNoFile), 0);
