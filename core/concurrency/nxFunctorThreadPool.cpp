@@ -2,12 +2,11 @@
 
 #include "core/concurrency/nxFunctorThread.h"
 
-nxFunctorThreadPool::nxFunctorThreadPool(unsigned int threadCount)
+nxFunctorThreadPool::nxFunctorThreadPool(unsigned int threadCount) : _workers(threadCount)
 {
-    _workers.reserve(threadCount);
-    for (unsigned int worker = 0; worker < threadCount; ++worker)
+    for (std::unique_ptr<nxFunctorThread>& worker : _workers)
     {
-        _workers.push_back(std::make_unique<nxFunctorThread>());
+        worker = std::make_unique<nxFunctorThread>();
     }
 }
 
