@@ -151,7 +151,6 @@ nxErrorEnum nxLogDeferredWriteThread::Run()
         }
     }
     nxLogSlots::Recycle(_batch);
-    _cycles.End();
     return nxErrorEnum();
 }
 
