@@ -162,7 +162,7 @@ bool nxPriceConverter::_AppendWholePart()
     {
         hasFraction = !IsNear(rest, 0.0);
     }
-    if (whole == 0 && price < 0.0 && !IsNear(price, 0.0))
+    if (whole == 0 && std::signbit(price) && !IsNear(price, 0.0))
     {
         _text += '-';
     }
