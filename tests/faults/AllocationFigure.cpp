@@ -371,6 +371,24 @@ void StarveTheLog()
     Does("reserve", [&] { manager.SetRecommendedBufferCapacity(20000); });
 }
 
+/// @param granted  the allocations of one cycle before the one that fails.
+void RefuseTheWriter(long granted)
+{
+    untilFailureAnywhere = granted;
+    (void)usleep(15000); // a cycle is 10 ms; this thread allocates nothing meanwhile
+    untilFailureAnywhere = -1;
+}
+
+/// The log's writer meets the want of memory where it asks for as much room as the host recommends.
+void StarveTheRecommended()
+{
+    for (unsigned int entries = 10; entries <= 50; entries += 10)
+    {
+        nxLogManager::GetInstance().SetRecommendedBufferCapacity(entries);
+        RefuseTheWriter(0);
+    }
+}
+
 /// The log's writer meets the want of memory.
 bool StarveTheWriter(files::path const& directory)
 {
@@ -382,10 +400,7 @@ bool StarveTheWriter(files::path const& directory)
         LogLines(0, 20, 20 * i);
         if (i == 0)
             Drain(); // the file's list of lines has its room from here on: a line without any counts as lost
-        nxLogManager::GetInstance().SetRecommendedBufferCapacity(30000 + 100 * i); // the writer asks for it first
-        untilFailureAnywhere = i % 40;
-        (void)usleep(15000); // the writer's cycle is 10 ms; this thread allocates nothing meanwhile
-        untilFailureAnywhere = -1;
+        RefuseTheWriter(i % 40);
     }
     (void)nxLogManager::GetInstance().Destroy();
     unsigned int const lost = CountLog(directory).Lost(1, 20 * rounds);
@@ -401,6 +416,7 @@ bool StarveAll()
     SetUpLog(directory.path, shortCycles);
     (void)alarm(300); // a lock that stays closed ends this process
     auto const start = Clock::now();
+    StarveTheRecommended();
     StarveTexts(directory.path);
     StarveValues();
     StarvePrices();
