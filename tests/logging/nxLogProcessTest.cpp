@@ -183,8 +183,8 @@ TEST_F(nxLogProcess, EndsWithoutWaitingForALongCycle)
     auto const log = []
     {
         static auto* const device = new nxRecordingLogDevice; // outlives all
-        device->onWrite = [](std::string const&) { (void)write(STDOUT_FILENO, ".", 1); };
-        device->onFlush = [] { (void)write(STDOUT_FILENO, " flushed", 8); };
+        device->onWrite = [](std::string const&) { (void)std::fputs(".", stdout); };
+        device->onFlush = [] { (void)std::fputs(" flushed", stdout); };
         nxLogManager::GetInstance().RegisterLogDevice(device);
         LogFromThreads(1, 10);
         return alarm(20), 0;
@@ -239,6 +239,9 @@ TEST_F(nxLogProcess, TheUsualLineAllocatesNothingAndABatchIsOneWrite)
             LogLines(0, 1000);
             Drain();
         }
+        for (unsigned int i = 0; i < 500; ++i) // each leaves its room to others
+            std::jthread([] { LogLines(1, 1); });
+        Drain();
         int const before = calls();
         nxAllocationCount const blocks;
         LogLines(0, 1000);
@@ -278,8 +281,13 @@ TEST_F(nxLogProcess, AFileThatTakesNothingIsSaidOnce)
     {
         files::create_symlink("/dev/full", nxFileLogDevice::GenerateFileName(".log", false, 1, true, true));
         LogFromThreads(1, 5);
+        Drain();
+        nxApplicationData::SetApplicationName("no/such");
+        bool const isOpen = nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+        usleep(1100000); // a second failure would be said after a second
+        LogLines(0, 1);
         (void)nxLogManager::GetInstance().Destroy();
-        return nxFileLogDevice::GetInstance().Destroy().IsOK() ? 0 : 1;
+        return nxFileLogDevice::GetInstance().Destroy().IsOK() && !isOpen ? 0 : 1;
     };
     std::string const file = "Filename: .*_\\d{6}_\\d+\\.log";
     ASSERT_EQ(Run(logToNoFile), 0);
@@ -288,7 +296,8 @@ TEST_F(nxLogProcess, AFileThatTakesNothingIsSaidOnce)
         << Read("err");
     ASSERT_EQ(Run(logToFullDevice), 0);
     std::regex const told("Failed to write to the log file. " + file + ", errno: 28\n" +
-                          "Lost 5 lines of the log file. " + file + "\n");
+                          "Failed to create log file. " + file + "\n" + "Lost 6 lines of the log file. " +
+                          file + "\n");
     EXPECT_TRUE(std::regex_match(Read("err"), told)) << Read("err");
 }
 
