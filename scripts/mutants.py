@@ -29,6 +29,7 @@ COSTS_ONLY = {  # lines whose change shows in no answer, only in time or memory
     "core/concurrency/nxFunctorThread.cpp": (
         "constexpr microseconds longer(1);", "std::this_thread::sleep_for(pause);",
         "for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))"),
+    "core/logging/nxLogFile.cpp": ("if (_capacity > 2 * _bufferSize)",),
     "core/logging/nxLogSlots.cpp": (
         "if (count >= 1)", "char const* const text = slots[count - 1]->data();", "__builtin_prefetch(text, 1);",
         "__builtin_prefetch(text + cacheLine, 1);", "if (count >= 2)", "__builtin_prefetch(object + offset, 1);",
@@ -37,7 +38,8 @@ COSTS_ONLY = {  # lines whose change shows in no answer, only in time or memory
         "if (text.capacity() <= mostKept)", "text.shrink_to_fit();", "text.reserve(nxLogSlot::reservedText);",
         "return count == capacity;", "for (unsigned int i = 0; i < mostFreed; ++i)",
         "_recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);",
-        "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)"),
+        "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
+        "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),
 }
 FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
