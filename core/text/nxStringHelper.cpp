@@ -62,6 +62,14 @@ void Append(std::string& out, IntegerT value)
     }
 }
 
+template <class IntegerT>
+std::string TextOf(IntegerT value)
+{
+    std::string text;
+    Append(text, value);
+    return text;
+}
+
 /// A number in fixed form, its decimals without trailing zeros.
 struct Fixed
 {
@@ -312,58 +320,42 @@ std::string nxStringHelper::GetAsString(char value)
 
 std::string nxStringHelper::GetAsString(short value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(int value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(long value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(long long value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(unsigned char value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(unsigned short value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(unsigned int value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(unsigned long long value)
 {
-    std::string text;
-    Append(text, value);
-    return text;
+    return TextOf(value);
 }
 
 std::string nxStringHelper::GetAsString(double value)
