@@ -117,10 +117,9 @@ SharedConverters MakeSharedConverters()
 nxPriceConverter* nxPriceConverterHelper::CreatePriceConverter(nxPriceFormatEnum const& format)
 {
     nxPriceConverter* const converter = NewConverter(format.GetValue());
-    nxDecimal const ratio = GetRatio(format.GetValue());
-    if (converter != nullptr && ratio.IsValid())
+    if (converter != nullptr)
     {
-        (void)converter->_SetPriceRatio(ratio);
+        (void)converter->_SetPriceRatio(GetRatio(format.GetValue())); // most have none, which is refused
     }
     return converter;
 }
