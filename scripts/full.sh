@@ -89,7 +89,7 @@ for library in nxcore nxcore-static; do figure F19 "build/release/tests/vocabula
 figure F11 "$faults/nxcore_faults_unload" "$(readlink -f "$faults")"/libnxcore_faults_plugin.so full
 figure F20 "$faults/nxcore_faults" sockets full
 last F21 ./test -coverage
-suite F23 "suite 3 times, shuffled, on one core beside a load" -repeat 3
+suite F23 "suite 10 times, shuffled, on one core beside a load" -repeat 10
 fuzz F24 "fuzz, inputs of up to 64 KiB, 5 s a target" -max_len=65536 5
 figure F24 build/release/tests/text/nxcore_bounds full
 last F22 scripts/mutants.py 60

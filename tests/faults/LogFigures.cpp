@@ -359,7 +359,7 @@ void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall)
 
 bool ShowKills()
 {
-    unsigned int const kills = Trials(100, 2000);
+    unsigned int const kills = Trials(100, 10000);
     auto const start = Clock::now();
     SmallDisk const disk(16 << 20);
     Directory const directory;

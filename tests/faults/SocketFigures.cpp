@@ -155,7 +155,7 @@ bool ShowSignals()
         auto const start = Clock::now();
         Directory const directory;
         unsigned int const lines = Trials(20000, 200000);
-        auto const body = [=] { return RunUnderSignals(isFull ? 30 : 2, isFull ? 5ULL << 30 : 0, lines); };
+        auto const body = [=] { return RunUnderSignals(isFull ? 60 : 2, isFull ? 5ULL << 30 : 0, lines); };
         std::optional<int> const code =
             RunHost(directory.path, body, 600.0, {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}});
         LogCount count = CountLog(directory.path);
@@ -197,7 +197,7 @@ bool FillUp(Connection& connection)
 
 bool ShowPeers()
 {
-    double const seconds = isFull ? 60.0 : 2.0;
+    double const seconds = isFull ? 300.0 : 2.0;
     constexpr unsigned int crowd = 1200;
     auto const start = Clock::now();
     (void)setenv("KVT_LOG_TO_CONSOLE", "NO", 1); // peers that reset are logged
