@@ -46,7 +46,7 @@ class Text
 {
 public:
     Text(long long value, unsigned char places, unsigned int maximumPlaces)
-        : _digits(nxArithmetic::Magnitude(value)), _whole(0), _wholeStandsApart(places > mostPlacesOfPower),
+        : _digits(nxArithmetic::Magnitude(value)), _wholeStandsApart(places > mostPlacesOfPower),
           _decimals(std::min({maximumPlaces, unsigned{places}, mostPlacesShown})), _negative(value < 0)
     {
         unsigned int const cut = places - _decimals;
@@ -89,7 +89,7 @@ public:
 
 private:
     unsigned long long _digits; // those shown as one number, the separator to stand before the last of them
-    unsigned long long _whole;
+    unsigned long long _whole = 0;
     bool _wholeStandsApart; // beyond 19 places the digits before the separator are not those of the number
     unsigned int _decimals;
     bool _negative;
@@ -237,7 +237,7 @@ nxDecimal& nxDecimal::operator-()
 
 void nxDecimal::Abs()
 {
-    if (_value < 0)
+    if (IsNegative())
     {
         InvertSign();
     }
@@ -559,15 +559,15 @@ void nxDecimal::Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separat
     char scratch[64];
     auto const write = [&](int length)
     {
-        // A length of 64 and more did not fit.
-        if (length >= 0 && static_cast<std::size_t>(length) < sizeof(scratch))
+        // A length of 64 and more did not fit; one below zero is larger than any.
+        if (static_cast<std::size_t>(length) < sizeof(scratch))
         {
             stream.Write(scratch, static_cast<std::size_t>(length));
         }
     };
     long long const whole = GetIntegerPart();
     auto const fraction = static_cast<long long>(GetFractionalPart());
-    if (whole == 0 && fraction != 0 && _value < 0)
+    if (whole == 0 && fraction != 0 && IsNegative())
     {
         stream.Write("-", 1);
     }
