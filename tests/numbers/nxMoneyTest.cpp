@@ -135,7 +135,8 @@ TEST(nxRatio, ValuesAndTexts)
 
     EXPECT_TRUE(ratio.SetFromString("01:4294967298").IsOK()); // wraps
     EXPECT_EQ(ratio.GetAsString(), "1:2");
-    for (char const* text : {"", ":", "1:", "1:2:3", "1/2", "-1:2", " 1:2", "0:5", "5:0", "4294967296:1"})
+    for (auto const& text : std::vector<std::string>{
+             "", ":", "1:", "1:2:3", "1/2", "-1:2", " 1:2", "0:5", "5:0", "4294967296:1", {"1:2\0", 4}})
     {
         ratio = nxRatio(7, 7);
         EXPECT_TRUE(ratio.SetFromString(text) == NX_ERR_INVALID_PARAMETER) << text;
