@@ -193,7 +193,8 @@ TEST(nxExchangeRateList, SetKeepsTheObjectOfAPairAndAssignmentAddsAndReplaces)
     right.SetExchangeRate(Rate(NX_USD, NX_EUR, "0.99"));
     EXPECT_EQ(list.ConvertToTargetCurrency(Money("100.00USD"), NX_EUR).GetAsString(), "97.00EUR");
     EXPECT_EQ(Listed(copy), "USD:EUR=0.97 ");
-    list.RemoveExchangeRates(NX_USD);
+    list.GetExchangeRates(NX_USD, rates);
+    list.RemoveExchangeRates(rates[0]->GetSourceCurrency()); // which goes with the first of them
     EXPECT_EQ(Listed(list), "EUR:USD=1.10 ");
 
     nxCurrencyEnum const eur(NX_EUR);
