@@ -252,7 +252,7 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     EXPECT_EQ(wrong, 0);
 }
 
-// Whoever holds the rates may fork, and his child holds them, too; a fork waits for another who holds them.
+// Whoever holds the rates may fork, and his child holds them, too; the child of another finds them free.
 TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
 {
     nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
