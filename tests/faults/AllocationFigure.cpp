@@ -29,12 +29,13 @@ constinit thread_local long untilFailure = -1; // allocations that are still gra
 constinit thread_local bool isLasting = false; // the failure is one of many
 constinit thread_local unsigned long failures = 0;
 constinit std::atomic<long> untilFailureAnywhere = -1;
+constinit std::atomic<bool> isLastingAnywhere = false;
 constinit std::atomic<long> liveBlocks = 0;
 
 [[maybe_unused]] bool Fails()
 {
     if (untilFailureAnywhere.load(std::memory_order_relaxed) >= 0)
-        return untilFailureAnywhere.fetch_sub(1) == 0;
+        return isLastingAnywhere || untilFailureAnywhere.fetch_sub(1) == 0;
     if (untilFailure != 0)
     {
         untilFailure -= untilFailure > 0;
@@ -389,6 +390,18 @@ void StarveTheRecommended()
     }
 }
 
+/// The log's writer has no room for a line, nor for the notice that one is lost. @return whether it comes later.
+bool StarveTheNotice(files::path const& directory)
+{
+    Drain();
+    NX_LOG(NX_INF, std::string(5 << 20, 'x')); // more than the file's room
+    isLastingAnywhere = true;
+    RefuseTheWriter(0);
+    isLastingAnywhere = false;
+    (void)nxLogManager::GetInstance().Destroy();
+    return std::system(("grep -rq '] 1 lines lost \\[' " + directory.string()).c_str()) == 0;
+}
+
 /// The log's writer meets the want of memory.
 bool StarveTheWriter(files::path const& directory)
 {
@@ -402,10 +415,12 @@ bool StarveTheWriter(files::path const& directory)
             Drain(); // the file's list of lines has its room from here on: a line without any counts as lost
         RefuseTheWriter(i % 40);
     }
-    (void)nxLogManager::GetInstance().Destroy();
+    bool const isTold = StarveTheNotice(directory);
     unsigned int const lost = CountLog(directory).Lost(1, 20 * rounds);
-    return Report(start, lost == 0, "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost",
-                  rounds, lost, rounds * 20);
+    return Report(
+        start, lost == 0 && isTold,
+        "F5 want of memory in the log's writer, %u cycles: %u of %u lines lost, one without room %s", rounds,
+        lost, rounds * 20, isTold ? "told" : "not told");
 }
 
 bool StarveAll()
