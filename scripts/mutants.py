@@ -38,6 +38,7 @@ NO_ANSWER = {  # lines whose change shows in time or memory only, or where both 
         "for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)",
         "std::size_t _count = 0;", "if (text.capacity() <= mostKept)", "text.shrink_to_fit();", "text.reserve(nxLogSlot::reservedText);",
         "return count == capacity;", "for (unsigned int i = 0; i < mostFreed; ++i)",
+        "_GetDepot().Trim(statements.size());",
         "_recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);",
         "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
         "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),

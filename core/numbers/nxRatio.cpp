@@ -63,14 +63,14 @@ nxErrorEnum nxRatio::SetFromString(std::string const& text)
     SetNull();
     unsigned int numbers[2] = {0, 0};
     unsigned int side = 0;
-    for (char const c : text)
+    for (char const* at = text.c_str(); *at != '\0'; ++at)
     {
-        if (c == ':' && side == 0)
+        if (*at == ':' && side == 0)
         {
             side = 1;
             continue;
         }
-        unsigned int const digit = nxDigits::ValueOf(c);
+        unsigned int const digit = nxDigits::ValueOf(*at);
         if (digit > 9)
         {
             return nxErrorEnum(NX_ERR_INVALID_PARAMETER);

@@ -3,7 +3,7 @@
 /// @file
 /// A row of an enumeration as the tables hold it.
 
-/// One row; no text in it is null.
+/// One row; the row after the last has no token.
 struct nxEnumRow
 {
     unsigned int number;
