@@ -30,6 +30,8 @@ NO_ANSWER = {  # lines whose change shows in time or memory only, or where both 
         "constexpr microseconds longer(1);", "std::this_thread::sleep_for(pause);",
         "for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))"),
     "core/numbers/nxDecimal.cpp": ("return differ & (left < other);", "unsigned long long _whole = 0;"),
+    "core/logging/nxLogManager.cpp": (
+        "return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;",),
     "core/logging/nxLogFile.cpp": ("if (_capacity > 2 * _bufferSize)",),
     "core/logging/nxLogSlots.cpp": (
         "if (count >= 1)", "char const* const text = slots[count - 1]->data();", "__builtin_prefetch(text, 1);",
