@@ -64,7 +64,8 @@ public:
     /// @return the text of the price, empty when there is none; a member that the next call writes anew.
     virtual std::string const& GetPriceAsString() = 0;
 
-    /// Decimal places that hold the smallest tick of any fraction format, for hosts that show prices as decimals.
+    /// Decimal places for hosts that show the format's prices as decimals: 8, in which the tick of every format fits
+    /// but 1/12, which fits in none, and 1/512, whose class gives 9.
     virtual unsigned char GetMaxFractionDecimalPlaces() const;
 
 protected:

@@ -61,9 +61,9 @@ public:
 
     /// Counts the single steps up that lead from the lower price to the higher, in time linear in the answer.
     ///
-    /// A step that jumps over the higher price counts. The walk ends at a step that leaves the price where it is;
-    /// on a table with a top that is no multiple of its increment, a step can fall back, and the walk then needs
-    /// not end.
+    /// A step that jumps over the higher price counts. The walk ends at a step that leaves the price where it is.
+    /// It need not end where a table's ticks don't meet: a step is cut to the places of the range in which it lands,
+    /// so with the ranges (0.5, 0.25) and (`_maxPositiveValue`, 1) 0.50 steps "up" to 0.
     /// @return the count, the same for both orders of the arguments; null when either is not VALID.
     nxVolume GetPriceDifferenceInTicks(nxDecimal const& a, nxDecimal const& b) const;
 
