@@ -144,8 +144,8 @@ public:
     /// Lengthens the text to `width` with `fill` at the back; never cuts.
     static void PadRight(std::string& text, unsigned int const& width, char const& fill);
 
-    /// Byte by byte, by the C library's `toupper` and `tolower`; so the only functions here that see the locale,
-    /// together with the case-insensitive comparisons.
+    /// Byte by byte, by the C library's `toupper` and `tolower`. So they see the locale, as nothing else here does but
+    /// the case-insensitive comparisons and GetUppercaseAndUnderscoreFormatted().
     static void ToUpper(std::string& text);
     static void ToLower(std::string& text);
     /// Only A to Z.
