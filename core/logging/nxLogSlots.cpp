@@ -306,7 +306,6 @@ void nxLogSlots::_Drop(nxLogSlot& slot, unsigned char part)
     {
         return;
     }
-    slot._held.store(0, std::memory_order_relaxed);
     ClearText(slot);
     _Return(&slot);
 }
@@ -365,7 +364,6 @@ bool nxLogSlots::_ReturnWhole(nxLog* statement, Chunk*& chunk)
     }
     statement->_entry = nullptr;
     statement->~nxLog();
-    slot._held.store(0, std::memory_order_relaxed);
     ClearText(slot);
     chunk->slots[chunk->count++] = &slot;
     return true;

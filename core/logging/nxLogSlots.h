@@ -47,7 +47,7 @@ public:
 private:
     friend class nxLogSlots;
 
-    /// Who holds a part of the slot, as bits.
+    /// Who holds a part of the slot, as bits; of a free slot they say nothing.
     static constexpr unsigned char _textHeld = 1;
     static constexpr unsigned char _statementHeld = 2;
 
