@@ -32,6 +32,13 @@ float ReadTimeBetweenFlushes()
     return std::max(least, static_cast<float>(std::min(seconds, most)));
 }
 
+// Read once, as the log's other keys: a writer that is made later, as in a forked child, has the same cycle.
+float GetTimeBetweenFlushes()
+{
+    static float const seconds = ReadTimeBetweenFlushes();
+    return seconds;
+}
+
 } // namespace
 
 void nxLogCycles::Begin()
@@ -118,7 +125,7 @@ void nxLogCycles::RemakeInChild()
 
 nxLogDeferredWriteThread::nxLogDeferredWriteThread(nxLogManager& manager, nxLogCycles& cycles,
                                                    unsigned long long reserveEntries)
-    : _manager(manager), _cycles(cycles), _timeBetweenFlushes(ReadTimeBetweenFlushes()),
+    : _manager(manager), _cycles(cycles), _timeBetweenFlushes(GetTimeBetweenFlushes()),
       _reserveEntries(reserveEntries)
 {
 }

@@ -58,7 +58,7 @@ private:
 class nxLogDeferredWriteThread : public nxThread
 {
 public:
-    /// Reads the length of a cycle from the configuration.
+    /// The process's first writer reads the length of a cycle from the configuration, for all later ones too.
     /// @param reserveEntries  the room that the batch is kept at.
     nxLogDeferredWriteThread(nxLogManager& manager, nxLogCycles& cycles, unsigned long long reserveEntries);
 
