@@ -8,6 +8,8 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
+#include <new>
 #include <set>
 
 namespace
@@ -17,24 +19,33 @@ namespace
 class Copies
 {
 public:
-    // Never destroyed: conditions may outlive every static object.
+    // Never destroyed: conditions may outlive every static object. Needs no memory, so that nothing can throw.
     static Copies& GetInstance()
     {
-        static Copies& instance = *new Copies;
+        alignas(Copies) static std::byte room[sizeof(Copies)];
+        static Copies& instance = *new (room) Copies;
         return instance;
     }
 
     void Add(nxConditionRaw const* copy)
     {
         nxMutexGuard guard(_mutex);
-        _copies.insert(copy);
+        try
+        {
+            _copies.insert(copy);
+        }
+        catch (std::bad_alloc const&)
+        {
+            _areSomeUnknown = true;
+        }
         _any.store(true, std::memory_order_relaxed);
     }
 
+    // @return whether it is a copy, or may be one that there was no memory to remember.
     bool Remove(nxConditionRaw const* condition)
     {
         nxMutexGuard guard(_mutex);
-        return _copies.erase(condition) != 0;
+        return _copies.erase(condition) != 0 || _areSomeUnknown;
     }
 
     // As for HoldAcrossForks().
@@ -52,6 +63,7 @@ public:
 private:
     nxMutex _mutex;
     std::set<nxConditionRaw const*> _copies;
+    bool _areSomeUnknown = false;
     static std::atomic<bool> _any;
 };
 

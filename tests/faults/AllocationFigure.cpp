@@ -332,11 +332,14 @@ void StarveThreadsAndSockets()
              queue.Create(new nxFunctorThreadPool(2));
              (void)queue.Stop();
          });
-    Does("thread",
+    Does("thread and condition",
          []
          {
              IdleThread thread;
              (void)(thread.Create().IsOK() && thread.Wait().IsOK());
+             nxConditionRaw const original;
+             nxConditionRaw copy;
+             [&]() noexcept { copy = original; }(); // nothing of a condition throws
          });
     Gives("thread's number", [] { return nxThread::GetThreadIDAsString(); });
     Does("named objects",
