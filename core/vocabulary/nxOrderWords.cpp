@@ -48,8 +48,8 @@ SyntheticOrderTraits const& SyntheticOrderTraitsOf(unsigned int value)
     return nxTraits::Of(value, syntheticOrderTraits, otherSyntheticOrder);
 }
 
-// Tokens were shortened in places, so some classes have several prefixes; the longest form is tried first.
-// The first one here belongs to a single row and is spelled so.
+// Tokens were shortened in places, so the class has several prefixes. The first one belongs to a single row and is
+// spelled so.
 constexpr std::string_view syntheticOrderPrefixes[] = {
     "NX_SYTNH_ORDER_TYPE_",
     "NX_SYNTH_ORDER_TYPE_",
