@@ -194,7 +194,7 @@ void nxDecimal::_Clear(nxEnumValue status)
 long long nxDecimal::GetIntegerPart() const
 {
     auto const whole = static_cast<long long>(Split(nxArithmetic::Magnitude(_value), _decimalPlaces).whole);
-    return _value < 0 ? nxArithmetic::Negate(whole) : whole;
+    return IsNegative() ? nxArithmetic::Negate(whole) : whole;
 }
 
 unsigned long long nxDecimal::GetFractionalPart() const
@@ -567,7 +567,7 @@ void nxDecimal::Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separat
     };
     long long const whole = GetIntegerPart();
     auto const fraction = static_cast<long long>(GetFractionalPart());
-    if (whole == 0 && fraction != 0 && IsNegative())
+    if (whole == 0 && IsNegative())
     {
         stream.Write("-", 1);
     }
