@@ -29,21 +29,25 @@ NO_ANSWER = {  # lines whose change shows in time or memory only, or where both 
     "core/concurrency/nxFunctorThread.cpp": (
         "constexpr microseconds longer(1);", "std::this_thread::sleep_for(pause);",
         "for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))"),
-    "core/numbers/nxDecimal.cpp": ("return differ & (left < other);", "unsigned long long _whole = 0;"),
+    "core/logging/nxLogFile.cpp": (
+        "if (_capacity > 2 * _bufferSize)", "_lineLengths.shrink_to_fit();", "_capacity = 0;"),
     "core/logging/nxLogManager.cpp": (
-        "return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;",),
-    "core/logging/nxLogFile.cpp": ("if (_capacity > 2 * _bufferSize)",),
+        "return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;", "thread.reset();"),
     "core/logging/nxLogSlots.cpp": (
         "if (count >= 1)", "char const* const text = slots[count - 1]->data();", "__builtin_prefetch(text, 1);",
         "__builtin_prefetch(text + cacheLine, 1);", "if (count >= 2)", "__builtin_prefetch(object + offset, 1);",
         "char const* const object = reinterpret_cast<char const*>(slots[count - 2]);",
         "for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)",
-        "std::size_t _count = 0;", "if (text.capacity() <= mostKept)", "text.shrink_to_fit();", "text.reserve(nxLogSlot::reservedText);",
-        "return count == capacity;", "for (unsigned int i = 0; i < mostFreed; ++i)",
-        "_GetDepot().Trim(statements.size());",
+        "std::size_t _count = 0;", "if (text.capacity() <= mostKept)", "text.shrink_to_fit();",
+        "text.reserve(nxLogSlot::reservedText);", "return count == capacity;",
+        "for (unsigned int i = 0; i < mostFreed; ++i)", "_GetDepot().Trim(statements.size());",
         "_recentlyWritten = std::max(written, _recentlyWritten - _recentlyWritten / forgetting);",
         "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
         "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),
+    "core/numbers/nxDecimal.cpp": (
+        "return differ & (left < other);", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)"),
+    "core/prices/nxDecimalPriceConverter.cpp": ("double value = 0.0;",),
+    "core/prices/nxVolumeConverter_Abbreviated.cpp": ("value *= nxDecimal(multiplier, 0);",),
 }
 FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
