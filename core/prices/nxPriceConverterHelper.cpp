@@ -101,7 +101,7 @@ nxDecimal GetRatio(unsigned int format)
     }
 }
 
-// Made at the first call and never destroyed: a thread may still show prices while the process exits.
+// Never destroyed: a thread may still show prices while the process exits.
 SharedConverters MakeSharedConverters()
 {
     SharedConverters converters{};
@@ -159,3 +159,10 @@ nxPriceConverter* nxPriceConverterHelper::_GetPriceConverter(nxPriceFormatEnum c
     unsigned int const number = format.GetValue();
     return number < firstFormat || number > lastFormat ? nullptr : converters[number - firstFormat];
 }
+
+// Built at load: a child of fork() could not wait for another thread to finish them.
+[[maybe_unused]] static bool const areBuiltAtLoad = []
+{
+    std::string text;
+    return nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper(), nxPriceFormatEnum(), text, false);
+}();

@@ -6,6 +6,7 @@
 #include "core/prices/nxFraction32ndsTickPriceConverter.h"
 #include "core/prices/nxFractionModifiedHalf32ndsTickPriceConverter.h"
 #include "core/prices/nxPriceConverterHelper.h"
+#include "tests/concurrency/ForkDuringFirstUse.h"
 #include "tests/concurrency/RunTogether.h"
 #include "tests/prices/nxAllocationCount.h"
 #include "tests/prices/nxPriceRule.h"
@@ -250,4 +251,15 @@ TEST(nxPriceConverterHelper, MakesEveryFormatAndLeavesTheTextWhereItFails)
                     for (int round = 0; round < 100000; ++round)
                         ASSERT_EQ(show(thread == 0 ? 101.5 : -0.5, 4510), thread == 0 ? "101-16" : "-0-16");
                 });
+}
+
+TEST(nxPriceConverterHelper, CanBeAskedInAChildThatWasForkedDuringTheFirstQuestion)
+{
+    auto const ask =
+        [] // for no format: without the lock, the parent's thread and the child may not share one
+    {
+        std::string text;
+        (void)nxPriceConverterHelper::GetPriceAsString(0.5, Format(0), text, false);
+    };
+    EXPECT_EQ(CountForksThatMeetTheFirstUse(30, ask), 0);
 }
