@@ -1,3 +1,4 @@
+#include "core/platform/nxEnvironmentLock.h"
 #include "core/platform/nxInitialiseFirst.h"
 #include "core/vocabulary/nxBitMaskRow.h"
 #include "core/vocabulary/nxEnumIndex.h"
@@ -138,7 +139,8 @@ public:
     static std::span<nxVocabularyCatalogue::Enumeration const> Enumerations()
     {
         // Made when it is first asked for: as a constant it would be thousands of pointers that every start of
-        // every program relocates.
+        // every program relocates. No fork() comes between: a child could not wait for another thread to finish it.
+        nxPlatform::EnvironmentLock lock;
         static auto const enumerations = std::to_array<nxVocabularyCatalogue::Enumeration>({
 #define NX_ENUM_BEGIN(Class) {#Class, Class::_lowerBound, Class::_upperBound, _Unpack(WordsOf(Place::Class))},
 #define NX_ROW(number, token, text)

@@ -3,6 +3,8 @@
 #include "core/vocabulary/nxBitMask.h"
 #include "core/vocabulary/nxBuySellEnum.h"
 #include "core/vocabulary/nxGenericEnum.h"
+#include "core/vocabulary/nxVocabularyCatalogue.h"
+#include "tests/concurrency/ForkDuringFirstUse.h"
 #include "tests/vocabulary/nxAnyEnum.h"
 
 #include <gtest/gtest.h>
@@ -90,4 +92,10 @@ TEST(nxBitMaskRegistration, KeepsTheFirstRowOfABitAndIsAlwaysTrue)
     EXPECT_TRUE(HostMask::_Register("HostMask", 0x8, "EIGHT", "Eight"));
     EXPECT_EQ(HostMask(0xA).GetShortDescription(","), "EIGHT");
     EXPECT_EQ(HostMask(0xB).GetShortDescription(","), "ONE,,EIGHT");
+}
+
+// Whose rows are made at the first question.
+TEST(nxVocabularyCatalogue, CanBeAskedInAChildThatWasForkedDuringTheFirstQuestion)
+{
+    EXPECT_EQ(CountForksThatMeetTheFirstUse(100, [] { (void)nxVocabularyCatalogue::GetEnumerations(); }), 0);
 }
