@@ -11,7 +11,7 @@ namespace nxPlatform
 void ProvidePages(void* memory, std::size_t size)
 {
 #ifdef MADV_POPULATE_WRITE
-    static std::size_t const pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    std::size_t const pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     std::size_t const lead = (pageSize - reinterpret_cast<std::uintptr_t>(memory) % pageSize) % pageSize;
     if (size <= lead)
     {
