@@ -67,7 +67,7 @@ last() {
 configure_and_build release || exit 2
 faults=build/release/tests/faults
 
-fuzz F1 "fuzz, a million inputs a target or 20 s" -runs=1000000 20
+fuzz F1 "fuzz, a million inputs a target or 60 s" -runs=1000000 60
 suite F2 "suite, clang's address and undefined-behaviour sanitizers" -asan
 suite F2 "suite, g++ -O0, its sanitizers and the standard library's assertions" -checked
 suite F2 "suite, clang" -clang
