@@ -78,6 +78,9 @@ nxConsoleLogDevice& nxConsoleLogDevice::GetInstance()
     return *instance;
 }
 
+// Built at load: a child of fork() could not wait for another thread to finish it.
+[[maybe_unused]] static nxConsoleLogDevice const& builtAtLoad = nxConsoleLogDevice::GetInstance();
+
 nxErrorEnum nxConsoleLogDevice::Destroy()
 {
     return nxErrorEnum();

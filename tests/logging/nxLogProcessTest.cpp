@@ -5,6 +5,7 @@
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "tests/Sanitizer.h"
+#include "tests/concurrency/ForkDuringFirstUse.h"
 #include "tests/faults/Faults.h"
 #include "tests/logging/nxRecordingLogDevice.h"
 #include "tests/prices/nxAllocationCount.h"
@@ -482,3 +483,8 @@ TEST_F(nxLogProcess, LinesOfOneSecondHaveTheirOwnMilliseconds)
 }
 
 } // namespace
+
+TEST(nxConsoleLogDevice, CanBeAskedForInAChildThatWasForkedDuringItsFirstUse)
+{
+    EXPECT_EQ(CountForksThatMeetTheFirstUse(30, [] { (void)nxConsoleLogDevice::GetInstance(); }), 0);
+}
