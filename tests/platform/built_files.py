@@ -11,9 +11,9 @@ import sys
 
 # Whose static objects are made before main. nxRegistration fills the registry; the others have one object each that asks
 # for nothing of another file.
-MADE_BEFORE_MAIN = """nxApplicationData nxCmdLineArgs nxConditionRaw nxExchangeRateConverter nxLogManager
-    nxPriceConverterHelper nxRegistration nxStringValue nxThreadIndex nxVariableTickTableContainer nxVersionNumber
-    nxVolumeConverterHelper""".split()
+MADE_BEFORE_MAIN = """nxApplicationData nxCmdLineArgs nxConditionRaw nxExchangeRateConverter nxLogDevice
+    nxLogManager nxPriceConverterHelper nxRegistration nxStringValue nxThreadIndex nxVariableTickTableContainer
+    nxVersionNumber nxVolumeConverterHelper""".split()
 
 wrong = []
 
