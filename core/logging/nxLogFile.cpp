@@ -107,7 +107,7 @@ void nxLogFile::Flush()
     }
     _lost = 0;
     // A notice without the line that follows it would be the first of many.
-    if (_Pending() != 0 && !_WriteLines() && lost != 0 && _file.CutOff(notice.size()))
+    if (!_WriteLines() && lost != 0 && _file.CutOff(notice.size()))
     {
         _lost += lost;
     }
