@@ -27,19 +27,26 @@ long long PowerOfTen(int exponent)
     return static_cast<long long>(nxArithmetic::PowerOfTen(static_cast<unsigned char>(exponent)));
 }
 
+bool HasAtMostDigits(long long number, int digits)
+{
+    return number >= 0 && number < PowerOfTen(digits);
+}
+
 // Out of line, so that the comparison below stays small enough to be part of a lookup.
 [[gnu::noinline]] bool BringToScale(nxDecimal const& top, long long magnitude, unsigned char places,
                                     long long& value)
 {
     constexpr int exactDigits = 15;
-    int const added = places - top.GetDecimalPlaces();
-    value = top.GetValue();
-    if (added < 0 || places > exactDigits || value < 0 || value >= PowerOfTen(exactDigits - added) ||
-        magnitude >= PowerOfTen(exactDigits))
+    if (top.GetDecimalPlaces() > places || places > exactDigits)
     {
         return false;
     }
-    value *= PowerOfTen(added);
+    int const added = places - top.GetDecimalPlaces();
+    if (!HasAtMostDigits(top.GetValue(), exactDigits - added) || !HasAtMostDigits(magnitude, exactDigits))
+    {
+        return false;
+    }
+    value = top.GetValue() * PowerOfTen(added);
     return true;
 }
 
