@@ -121,6 +121,7 @@ Finding Threads(Trial const& trial)
         (void)queue.Stop();
         LogToFile();
         LogLines(0, 10);
+        nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(100.0));
     };
     Meet(trial, startThem);
     LogLines(0, 10, 10); // starts a writer if there is none

@@ -132,6 +132,10 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
          {
              (void)nxLogManager::GetInstance().Destroy();
              LogLines(93, 10);
+             nxLog line(NX_INF, "file", 1);
+             line << "thread 93 line 0 end";
+             nxFileLogDevice::GetInstance().Write(line);
+             nxFileLogDevice::GetInstance().Flush();
              return nxLogManager::GetInstance().Destroy().IsOK() ? 0 : 1;
          }},
         {"exits in a device",

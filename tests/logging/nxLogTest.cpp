@@ -108,6 +108,19 @@ using Strings = std::vector<std::string>;
 
 using nxLogDeferred = nxRecordingTest;
 
+TEST(nxLogStatement, GivesItsMemoryBackOnce)
+{
+    {
+        nxLog log(NX_INF, "file", 1);
+        std::unique_ptr<nxLog> const copy(log.CreateCopyWithOwnershipTransfer());
+    }
+    nxLog first(NX_INF, "file", 1);
+    nxLog second(NX_INF, "file", 1);
+    first << "first";
+    second << "second";
+    EXPECT_EQ(*first.GetLogEntry() + *second.GetLogEntry(), "firstsecond");
+}
+
 TEST_F(nxLogDeferred, ADumpRefusesNothingToDump)
 {
     EXPECT_EQ(nxLog::LogBufferAsHex(nullptr, 5, 4, 1, '.', true), NX_ERR_INVALID_PARAMETER);
