@@ -342,7 +342,7 @@ bool nxDecimal::operator<=(nxDecimal const& right) const
 
 bool nxDecimal::operator>(nxDecimal const& right) const
 {
-    return !(*this == right) && !(*this < right);
+    return !(*this <= right);
 }
 
 bool nxDecimal::operator>=(nxDecimal const& right) const
