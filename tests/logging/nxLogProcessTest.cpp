@@ -185,18 +185,24 @@ TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
 TEST_F(nxLogProcess, EndsWithoutWaitingForALongCycle)
 {
     _environment["KVT_LOG_TIME_BETWEEN_FLUSHES"] = "3600";
-    auto const log = []
+    auto const log = [](bool isDestroyed)
     {
         static auto* const device = new nxRecordingLogDevice; // outlives all
         device->onWrite = [](std::string const&) { (void)std::fputs(".", stdout); };
         device->onFlush = [] { (void)std::fputs(" flushed", stdout); };
         nxLogManager::GetInstance().RegisterLogDevice(device);
         LogFromThreads(1, 10);
-        return alarm(20), 0;
+        (void)alarm(20);
+        if (isDestroyed && nxLogManager::GetInstance().Destroy().IsOK()) // there is nobody to wait for
+            nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(100.0));
+        return 0;
     };
-    ASSERT_EQ(Run(log), 0);
-    EXPECT_EQ(TakeLog(), (Counts{{0, 10}}));
-    EXPECT_EQ(Read("out"), ".......... flushed");
+    for (bool const isDestroyed : {false, true})
+    {
+        ASSERT_EQ(Run([=] { return log(isDestroyed); }), 0);
+        EXPECT_EQ(TakeLog(), (Counts{{0, 10}}));
+        EXPECT_EQ(Read("out"), ".......... flushed");
+    }
 }
 
 TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
