@@ -30,7 +30,8 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
         "constexpr microseconds longer(1);", "std::this_thread::sleep_for(pause);",
         "for (microseconds pause(20); result == NX_ERR_THR_LOCKED; pause = std::min(pause + longer, longest))"),
     "core/logging/nxLogFile.cpp": (
-        "if (_capacity > 2 * _bufferSize)", "_lineLengths.shrink_to_fit();", "_capacity = 0;"),
+        "if (_capacity > 2 * _bufferSize)", "_lineLengths.shrink_to_fit();", "_capacity = 0;",
+        "while (_lineLengths[_firstLine] < written)"),  # a line is cut off and written again
     "core/logging/nxLogManager.cpp": (
         "return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;", "thread.reset();"),
     "core/logging/nxLogSlots.cpp": (
@@ -45,7 +46,8 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
         "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
         "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),
     "core/numbers/nxDecimal.cpp": (
-        "return differ & (left < other);", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)"),
+        "return differ & (left < other);", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)",
+        ": _digits(nxArithmetic::Magnitude(value)), _wholeStandsApart(places >= mostPlacesOfPower),"),
     "core/prices/nxDecimalPriceConverter.cpp": ("double value = 0.0;",),
     "core/prices/nxVariableTickTable.cpp": (
         "return number > 0 && number < PowerOfTen(digits);", "return number >= 1 && number < PowerOfTen(digits);",
