@@ -75,7 +75,7 @@ void nxLogCycles::WaitForNext(nxDoubleValueWrapper const& timeoutSeconds)
     using Clock = std::chrono::steady_clock;
 
     double const seconds = timeoutSeconds;
-    bool const isLimited = timeoutSeconds.IsValid() && !(seconds > longestWait);
+    bool const isLimited = !(seconds > longestWait); // a null is beyond it, too
     auto const start = Clock::now();
     nxMutexGuard guard(_mutex);
     unsigned long long const written = _written;
