@@ -383,9 +383,13 @@ void RefuseTheWriter(long granted)
     untilFailureAnywhere = -1;
 }
 
-/// The log's writer meets the want of memory where it asks for as much room as the host recommends.
+/// The log's writer meets the want of memory where it first gives a statement back, and where it asks for as much room
+/// as the host recommends.
 void StarveTheRecommended()
 {
+    NX_LOG(NX_INF, "first");
+    RefuseTheWriter(0);
+    RefuseTheWriter(0);
     for (unsigned int entries = 10; entries <= 50; entries += 10)
     {
         nxLogManager::GetInstance().SetRecommendedBufferCapacity(entries);
