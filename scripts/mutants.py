@@ -5,14 +5,15 @@
 
 Works on a copy of the sources in build/mutants, built once; then each mutant changes one line of prices, decimals, log
 or pool, makes the shared library anew and runs the programs of tests and of corpora, the folder's own first, until one
-fails or hangs. Lines that no longer compile don't count. Survivors are printed as they would stand in a diff.
+fails or hangs; what none of them notices is asked of the same programs under the sanitizers. Lines that no longer
+compile don't count. Survivors are printed as they would stand in a diff.
 Ends with 1 when less than 95 % were noticed.
 """
 import concurrent.futures, os, pathlib, random, re, shutil, signal, subprocess, sys, threading, time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPY = ROOT / "build/mutants"
-BUILD = COPY / "build/release"
+PRESETS = ("release", "asan", "tsan")
 BOUND = 95
 SKIPPED = 77
 MOST_MEMORY = 8 << 30  # of a program whose fault makes it ask for ever more
@@ -93,8 +94,12 @@ def run(*command, seconds=600, given_up=threading.Event()):
     return False
 
 
-def build():
-    return run("nice", "ninja", "-C", str(BUILD), "nxcore")
+def folder_of(preset):
+    return COPY / "build" / preset
+
+
+def build(preset):
+    return run("nice", "ninja", "-C", str(folder_of(preset)), "nxcore")
 
 
 def copy_and_build():
@@ -104,32 +109,29 @@ def copy_and_build():
         if (ROOT / name).is_file():
             (COPY / name).parent.mkdir(parents=True, exist_ok=True)
             shutil.copy2(ROOT / name, COPY / name)
-    configured = run("cmake", "--preset", "release", "-DNX_INSTALL=OFF")
-    if not (configured and run("nice", "ninja", "-C", str(BUILD), seconds=3600)):
-        sys.exit("the unchanged sources do not build")
+    for preset in PRESETS:
+        configured = run("cmake", "--preset", preset, "-DNX_INSTALL=OFF")
+        if not (configured and run("nice", "ninja", "-C", str(folder_of(preset)), seconds=3600)):
+            sys.exit("the unchanged sources do not build")
 
 
-def programs():
+def programs(build_folder):
     """The programs of tests and of corpora, with the arguments that make them quick to fail."""
-    for program in sorted(BUILD.glob("tests/*/nxcore_*_test")):
+    for program in sorted(build_folder.glob("tests/*/nxcore_*_test")):
         yield program.parent.name, (str(program), "--gtest_brief=1", "--gtest_fail_fast")
-    for program in sorted(BUILD.glob("fuzz/fuzz_*")):
+    for program in sorted(build_folder.glob("fuzz/fuzz_*")):
         name = program.name.removeprefix("fuzz_")
         if program.is_file():
             inputs = COPY / "fuzz/inputs" / (name.removesuffix("_deferred") + ".txt")
             yield name, (str(program), str(COPY / "fuzz/corpus" / name), str(inputs))
-    yield "faults", ("ctest", "--test-dir", str(BUILD), "-j2", "--stop-on-failure", "--timeout", "40", "-R", "^faults")
-
-
-def passes(command, seconds, given_up=threading.Event()):
-    return run("nice", "prlimit", f"--as={MOST_MEMORY}", *command, seconds=seconds, given_up=given_up)
+    yield "faults", ("ctest", "--test-dir", str(build_folder), "-j2", "--stop-on-failure", "--timeout", "40", "-R", "^faults")
 
 
 def all_pass(tests):
     """Runs the programs side by side until the first of them fails, which ends the others."""
     given_up = threading.Event()
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        runs = [pool.submit(passes, command, seconds, given_up) for _, command, seconds in tests]
+        runs = [pool.submit(run, *command, seconds=seconds, given_up=given_up) for _, command, seconds in tests]
         for passed in concurrent.futures.as_completed(runs):
             if not passed.result():
                 given_up.set()
@@ -138,22 +140,25 @@ def all_pass(tests):
     return True
 
 
-def usable():
+def usable(preset):
     """The programs that pass on the unchanged sources, with the seconds in which they must pass on changed ones. Some
     fail by themselves, since they need what only CTest sets up around them."""
-    for folder, command in programs():
+    # The sanitizers reserve more memory than there is; what asks for ever more has failed before them.
+    limit = ("prlimit", f"--as={MOST_MEMORY}") if preset == PRESETS[0] else ()
+    for folder, command in programs(folder_of(preset)):
+        limited = ("nice", *limit, *command)
         start = time.monotonic()
-        if not passes(command, 300):
-            print(f"left out: {pathlib.Path(command[0]).name} of {folder} fails by itself")
+        if not run(*limited, seconds=300):
+            print(f"left out: {pathlib.Path(command[0]).name} of {folder}, {preset}, fails by itself")
         else:
-            yield folder, command, 10 + 4 * (time.monotonic() - start)
+            yield folder, limited, 10 + 4 * (time.monotonic() - start)
 
 
 def main():
     count = int(sys.argv[1]) if len(sys.argv) > 1 else 60
     seed = int(sys.argv[2]) if len(sys.argv) > 2 else 1
     copy_and_build()
-    tests = list(usable())
+    tests = {preset: list(usable(preset)) for preset in PRESETS}
     pool = list(candidates())
     rng = random.Random(seed)
     rng.shuffle(pool)  # each fault is drawn once
@@ -166,13 +171,13 @@ def main():
         lines = original.split("\n")
         before, lines[number] = lines[number], changed
         target.write_text("\n".join(lines))
-        if build():
+        if build(PRESETS[0]):
             seeded += 1
-            if all_pass(sorted(tests, key=lambda test: test[0] not in folders)):
+            if all(all_pass(sorted(tests[preset], key=lambda test: test[0] not in folders))
+                   for preset in PRESETS if build(preset)):
                 survivors += 1
                 print(f"survived: {path}:{number + 1}\n-{before}\n+{changed}", flush=True)
         target.write_text(original)
-    build()
     share = 100 * (seeded - survivors) / seeded
     print(f"F22 seeded faults, seed {seed}: {seeded - survivors} of {seeded} noticed, {share:.0f} % (bound {BOUND} %)")
     return share < BOUND
