@@ -37,3 +37,7 @@ EnvironmentLock::~EnvironmentLock()
     Unlock();
 }
 } // namespace nxPlatform
+
+// The handlers are registered at load, in a program without the log too: a later moment could fall between another
+// thread's fork and what it is to do before it.
+[[maybe_unused]] static bool const isRegisteredAtLoad = (nxPlatform::EnvironmentLock(), true);
