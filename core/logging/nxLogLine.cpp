@@ -37,12 +37,7 @@ void PutThousandth(char* out, unsigned int number)
 std::size_t nxLogLine::GetMostSize() const
 {
     constexpr std::size_t numbersAndFrame = 64; // two numbers of at most 11 characters and the brackets
-    std::size_t size = numbersAndFrame;
-    for (std::string_view const field : {level, stamp, message, sourceFile, end})
-    {
-        size += field.size();
-    }
-    return size;
+    return level.size() + stamp.size() + message.size() + sourceFile.size() + end.size() + numbersAndFrame;
 }
 
 char* nxLogLine::Write(char* out) const
