@@ -147,6 +147,15 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
              NX_LOG(NX_FTL, "the end");
              return pause();
          }},
+        {"exits in a device while it is destroyed",
+         []
+         {
+             static auto* const device = new nxRecordingLogDevice; // outlives all
+             static std::thread::id const destroyer = std::this_thread::get_id();
+             device->onFlush = [] { std::this_thread::get_id() == destroyer ? std::exit(0) : void(); };
+             nxLogManager::GetInstance().RegisterLogDevice(device);
+             return nxLogManager::GetInstance().Destroy().IsOK() ? 1 : 2;
+         }},
     };
     for (bool const isManagerOlder : {false, true}) // than the device
         for (auto const& [end, body] : ends)

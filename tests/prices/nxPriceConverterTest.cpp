@@ -255,8 +255,8 @@ TEST(nxPriceConverterHelper, MakesEveryFormatAndLeavesTheTextWhereItFails)
 
 TEST(nxPriceConverterHelper, CanBeAskedInAChildThatWasForkedDuringTheFirstQuestion)
 {
-    auto const ask =
-        [] // for no format: without the lock, the parent's thread and the child may not share one
+    // For no format: without the lock, the parent's thread and the child may not share a converter.
+    auto const ask = []
     {
         std::string text;
         (void)nxPriceConverterHelper::GetPriceAsString(0.5, Format(0), text, false);
