@@ -32,7 +32,7 @@ void CheckBestMatch(FuzzInput& input)
     std::string const wildcard = input.Truth() ? "*" : input.Text();
     std::string const key = input.Text();
     std::set<std::string> patterns;
-    while (input.HasStep())
+    for (unsigned int count = 0; count < 12 && input.HasStep(); ++count)
         patterns.insert(input.Text());
 
     std::vector<std::string> const wanted = Split(key, separator);

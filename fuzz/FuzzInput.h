@@ -92,9 +92,11 @@ void FuzzOne(FuzzInput& input);
 
 inline std::vector<std::string> FuzzSplit(std::string const& text, char separator)
 {
-    std::vector<std::string> fields(1);
-    for (char const character : text)
-        character == separator ? (void)fields.emplace_back() : fields.back().push_back(character);
+    std::vector<std::string> fields;
+    std::size_t start = 0;
+    for (std::size_t end = 0; (end = text.find(separator, start)) != text.npos; start = end + 1)
+        fields.emplace_back(text, start, end - start);
+    fields.emplace_back(text, start);
     return fields;
 }
 
@@ -111,10 +113,13 @@ inline bool FuzzIsDigits(std::string const& text)
     return text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-/// Wraps at 64 bits, from 20 places on.
+/// Wraps at 64 bits, from 20 places on, and is none from 64 on.
 inline unsigned long long FuzzPowerOfTen(unsigned int places)
 {
-    return places == 0 ? 1 : 10 * FuzzPowerOfTen(places - 1);
+    unsigned long long power = 1;
+    for (; places != 0 && power != 0; --places)
+        power *= 10;
+    return power;
 }
 
 /// The digits as a number that wraps at 64 bits.

@@ -71,7 +71,7 @@ void FuzzOne(FuzzInput& input)
     auto const method = static_cast<nxEnumValue>(NX_ROUNDING_METHOD_DOWN + input.Below(4));
     CheckRound(ladder, MakeDecimal(price, places), method);
     bool const up = input.Truth();
-    int const ticks = input.Take<short>() % 200;
+    int const ticks = input.Take<short>() % 50; // climbed one by one, three times
     CheckSteps(ladder, price, up, ticks);
     CheckFixedTick(input);
 }

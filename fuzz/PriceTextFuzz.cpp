@@ -56,7 +56,7 @@ void CheckSteps(nxPriceConverter& converter, int ticks, bool hasLadder)
     using Ticks = nxValueWrapper<int, 2147483647, 2147483646>;
     nxDoubleValueWrapper const before = converter.GetPrice();
     if (hasLadder)
-        ticks %= 1000; // a ladder is climbed one by one
+        ticks %= 100; // a ladder is climbed one by one
     if (!converter.ChangePrice(Ticks(ticks)))
         FUZZ_CHECK(IsSame(converter.GetPrice(), before));
     else if (!hasLadder && IsWithinReason(before) && ticks >= -1000 && ticks <= 1000)

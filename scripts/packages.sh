@@ -58,7 +58,7 @@ configure_and_build() {
   shift
   log=$(mktemp)
   [ -f "build/$preset/build.ninja" ] || echo "Building $preset for the first time takes a minute or more." >&2
-  if ! { [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"; } >"$log" 2>&1 ||
+  if ! { [ "build/$preset/build.ninja" -nt CMakePresets.json ] || cmake --preset "$preset"; } >"$log" 2>&1 ||
     ! cmake --build --preset "$preset" ${1:+--target "$@"} >>"$log" 2>&1; then
     cat "$log" >&2
     rm -f "$log"
