@@ -1,6 +1,7 @@
 // What a log statement costs the thread that makes it, and how many lines a second reach the file: the library beside
 // other logs, with the same statement (text, int, double, 12 characters, token) and a file of its own for each.
 
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"

@@ -1,7 +1,7 @@
 // Stamps and date-times beside what their users would write with the C library. Run it with TZ set and without: the
 // C library's mktime() and strftime() look at the zone file again each time when it is not set.
 
-#include "core/logging/nxLogLine.h"
+#include "core/logging/nxLogStampText.h"
 #include "core/time/nxDateTime.h"
 #include "core/time/nxTimeStamp.h"
 

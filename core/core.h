@@ -67,9 +67,12 @@
 #include "core/process/nxConfigurationKeys.h"
 #include "core/process/nxVersionNumber.h"
 
+#include "core/logging/nxConsoleLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLog.h"
 #include "core/logging/nxLogBuildLock.h"
 #include "core/logging/nxLogCharLenPair.h"
+#include "core/logging/nxLogCycles.h"
 #include "core/logging/nxLogDeferredWriteThread.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogEntriesQueue.h"
@@ -77,7 +80,9 @@
 #include "core/logging/nxLogLine.h"
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"
+#include "core/logging/nxLogSlot.h"
 #include "core/logging/nxLogSlots.h"
+#include "core/logging/nxLogStampText.h"
 #include "core/logging/nxPrintable.h"
 
 #include "core/prices/nxDecimalPriceConverter.h"

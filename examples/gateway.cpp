@@ -1,5 +1,5 @@
 // A price gateway starts: arguments, identity, log file, products, and a board of them.
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/prices/nxPriceConverter.h"
 #include "core/prices/nxPriceConverterHelper.h"

@@ -1,6 +1,6 @@
 // A host's log: a file device in a directory of its own, lines of several levels, and the end.
 
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/numbers/nxDecimal.h"
 #include "core/process/nxApplicationData.h"

@@ -1,6 +1,7 @@
 // A log device of one's own: the last lines stay in memory, for a screen or for the report of a fault.
 #include "core/concurrency/nxMutex.h"
 #include "core/concurrency/nxMutexGuard.h"
+#include "core/logging/nxConsoleLogDevice.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 

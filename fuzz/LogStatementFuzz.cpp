@@ -2,6 +2,7 @@
 
 #include "fuzz/FuzzInput.h"
 
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/logging/nxLogSite.h"

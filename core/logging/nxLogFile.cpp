@@ -2,6 +2,7 @@
 
 #include "core/logging/nxLogLine.h"
 #include "core/logging/nxLogManager.h"
+#include "core/logging/nxLogStampText.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -25,10 +26,7 @@ std::string GetLossNotice(unsigned long long lines)
     line.hasThreadIndex = nxLogManager::GetInstance().GetLogThreadIndex();
     line.message = message;
     line.sourceFile = "nxFileLogDevice";
-
-    std::string text(line.GetMostSize(), '\0');
-    text.resize(static_cast<std::size_t>(line.Write(text.data()) - text.data()));
-    return text;
+    return line.GetText();
 }
 
 /// @return false in want of memory.
@@ -282,5 +280,6 @@ void nxLogFile::_ReportFailure(int error)
     }
     _hasReported = true;
     _lastReport = now;
-    (void)std::fprintf(stderr, "Failed to write to the log file. Filename: %s, errno: %d\n", _path.c_str(), error);
+    (void)std::fprintf(stderr, "Failed to write to the log file. Filename: %s, errno: %d\n", _path.c_str(),
+                       error);
 }

@@ -1,5 +1,7 @@
 #include "core/logging/nxLogLine.h"
 
+#include "core/logging/nxLog.h"
+#include "core/logging/nxLogManager.h"
 #include "core/text/nxDigits.h"
 
 #include <algorithm>
@@ -26,13 +28,25 @@ char* PutNumber(char* out, unsigned int number)
     return Put(out, std::string_view(begin, static_cast<std::size_t>(end - begin)));
 }
 
-// Three digits of a number below 1000.
-void PutThousandth(char* out, unsigned int number)
+} // namespace
+
+nxLogLine nxLogLine::Of(nxLog const& log, std::string_view stamp)
 {
-    (void)nxDigits::WriteLowestBackward(out + 3, number, 3);
+    nxLogLine line;
+    line.level = log.GetLogLevel().GetShortDescription();
+    line.stamp = stamp;
+    line.hasThreadIndex = nxLogManager::GetInstance().GetLogThreadIndex();
+    line.threadIndex = log.GetThreadIndex();
+    line.message = GetMessage(log);
+    line.sourceFile = log.GetSourceFile() != nullptr ? log.GetSourceFile() : "";
+    line.lineNumber = log.GetLineNumber();
+    return line;
 }
 
-} // namespace
+char const* nxLogLine::GetMessage(nxLog const& log)
+{
+    return log.GetLogEntry() != nullptr ? log.GetLogEntry()->c_str() : "";
+}
 
 std::size_t nxLogLine::GetMostSize() const
 {
@@ -61,25 +75,9 @@ char* nxLogLine::Write(char* out) const
     return Put(out, end);
 }
 
-std::string_view nxLogStampText::Get(nxTimeStamp const& stamp)
+std::string nxLogLine::GetText() const
 {
-    constexpr std::size_t millisecondsPlace = 17;
-    constexpr std::size_t microsecondsPlace = 21;
-    constexpr unsigned int microsecondsPerMillisecond = 1000;
-
-    if (!_isSet || stamp.GetAsTimeValue() != _seconds)
-    {
-        _seconds = stamp.GetAsTimeValue();
-        _isSet = stamp.GetAsStringFast(_text, sizeof _text) != 0;
-        if (!_isSet)
-        {
-            return {};
-        }
-    }
-    else
-    {
-        PutThousandth(_text + millisecondsPlace, stamp.GetMilliseconds());
-        PutThousandth(_text + microsecondsPlace, stamp.GetMicroseconds() % microsecondsPerMillisecond);
-    }
-    return std::string_view(_text, sizeof _text - 1);
+    std::string text(GetMostSize(), '\0');
+    text.resize(static_cast<std::size_t>(Write(text.data()) - text.data()));
+    return text;
 }

@@ -1,16 +1,24 @@
 #pragma once
 
-#include "core/time/nxTimeStamp.h"
-
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 /// @file
 /// The form of a line in the log file. For the sources of this folder.
 
+class nxLog;
+
 /// The fields of a line: "[level][stamp][index] message [file:number]" and what ends it.
 struct nxLogLine
 {
+    /// The line of a statement, which must stay, as `stamp` must.
+    static nxLogLine Of(nxLog const& log, std::string_view stamp);
+
+    /// A statement's message as a C string: what stands behind a zero byte isn't printed. Empty for a statement that was
+    /// moved from.
+    static char const* GetMessage(nxLog const& log);
+
     std::string_view level;
     std::string_view stamp;
     bool hasThreadIndex = false;
@@ -25,18 +33,7 @@ struct nxLogLine
 
     /// @return the end of what was written.
     char* Write(char* out) const;
-};
 
-/// Prints time stamps in the form of the log file. Stamps of one second share its text, for which the calendar is
-/// asked once.
-class nxLogStampText
-{
-public:
-    /// @return as "15Nov26 09:30:05.123.000"; nothing for a stamp that has no calendar form. Valid until the next call.
-    std::string_view Get(nxTimeStamp const& stamp);
-
-private:
-    char _text[nxTimeStamp::fastStringSize] = {};
-    long long _seconds = 0;
-    bool _isSet = false;
+    /// @return the whole line.
+    std::string GetText() const;
 };

@@ -1,10 +1,12 @@
 #include "core/logging/nxLogManager.h"
 
 #include "core/concurrency/nxMutexGuard.h"
+#include "core/logging/nxConsoleLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLog.h"
 #include "core/logging/nxLogBuildLock.h"
+#include "core/logging/nxLogCycles.h"
 #include "core/logging/nxLogDeferredWriteThread.h"
-#include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSlots.h"
 #include "core/platform/nxEnvironmentLock.h"
 #include "core/platform/nxPThread.h"

@@ -1,6 +1,7 @@
 #include "core/logging/nxLogSlots.h"
 
 #include "core/concurrency/nxSpinLock.h"
+#include "core/logging/nxLogSlot.h"
 #include "core/logging/nxLogSpinGuard.h"
 
 #include <algorithm>

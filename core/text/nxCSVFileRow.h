@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/platform/nxExport.h"
-#include "core/text/nxCSVRowMemory.h"
+#include "core/text/nxCSVColumnAllocator.h"
 
 #include <cstddef>
 #include <string>

@@ -1,6 +1,6 @@
 #include "tests/faults/Faults.h"
 
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 #include "tests/Sanitizer.h"

@@ -1,6 +1,6 @@
 // A part of a host that is loaded and unloaded while the library's threads go on.
 
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 

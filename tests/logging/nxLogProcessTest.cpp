@@ -1,6 +1,7 @@
 // What whole processes leave behind: at their end, across forks, on disks that fail. Each host is a forked child.
 
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxConsoleLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"

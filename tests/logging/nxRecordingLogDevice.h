@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/logging/nxConsoleLogDevice.h"
 #include "core/logging/nxLog.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogManager.h"

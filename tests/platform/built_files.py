@@ -11,7 +11,7 @@ import sys
 
 # Whose static objects are made before main. nxRegistration fills the registry; the others have one object each that asks
 # for nothing of another file.
-MADE_BEFORE_MAIN = """nxApplicationData nxCmdLineArgs nxConditionRaw nxExchangeRateConverter nxLogDevice
+MADE_BEFORE_MAIN = """nxApplicationData nxCmdLineArgs nxConditionRaw nxConsoleLogDevice nxExchangeRateConverter
     nxLogManager nxPriceConverterHelper nxRegistration nxStringValue nxThreadIndex nxVariableTickTableContainer
     nxVersionNumber nxVolumeConverterHelper""".split()
 

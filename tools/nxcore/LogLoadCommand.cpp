@@ -5,6 +5,7 @@
 #include "OwnLog.h"
 #include "Result.h"
 
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogDevice.h"
 #include "core/logging/nxLogSite.h"
 

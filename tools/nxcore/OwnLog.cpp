@@ -2,7 +2,7 @@
 
 #include "Result.h"
 
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogManager.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "core/process/nxConfigurationKeyText.h"

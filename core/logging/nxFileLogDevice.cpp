@@ -1,8 +1,9 @@
-#include "core/logging/nxLogDevice.h"
+#include "core/logging/nxFileLogDevice.h"
 
 #include "core/concurrency/nxConditionalMutexGuard.h"
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxLogBuildLock.h"
+#include "core/logging/nxLogLine.h"
 #include "core/logging/nxLogSite.h"
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
@@ -12,7 +13,6 @@
 
 #include <cstdio>
 #include <new>
-#include <string_view>
 #include <utility>
 
 namespace
@@ -20,48 +20,6 @@ namespace
 
 constexpr char pathSeparator[] = "/";
 constexpr char defaultDirectory[] = "/var/log/korvane";
-constexpr char lineMessageOfNone[] = "";
-
-/// The message as a C string: what stands behind a zero byte isn't printed.
-char const* GetMessage(nxLog const& log)
-{
-    return log.GetLogEntry() != nullptr ? log.GetLogEntry()->c_str() : lineMessageOfNone;
-}
-
-char const* GetSourceFile(nxLog const& log)
-{
-    return log.GetSourceFile() != nullptr ? log.GetSourceFile() : lineMessageOfNone;
-}
-
-/// All fields but the end of the line; `stamp` must stay.
-nxLogLine GetLine(nxLog const& log, std::string_view stamp)
-{
-    nxLogLine line;
-    line.level = log.GetLogLevel().GetShortDescription();
-    line.stamp = stamp;
-    line.hasThreadIndex = nxLogManager::GetInstance().GetLogThreadIndex();
-    line.threadIndex = log.GetThreadIndex();
-    line.message = GetMessage(log);
-    line.sourceFile = GetSourceFile(log);
-    line.lineNumber = log.GetLineNumber();
-    return line;
-}
-
-/// A line of the console.
-std::string GetVerboseLine(nxLog const& log)
-{
-    std::string const stamp = log.GetTimeStamp().GetAsString();
-    nxLogLine line = GetLine(log, stamp);
-    line.end = "\n";
-    std::string text(line.GetMostSize(), '\0');
-    text.resize(static_cast<std::size_t>(line.Write(text.data()) - text.data()));
-    return text;
-}
-
-std::string GetTerseLine(nxLog const& log)
-{
-    return "[" + log.GetLogLevel().GetShortDescription() + "] " + GetMessage(log) + "\n";
-}
 
 bool MakeDirectory(std::string const& directory)
 {
@@ -71,39 +29,6 @@ bool MakeDirectory(std::string const& directory)
 }
 
 } // namespace
-
-nxConsoleLogDevice& nxConsoleLogDevice::GetInstance()
-{
-    static nxConsoleLogDevice* const instance = new nxConsoleLogDevice;
-    return *instance;
-}
-
-// Built at load: a child of fork() could not wait for another thread to finish it.
-[[maybe_unused]] static nxConsoleLogDevice const& builtAtLoad = nxConsoleLogDevice::GetInstance();
-
-nxErrorEnum nxConsoleLogDevice::Destroy()
-{
-    return nxErrorEnum();
-}
-
-void nxConsoleLogDevice::Write(nxLog const& log)
-{
-    try
-    {
-        std::string const text = GetVerboseOutput() ? GetVerboseLine(log) : GetTerseLine(log);
-        (void)std::fwrite(text.data(), 1, text.size(), stdout);
-    }
-    catch (std::bad_alloc const&)
-    {
-        (void)std::fprintf(stdout, "[%s] %s\n", log.GetLogLevel().GetShortDescription().c_str(),
-                           GetMessage(log));
-    }
-}
-
-void nxConsoleLogDevice::Flush()
-{
-    (void)std::fflush(stdout);
-}
 
 constinit std::atomic<nxFileLogDevice*> nxFileLogDevice::_instance = nullptr;
 
@@ -235,7 +160,7 @@ void nxFileLogDevice::Write(nxLog const& log)
 
 void nxFileLogDevice::_AppendLine(nxLog const& log)
 {
-    nxLogLine const line = GetLine(log, _stampText.Get(log.GetTimeStamp()));
+    nxLogLine const line = nxLogLine::Of(log, _stampText.Get(log.GetTimeStamp()));
     char* const begin = _file.Reserve(line.GetMostSize());
     if (begin == nullptr)
     {
