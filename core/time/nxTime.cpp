@@ -56,8 +56,6 @@ nxTime& nxTime::operator=(nxTime const& other)
     _status = other._status;
     if (_IsValid())
         _Set(other._hour, other._minute, other._second);
-    else
-        _Set(0, 0, 0);
     return *this;
 }
 

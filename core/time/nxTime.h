@@ -32,7 +32,8 @@ public:
     nxTime(nxNullInitalizer);
     nxTime(nxNoChangeInitalizer);
 
-    /// A copy of a time that isn't valid has the status and three zeros.
+    /// A time that isn't valid gives its status alone: a copy of it has three zeros, while one that it is assigned to
+    /// keeps its numbers, which GetAsHHMMSS() and the comparisons go on to see.
     nxTime(nxTime const& other);
     nxTime& operator=(nxTime const& other);
 

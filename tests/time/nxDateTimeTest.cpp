@@ -146,7 +146,9 @@ TEST(nxTime, FieldsHaveEndsAndANullHidesThem)
     nxTime const copy(time);
     nxTime assigned = FromHHMMSS(111111);
     assigned = time;
-    EXPECT_TRUE(copy.IsNull() && copy.GetAsHHMMSS() == 0 && assigned.GetAsHHMMSS() == 0) << "are not copied";
+    EXPECT_TRUE(copy.IsNull() && assigned.IsNull());
+    EXPECT_EQ(copy.GetAsHHMMSS(), 0u) << "numbers come with a valid status only";
+    EXPECT_EQ(assigned.GetAsHHMMSS(), 111111u);
     time.SetNull();
     EXPECT_EQ(time.GetAsHHMMSS(), 0u);
     time.SetFromHHMMSS(0);
