@@ -4,8 +4,10 @@
 #include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxException.h"
 
+#include <array>
 #include <climits>
 #include <cstddef>
+#include <utility>
 
 namespace
 {
@@ -38,6 +40,36 @@ void AppendFraction(std::string& text, unsigned int fraction, unsigned int digit
     nxStringHelper::PadLeft(fractionText, digits, '0');
     text += '.';
     text += fractionText;
+}
+
+constexpr std::size_t lengthToSecond = 17;      // 20240131 09:30:15
+constexpr std::size_t lengthToMicrosecond = 24; // 20240131 09:30:15.123456
+
+/// What a text of either length holds.
+struct TextFields
+{
+    std::array<int, 6> upToSecond = {}; // from the year on
+    unsigned int microseconds = 0;
+};
+
+/// @return the failure of the first field that is no number.
+nxErrorEnum ReadFields(std::string const& text, TextFields& fields)
+{
+    constexpr std::pair<std::size_t, std::size_t> placesAndLengths[] = {{0, 4}, {4, 2},  {6, 2},
+                                                                        {9, 2}, {12, 2}, {15, 2}};
+    constexpr std::size_t microsecondsPlace = 18; // and to the end
+
+    nxErrorEnum result;
+    int* field = fields.upToSecond.data();
+    for (auto const& [place, length] : placesAndLengths)
+    {
+        result = nxStringHelper::SetFromString(text.substr(place, length), *field++);
+        if (!result.IsOK())
+            return result;
+    }
+    if (text.size() == lengthToMicrosecond)
+        result = nxStringHelper::SetFromString(text.substr(microsecondsPlace), fields.microseconds);
+    return result;
 }
 
 } // namespace
@@ -296,10 +328,6 @@ void nxDateTime::SetFromGMT(int year, int month, int day, int hour, int minute, 
 
 nxErrorEnum nxDateTime::SetFromString(std::string const& text, nxDateTime& result)
 {
-    constexpr std::size_t lengthToSecond = 17;       // 20240131 09:30:15
-    constexpr std::size_t lengthToMicrosecond = 24;  // 20240131 09:30:15.123456
-    constexpr std::size_t microsecondsPosition = 18; // and to the end
-
     std::string trimmed = text;
     result.SetNull();
     nxStringHelper::RightTrim(trimmed);
@@ -307,33 +335,13 @@ nxErrorEnum nxDateTime::SetFromString(std::string const& text, nxDateTime& resul
     if (trimmed.size() != lengthToSecond && trimmed.size() != lengthToMicrosecond)
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
 
-    struct Field
-    {
-        std::size_t position;
-        std::size_t length;
-        int value;
-    };
-    Field fields[] = {{0, 4, 0}, {4, 2, 0}, {6, 2, 0}, {9, 2, 0}, {12, 2, 0}, {15, 2, 0}};
-    for (Field& field : fields)
-    {
-        std::string const fieldText = trimmed.substr(field.position, field.length);
-        if (nxErrorEnum const failure = nxStringHelper::SetFromString(fieldText, field.value);
-            !failure.IsOK())
-            return failure;
-    }
-    unsigned int microseconds = 0;
-    if (trimmed.size() == lengthToMicrosecond)
-    {
-        std::string const fieldText = trimmed.substr(microsecondsPosition);
-        if (nxErrorEnum const failure = nxStringHelper::SetFromString(fieldText, microseconds);
-            !failure.IsOK())
-            return failure;
-    }
-
+    TextFields fields;
+    if (nxErrorEnum const failure = ReadFields(trimmed, fields); !failure.IsOK())
+        return failure;
     try
     {
-        result = nxDateTime(fields[0].value, fields[1].value, fields[2].value, fields[3].value,
-                            fields[4].value, fields[5].value, microseconds);
+        auto const [year, month, day, hour, minute, second] = fields.upToSecond;
+        result = nxDateTime(year, month, day, hour, minute, second, fields.microseconds);
     }
     catch (nxException const& exception)
     {
