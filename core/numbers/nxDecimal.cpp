@@ -130,6 +130,16 @@ char* WriteShort(char* out, long long value, unsigned char places, char separato
     return end;
 }
 
+/// Whether the multiple of the step that lies `remainder` below a number is the nearest to it.
+/// @param ties  the answer for a number in the middle between two.
+bool IsNearest(nxDecimal const& remainder, nxDecimal const& step, bool ties)
+{
+    nxDecimal const half = step / nxDecimal(2, static_cast<unsigned char>(step.GetDecimalPlaces() + 1));
+    bool const isTie = ties && remainder == half;
+    bool const isLess = remainder < half;
+    return isLess | isTie;
+}
+
 } // namespace
 
 nxDecimal::nxDecimal(nxNullInitalizer) : _value(0), _decimalPlaces(0), _status(NX_NULL)
@@ -384,33 +394,18 @@ void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
         std::swap(down, up);
     }
 
-    long long quotient;
-    if (_decimalPlaces == 0 && step._decimalPlaces == 0)
-    {
-        quotient = nxArithmetic::Divide(magnitude._value, step._value);
-    }
-    else
-    {
-        quotient = (magnitude / step).GetIntegerPart();
-    }
+    bool const isWhole = _decimalPlaces == 0 && step._decimalPlaces == 0;
+    long long const quotient =
+        isWhole ? nxArithmetic::Divide(magnitude._value, step._value) : (magnitude / step).GetIntegerPart();
     nxDecimal rounded = nxDecimal(quotient, 0) * step;
     if (!down)
     {
         nxDecimal const remainder = magnitude - rounded;
-        bool stay;
-        if (up)
-        {
-            stay = remainder == nxDecimal();
-        }
-        else
-        {
-            nxDecimal const half = step / nxDecimal(2, static_cast<unsigned char>(step._decimalPlaces + 1));
-            bool const isTie = method == NX_ROUNDING_METHOD_MODIFIED_NEAREST && remainder == half;
-            bool const isLess = remainder < half;
-            stay = isLess | isTie;
-        }
+        bool const tiesStay = method == NX_ROUNDING_METHOD_MODIFIED_NEAREST;
+        bool const stays = up ? remainder == nxDecimal() : IsNearest(remainder, step, tiesStay);
         // Both have the step's places. Prices meet both cases by turns, so that a branch would often be guessed wrong.
-        rounded._value = nxArithmetic::Add(rounded._value, nxArithmetic::Multiply(step._value, stay ? 0 : 1));
+        rounded._value =
+            nxArithmetic::Add(rounded._value, nxArithmetic::Multiply(step._value, stays ? 0 : 1));
     }
     if (negative)
     {
