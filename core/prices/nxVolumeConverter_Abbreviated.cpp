@@ -74,41 +74,24 @@ bool nxVolumeConverter_Abbreviated::SetVolumeFromString(std::string const& text,
     {
         return true;
     }
-    int multiplier = 1;
-    unsigned char maximumPlaces = 0;
-    switch (char const last = text.back())
+    _Unit const unit = _GetUnitOfSuffix(text.back());
+    bool const hasSuffix = unit.size != 1;
+    if (!hasSuffix && (text.back() < '0' || text.back() > '9'))
     {
-    case 'M':
-    case 'm':
-        multiplier = million;
-        maximumPlaces = _GetMaxMillionsPlaces();
-        break;
-    case 'K':
-    case 'k':
-        multiplier = thousand;
-        maximumPlaces = _GetMaxThousandsPlaces();
-        break;
-    case separator: tooPrecise = true; return false;
-    default:
-        if (last < '0' || last > '9')
-        {
-            return false;
-        }
+        tooPrecise = text.back() == separator;
+        return false;
     }
     nxDecimal value;
-    if (!value.SetFromString(text.substr(0, text.size() - (multiplier == 1 ? 0 : 1)), separator).IsOK())
+    if (!value.SetFromString(text.substr(0, text.size() - (hasSuffix ? 1 : 0)), separator).IsOK())
     {
         return false;
     }
-    if (value.GetDecimalPlaces() > maximumPlaces)
+    if (value.GetDecimalPlaces() > unit.maximumPlaces)
     {
-        tooPrecise = maximumPlaces == 0;
+        tooPrecise = unit.maximumPlaces == 0;
         return false;
     }
-    if (multiplier != 1)
-    {
-        value *= nxDecimal(multiplier, 0);
-    }
+    value *= nxDecimal(unit.size, 0); // without a suffix, one of no places by one
     // As unsigned, so that a negative volume is refused like one beyond 32 bits.
     auto const whole = static_cast<unsigned long long>(value.GetIntegerPart());
     if (whole > std::numeric_limits<unsigned int>::max())
@@ -134,13 +117,21 @@ nxVolumeConverter_Abbreviated::_Unit nxVolumeConverter_Abbreviated::_GetUnitOfSi
 {
     if (volume >= million || volume <= -million)
     {
-        return {million, _GetMaxMillionsPlaces(), "M"};
+        return _GetUnitOfSuffix('M');
     }
-    if (volume >= thousand || volume <= -thousand)
+    return _GetUnitOfSuffix(volume >= thousand || volume <= -thousand ? 'k' : '\0');
+}
+
+nxVolumeConverter_Abbreviated::_Unit nxVolumeConverter_Abbreviated::_GetUnitOfSuffix(char suffix) const
+{
+    switch (suffix)
     {
-        return {thousand, _GetMaxThousandsPlaces(), "k"};
+    case 'M':
+    case 'm': return {million, _GetMaxMillionsPlaces(), "M"};
+    case 'K':
+    case 'k': return {thousand, _GetMaxThousandsPlaces(), "k"};
+    default: return {1, 0, ""};
     }
-    return {1, 0, ""};
 }
 
 void nxVolumeConverter_Abbreviated::_Format(long long volume, std::string& text) const

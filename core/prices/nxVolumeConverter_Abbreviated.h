@@ -38,5 +38,6 @@ private:
     };
 
     _Unit _GetUnitOfSize(long long volume) const;
+    _Unit _GetUnitOfSuffix(char suffix) const; // the plain one for any other character
     void _Format(long long volume, std::string& text) const;
 };
