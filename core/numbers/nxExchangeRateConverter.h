@@ -15,8 +15,8 @@
 ///
 /// Every operation takes the one mutex, so that any thread may call it, but for those whose name ends in NoLock: their
 /// caller holds Lock(), over as many calls as must see the same rates. The mutex is not recursive.
-/// A fork waits until no other thread holds it; between Lock() and Unlock() a thread may fork, and its child then holds
-/// the mutex too.
+/// Between Lock() and Unlock() a thread may fork, and its child then holds the mutex too; in the child of any other
+/// thread nobody holds it.
 ///
 /// @code
 /// nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();

@@ -56,9 +56,10 @@ void nxExchangeRateList::SetExchangeRate(nxExchangeRate const& rate)
 
 void nxExchangeRateList::RemoveExchangeRates(nxCurrencyEnum const& source)
 {
+    nxCurrencyEnum const removed(source); // which may lie in one of the rates that go
     for (auto at = _rates.begin(); at != _rates.end();)
     {
-        if (at->second->GetSourceCurrency() == source)
+        if (at->second->GetSourceCurrency() == removed)
         {
             delete at->second;
             at = _rates.erase(at);

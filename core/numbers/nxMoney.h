@@ -85,8 +85,8 @@ public:
     /// amount of that currency.
     /// @return NX_ERR_INVALID_PARAMETER for anything else, which leaves null money.
     nxErrorEnum SetFromString(std::string const& text, char separator = '.');
-    /// The amount's plain text and the currency's token, "???" for none: "100.50USD". A null amount leaves the
-    /// currency alone; "no change" reads "NO_CHANGE", by its currency.
+    /// The amount's plain text and the currency's token, "???" for none: "100.50USD". For a null amount it is
+    /// the currency only; "no change" reads "NO_CHANGE", by its currency.
     std::string GetAsString(char separator = '.') const;
     /// "NULL", "NO_CHANGE", or the plain text.
     std::string GetAsLogString() const;

@@ -63,14 +63,14 @@ nxErrorEnum nxRatio::SetFromString(std::string const& text)
     SetNull();
     unsigned int numbers[2] = {0, 0};
     unsigned int side = 0;
-    for (char const* at = text.c_str(); *at != '\0'; ++at)
+    for (char const c : text)
     {
-        if (*at == ':' && side == 0)
+        if (c == ':' && side == 0)
         {
             side = 1;
             continue;
         }
-        unsigned int const digit = nxDigits::ValueOf(*at);
+        unsigned int const digit = nxDigits::ValueOf(c);
         if (digit > 9)
         {
             return nxErrorEnum(NX_ERR_INVALID_PARAMETER);

@@ -31,7 +31,7 @@ public:
     unsigned int GetLHS() const; ///< As held, whatever the state.
     unsigned int GetRHS() const; ///< As held, whatever the state.
 
-    /// Reads "1:2": digits, a colon, digits, up to the first zero byte. Too large a number wraps.
+    /// Reads "1:2": digits, a colon, digits. Too large a number wraps.
     /// @return NX_ERR_INVALID_PARAMETER for anything else and for a zero on either side, which leaves a null with 0:0.
     nxErrorEnum SetFromString(std::string const& text);
     std::string GetAsString() const;    ///< Empty unless valid.

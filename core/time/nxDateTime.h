@@ -17,9 +17,9 @@
 /// A moment in seconds since the epoch and microseconds, or null, or no change, that shows itself as a calendar in the
 /// process's local zone.
 ///
-/// The time value, the count of seconds, is what counts: comparison and copying look at it alone, and assigning it
-/// costs three stores. The calendar fields are a cache that the first reader fills in. The two lowest time values are
-/// taken as marks, 0 for null and 1 for no change, so the first two seconds of 1970 can't be told. A negative time
+/// The time value, the count of seconds, is what counts: comparison looks at it and the microseconds alone, and
+/// assigning it costs three stores. The calendar fields are a cache that the first reader fills in. Two time values
+/// are taken as marks, 0 for null and 1 for no change, so the first two seconds of 1970 can't be told. A negative time
 /// value is none of null, no change and valid.
 ///
 /// Null and no change have calendar fields too, those of the epoch in local time, and every operation works on them:

@@ -3,7 +3,7 @@
 /// @file
 /// A row of an enumeration as the tables hold it.
 
-/// One row; the row after the last has no token.
+/// One row; no text in it is null.
 struct nxEnumRow
 {
     unsigned int number;

@@ -135,7 +135,8 @@ TEST(nxRatio, ValuesAndTexts)
 
     EXPECT_TRUE(ratio.SetFromString("01:4294967298").IsOK()); // wraps
     EXPECT_EQ(ratio.GetAsString(), "1:2");
-    for (char const* text : {"", ":", "1:", "1:2:3", "1/2", "-1:2", " 1:2", "0:5", "5:0", "4294967296:1"})
+    for (auto const& text : std::vector<std::string>{
+             "", ":", "1:", "1:2:3", "1/2", "-1:2", " 1:2", "0:5", "5:0", "4294967296:1", {"1:2\0", 4}})
     {
         ratio = nxRatio(7, 7);
         EXPECT_TRUE(ratio.SetFromString(text) == NX_ERR_INVALID_PARAMETER) << text;
@@ -192,7 +193,8 @@ TEST(nxExchangeRateList, SetKeepsTheObjectOfAPairAndAssignmentAddsAndReplaces)
     right.SetExchangeRate(Rate(NX_USD, NX_EUR, "0.99"));
     EXPECT_EQ(list.ConvertToTargetCurrency(Money("100.00USD"), NX_EUR).GetAsString(), "97.00EUR");
     EXPECT_EQ(Listed(copy), "USD:EUR=0.97 ");
-    list.RemoveExchangeRates(NX_USD);
+    list.GetExchangeRates(NX_USD, rates);
+    list.RemoveExchangeRates(rates[0]->GetSourceCurrency()); // which goes with the first of them
     EXPECT_EQ(Listed(list), "EUR:USD=1.10 ");
 
     nxCurrencyEnum const eur(NX_EUR);
@@ -250,7 +252,7 @@ TEST(nxExchangeRateConverter, ListAndDefaultTarget)
     EXPECT_EQ(wrong, 0);
 }
 
-// Whoever holds the rates may fork, and his child holds them, too; a fork waits for another who holds them.
+// Whoever holds the rates may fork, and his child holds them, too; the child of another finds them free.
 TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
 {
     nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
