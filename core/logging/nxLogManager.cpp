@@ -30,6 +30,9 @@ namespace
 /// Whether this thread is inside Destroy(), in case a device ends the process from there.
 constinit thread_local bool isDestroying = false;
 
+/// How many passes over the devices this thread is in.
+constinit thread_local unsigned int ownPasses = 0;
+
 std::string GetKey(char const* key)
 {
     return nxCmdLineArgs::GetInstance().GetEnvValue(key);
@@ -121,7 +124,9 @@ void nxLogManager::Write(nxLog& log)
         FlushDevices();
         return;
     }
-    if (_isWriterMissing.load(std::memory_order_relaxed))
+    // What a device logs waits for the next statement of another: it comes with the devices mutex, and a thread that
+    // forks has the thread mutex and waits for that one.
+    if (_isWriterMissing.load(std::memory_order_relaxed) && ownPasses == 0)
     {
         _RestartWriter();
     }
@@ -138,10 +143,12 @@ public:
     explicit _Pass(nxLogManager& manager) : _manager(manager), _guard(manager._devicesMutex)
     {
         ++_manager._passes;
+        ++ownPasses;
     }
 
     ~_Pass()
     {
+        --ownPasses;
         if (--_manager._passes == 0)
         {
             std::erase(_manager._devices, nullptr);

@@ -251,6 +251,38 @@ TEST_F(nxLogProcess, AForkedChildHasAWriterAndRepeatsNoConsoleLine)
     EXPECT_EQ(LinesOf(Read("out")), 17); // one of them tells of the key
 }
 
+TEST_F(nxLogProcess, ADeviceOfAForkedChildMayLogDuringAnotherFork)
+{
+    auto const forkTwice = []
+    {
+        static auto* const device = new nxRecordingLogDevice; // outlives all
+        nxLogManager::GetInstance().RegisterLogDevice(device);
+        pid_t const child = fork();
+        if (child != 0)
+            return WaitFor(child, 50.0).value_or(1);
+        auto const forkOnce = [] { fork() == 0 ? _exit(0) : void(); };
+        device->onFlush = [] { NX_LOG(NX_INF, "flushed"); };
+        forkOnce();
+        device->onFlush = nullptr;
+        device->onWrite = [=](std::string const& text)
+        {
+            if (text != "question")
+                return;
+            std::thread(forkOnce).detach();
+            usleep(200000); // the fork has come as far as it can
+            NX_LOG(NX_INF, "answer");
+        };
+        nxLog line(NX_INF, "file", 1);
+        line << "question";
+        nxLogManager::GetInstance().ImmediateWrite(line);
+        NX_LOG(NX_INF, "next"); // makes the writer
+        Drain();
+        std::vector<std::string> const all = {"question", "flushed", "answer", "next"};
+        _exit(device->messages == all ? 0 : 2);
+    };
+    EXPECT_EQ(Run(forkTwice), 0);
+}
+
 TEST_F(nxLogProcess, TheUsualLineAllocatesNothingAndABatchIsOneWrite)
 {
     auto const count = []
