@@ -6,6 +6,7 @@
 #include "core/numbers/nxRatio.h"
 #include "core/text/nxStringHelper.h"
 #include "tests/concurrency/RunTogether.h"
+#include "tests/concurrency/SharedMemory.h"
 #include "tests/logging/nxRecordingLogDevice.h"
 
 #include <gtest/gtest.h>
@@ -14,9 +15,6 @@
 #include <chrono>
 #include <thread>
 #include <tuple>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
@@ -268,21 +266,18 @@ TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
         });
     while (!isHeld)
         std::this_thread::yield();
-    for (bool const isHolder : {false, true})
+    auto const askInChild = [&converter](bool isHolder)
     {
-        if (isHolder)
-            converter.Lock();
-        pid_t const child = fork();
-        if (child == 0)
-            alarm(10); // a child that hangs ends by this
+        alarm(10); // a child that hangs ends by this
         if (isHolder)
             converter.Unlock();
         (void)converter.GetDefaultTargetCurrency();
-        if (child == 0)
-            _exit(0);
-        int status = 0;
-        ASSERT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0) << isHolder;
-    }
+        return 0;
+    };
+    EXPECT_EQ(RunInChild([&] { return askInChild(false); }), 0);
+    converter.Lock();
+    EXPECT_EQ(RunInChild([&] { return askInChild(true); }), 0);
+    converter.Unlock();
+    (void)converter.GetDefaultTargetCurrency();
     other.join();
 }

@@ -11,6 +11,7 @@
 
 #include <set>
 #include <string>
+#include <tuple>
 
 namespace
 {
@@ -37,24 +38,19 @@ struct HostMask : nxBitMask
 TEST(nxEnumRegistration, EntersARowUnlessItsNumberOrTokenIsTakenOrTooLong)
 {
     std::string const longest(64, 'x');
-    std::string const text(5000, 'y');
-    struct Row
-    {
-        unsigned int number;
-        std::string token, text;
-        bool isEntered;
-    };
-    for (Row const& row :
+    std::string const anyLength(5000, 'y');
+    using Row = std::tuple<unsigned int, std::string, std::string, bool>;
+    for (auto const& [number, token, text, isEntered] :
          {Row{900011, "FIRST_WORD", "First", true}, Row{900011, "OTHER_WORD", "Other", false},
           Row{900012, "FIRST_WORD", "Second", false}, Row{900013, "BUY", "No side", false},
-          Row{900021, longest + 'x', "too long", false}, Row{900021, longest, text, true},
+          Row{900021, longest + 'x', "too long", false}, Row{900021, longest, anyLength, true},
           Row{900022, "", "", true}, Row{900023, "", "empty again", false}})
     {
-        bool const wasTaken = nxEnum::IsRegisteredEnumValue(row.number);
-        EXPECT_EQ(nxAnyEnum::_Register(row.number, row.token, row.text), row.isEntered) << row.token;
-        EXPECT_EQ(nxEnum::IsRegisteredEnumValue(row.number), wasTaken || row.isEntered) << row.number;
-        EXPECT_EQ(ValueOf(row.token) == row.number, row.isEntered) << row.token;
-        EXPECT_EQ(nxAnyEnum(row.number).GetLongDescription() == row.text, row.isEntered) << row.token;
+        bool const wasTaken = nxEnum::IsRegisteredEnumValue(number);
+        EXPECT_EQ(nxAnyEnum::_Register(number, token, text), isEntered) << token;
+        EXPECT_EQ(nxEnum::IsRegisteredEnumValue(number), wasTaken || isEntered) << number;
+        EXPECT_EQ(ValueOf(token) == number, isEntered) << token;
+        EXPECT_EQ(nxAnyEnum(number).GetLongDescription() == text, isEntered) << token;
     }
     EXPECT_FALSE(nxAnyEnum::_Register(0, "ZERO_WORD", "Zero"));
     // A listing goes up to the bound itself, unlike an assignment.

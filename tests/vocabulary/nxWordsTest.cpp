@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <concepts>
 #include <set>
 #include <sstream>
@@ -209,8 +208,8 @@ TEST(nxProductStateBitMask, WordsHaveSynonymsAndKnowNoCase)
         EXPECT_EQ(Read(words,
                        [isLower](std::string word)
                        {
-                           for (char& letter : word)
-                               letter = static_cast<char>(isLower ? std::tolower(letter) : letter);
+                           if (isLower)
+                               nxStringHelper::ToLower(word);
                            nxProductStateBitMask state(3u);
                            bool const isKnown =
                                nxProductStateBitMask::GetStateBitMaskValueForTokenString(word, state);
