@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <thread>
 #include <tuple>
 
@@ -277,6 +278,12 @@ TEST(nxExchangeRateConverter, IsHeldAcrossAForkByItsHolderAlone)
     EXPECT_EQ(RunInChild([&] { return askInChild(false); }), 0);
     converter.Lock();
     EXPECT_EQ(RunInChild([&] { return askInChild(true); }), 0);
+    auto const askWhileHeld = [&converter]
+    {
+        ualarm(100000, 0); // ends the wait for what the child itself holds
+        return converter.GetDefaultTargetCurrency().GetValue();
+    };
+    EXPECT_EQ(RunInChild(askWhileHeld), 128 + SIGALRM);
     converter.Unlock();
     (void)converter.GetDefaultTargetCurrency();
     other.join();
