@@ -1,10 +1,9 @@
 #pragma once
 
+#include "tests/concurrency/SharedMemory.h"
+
 #include <atomic>
 #include <thread>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 /// Has processes fork while another of their threads does something for the first time, then do it in the child too.
 /// The process of the test must not have done it before.
@@ -13,41 +12,31 @@
 template <typename Use>
 int CountForksThatMeetTheFirstUse(int trials, Use const& use)
 {
-    auto const endsWell = [](pid_t process)
+    auto const useInChild = [&]
     {
-        int status = 0;
-        return waitpid(process, &status, 0) == process && status == 0;
+        use();
+        return 0;
+    };
+    auto const forkDuringUse = [&]
+    {
+        std::atomic<bool> begins = false;
+        std::atomic<bool> ends = false;
+        auto const work = [&]
+        {
+            begins = true;
+            use();
+            ends = true;
+        };
+        std::thread(work).detach(); // the thread sanitizer would miss the child's join
+        while (!begins)
+            ;
+        int const result = RunInChild(useInChild);
+        while (!ends)
+            std::this_thread::yield();
+        return result;
     };
     int failures = 0;
     for (int trial = 0; trial < trials; ++trial)
-    {
-        pid_t const process = fork();
-        if (process == 0)
-        {
-            std::atomic<bool> begins = false;
-            std::atomic<bool> ends = false;
-            std::thread(
-                [&]
-                {
-                    begins = true;
-                    use();
-                    ends = true;
-                })
-                .detach(); // the thread sanitizer would miss the child's join
-            while (!begins)
-                ;
-            pid_t const child = fork();
-            if (child == 0)
-            {
-                alarm(10); // a child that hangs ends by this
-                use();
-                _exit(0);
-            }
-            while (!ends)
-                std::this_thread::yield();
-            _exit(endsWell(child) ? 0 : 1);
-        }
-        failures += endsWell(process) ? 0 : 1;
-    }
+        failures += RunInChild(forkDuringUse) != 0;
     return failures;
 }

@@ -15,13 +15,16 @@ Object& MakeShared(Arguments... arguments)
     return *new (region) Object(arguments...);
 }
 
-/// Runs the body in a forked child, which ends with its result and no clean-up.
+/// Runs the body in a forked child, which ends with its result and no clean-up. One that hangs ends by a signal.
 template <typename Body>
 pid_t StartChild(Body body)
 {
     pid_t const child = fork();
     if (child == 0)
+    {
+        (void)alarm(30);
         _exit(static_cast<int>(body()));
+    }
     return child;
 }
 

@@ -7,17 +7,12 @@
 #include "core/concurrency/nxThreadSpecificMemoryBuffer.h"
 #include "tests/logging/nxRecordingLogDevice.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <string>
-#include <vector>
 
 namespace
 {
 using nxConcurrencyLog = nxRecordingTest;
-using Strings = std::vector<std::string>;
 } // namespace
 
 TEST_F(nxConcurrencyLog, SharingSaysNothingUnlessRobustOrRefused)
@@ -30,13 +25,10 @@ TEST_F(nxConcurrencyLog, SharingSaysNothingUnlessRobustOrRefused)
     EXPECT_TRUE(spinLock.InitialiseAsShared().IsOK());
     EXPECT_TRUE(condition.InitialiseAsShared().IsOK());
     EXPECT_TRUE(semaphore.InitialiseAsShared(1).IsOK());
-    EXPECT_EQ(Messages(), Strings());
-
     EXPECT_TRUE(mutex.InitialiseAsShared(true).IsOK());
     EXPECT_EQ(semaphore.InitialiseAsShared(0xFFFFFFFF), NX_ERR_THR_UNSUPPORTED);
-    EXPECT_EQ(Messages(), (Strings{"Set Robust attribute. result: 0",
-                                   "Semaphore could not be created in shared memory. Result : -1"}));
-    EXPECT_EQ(Levels(), (std::vector<unsigned int>{NX_INF, NX_ERR}));
+    EXPECT_EQ(Take(), (Lines{"INF Set Robust attribute. result: 0",
+                             "ERR Semaphore could not be created in shared memory. Result : -1"}));
 }
 
 TEST_F(nxConcurrencyLog, ABufferGrowsByItsInitialSizeOrToAnySizeAndKeepsWhatItHolds)
@@ -49,12 +41,11 @@ TEST_F(nxConcurrencyLog, ABufferGrowsByItsInitialSizeOrToAnySizeAndKeepsWhatItHo
           {0, {{byStep, 0}}},
           {16, {{0, 0}, {0, 0}, {byStep, 16}, {0, 0}, {huge, huge}, {byStep, 8}}}})
     {
-        Clear();
         nxThreadSpecificMemoryBuffer buffer(initialSize);
-        Strings lines = {"Allocated thread-specific memory buffer. Thread index: " +
-                         std::to_string(nxThreadIndex::GetIndexOfCurrentThread()) +
-                         ", Size: " + std::to_string(initialSize) + ", Address: " +
-                         std::to_string(reinterpret_cast<std::uintptr_t>(buffer.GetBuffer()))};
+        Lines lines = {"INF Allocated thread-specific memory buffer. Thread index: " +
+                       std::to_string(nxThreadIndex::GetIndexOfCurrentThread()) +
+                       ", Size: " + std::to_string(initialSize) +
+                       ", Address: " + std::to_string(reinterpret_cast<std::uintptr_t>(buffer.GetBuffer()))};
         unsigned int grown = 0;
         for (auto const& [asked, size] : steps)
         {
@@ -62,14 +53,13 @@ TEST_F(nxConcurrencyLog, ABufferGrowsByItsInitialSizeOrToAnySizeAndKeepsWhatItHo
             unsigned int const kept = oldSize != huge && size != huge ? std::min(oldSize, size) : 0;
             std::fill_n(static_cast<char*>(buffer.GetBuffer()), kept, 'x');
             asked == byStep ? buffer.GrowBuffer() : buffer.GrowBufferToSize(asked);
-            lines.push_back("Growing thread-specific memory buffer. Size: " + std::to_string(oldSize) +
+            lines.push_back("INF Growing thread-specific memory buffer. Size: " + std::to_string(oldSize) +
                             " -> " + std::to_string(size));
             EXPECT_EQ(buffer.GetSize(), size);
             EXPECT_EQ(buffer.GetGrowCount(), ++grown);
             EXPECT_TRUE(size == huge || (buffer.GetBuffer() == nullptr) == (size == 0));
             EXPECT_EQ(std::string(static_cast<char*>(buffer.GetBuffer()), kept), std::string(kept, 'x'));
         }
-        EXPECT_EQ(Messages(), lines);
-        EXPECT_EQ(Levels(), std::vector<unsigned int>(lines.size(), NX_INF));
+        EXPECT_EQ(Take(), lines);
     }
 }

@@ -8,13 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <csignal>
 #include <ctime>
 #include <functional>
+#include <latch>
 #include <memory>
 #include <stdexcept>
-#include <thread>
 #include <utility>
 
 #include <unistd.h>
@@ -53,13 +51,6 @@ public:
             delete left;
     }
 };
-
-template <typename Condition>
-void WaitUntil(Condition condition)
-{
-    while (!condition())
-        std::this_thread::yield();
-}
 } // namespace
 
 TEST(nxManuallyDispatchedFunctorQueue, RunsNothingForANullFunctorAndPassesExceptionsOn)
@@ -130,8 +121,9 @@ TEST(nxFunctorThread, SleepsUntilItIsStoppedAndHasNothingToDoWithoutAQueue)
 TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
 {
     constexpr int workers = 3;
-    std::atomic<int> inside = 0;
-    std::atomic<bool> released = false;
+    std::latch allInside(workers + 1);
+    std::latch released(1);
+    std::latch isStopped(1);
     nxFunctorThreadPool const neverConnected(workers);
     Queue queue;
     EXPECT_TRUE(queue.Stop().IsOK()); // it has no workers yet
@@ -143,22 +135,21 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     queue.Create(new nxFunctorThreadPool(workers));
     auto const work = [&]
     {
-        ++inside;
-        WaitUntil([&] { return released.load(); });
+        allInside.arrive_and_wait();
+        released.wait();
     };
-    for (int functor = 0; functor < workers + 1; ++functor)
+    for (int functor = 0; functor < workers; ++functor)
         Push(queue, work);
-    WaitUntil([&] { return inside == workers; });
-    EXPECT_EQ(queue.Size(), 1u);
-    released = true;
+    allInside.arrive_and_wait();
     auto const stopFromWithin = [&]
     {
         EXPECT_TRUE(queue.Stop().IsOK());
-        released = false;
+        isStopped.count_down();
     };
     Push(queue, stopFromWithin);
-    WaitUntil([&] { return !released; });
-    EXPECT_EQ(inside, workers + 1);
+    EXPECT_EQ(queue.Size(), 1u);
+    released.count_down();
+    isStopped.wait();
     EXPECT_TRUE(queue.Stop().IsOK());
     Push(queue, [] { FAIL(); });
     EXPECT_TRUE(queue.Stop().IsOK()); // once more is harmless
@@ -167,44 +158,16 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
 
 TEST(nxFunctorQueue, DeletesItsProcessor)
 {
-    struct Pool : nxFunctorThreadPool
+    struct Thread : nxFunctorThread
     {
-        explicit Pool(bool& gone) : nxFunctorThreadPool(1), isGone(gone)
-        {
-        }
-        ~Pool() override
-        {
-            isGone = true;
-        }
-        bool& isGone;
+        std::shared_ptr<bool> const alive = std::make_shared<bool>(true);
     };
-    bool isGone = false;
+    auto* const thread = new Thread;
+    std::weak_ptr<bool> const alive = thread->alive;
     {
         nxFunctorQueue queue;
-        queue.Create(new Pool(isGone));
-        EXPECT_TRUE(queue.Stop().IsOK() && !isGone);
+        queue.Create(thread);
+        EXPECT_TRUE(queue.Stop().IsOK() && !alive.expired());
     }
-    EXPECT_TRUE(isGone);
-}
-
-TEST(nxFunctorThread, LeavesTheProcessesSignalsToTheHost)
-{
-    static std::atomic<int> handled;
-    handled = 0;
-    (void)std::signal(SIGUSR2, [](int) { ++handled; });
-    Queue queue;
-    queue.Create(new nxFunctorThreadPool(2)); // while the host still takes its signals
-
-    sigset_t heldOff;
-    sigemptyset(&heldOff);
-    sigaddset(&heldOff, SIGUSR2);
-    pthread_sigmask(SIG_BLOCK, &heldOff, nullptr);
-    kill(getpid(), SIGUSR2);
-    std::atomic<bool> ran = false;
-    Push(queue, [&] { ran = true; });
-    WaitUntil([&] { return ran.load(); });
-    EXPECT_EQ(handled, 0);
-    pthread_sigmask(SIG_UNBLOCK, &heldOff, nullptr);
-    EXPECT_EQ(handled, 1);
-    EXPECT_TRUE(queue.Stop().IsOK());
+    EXPECT_TRUE(alive.expired());
 }

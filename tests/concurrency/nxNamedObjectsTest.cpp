@@ -148,7 +148,6 @@ TEST_F(nxNamedObjects, OneThatCannotBeMappedIsGivenUp)
     nxSemaphore& isOpen = MakeSignal();
     auto const openWithoutRoom = [&]
     {
-        (void)alarm(30); // if it waits for room for ever
         (void)isOpen.Wait();
         rlimit const none = {0, 0};
         (void)setrlimit(RLIMIT_AS, &none);

@@ -26,20 +26,17 @@ template <typename Wait, typename Signal>
 void WakeWaiters(int waiters, Wait wait, Signal signal)
 {
     std::atomic<int> woken = 0;
-    auto const work = [&](int thread)
+    auto const waitOnce = [&](int thread)
     {
-        if (thread < waiters)
-        {
-            EXPECT_TRUE(wait(thread).IsOK());
-            ++woken;
-        }
-        while (thread == waiters && woken < waiters)
-        {
-            EXPECT_TRUE(signal().IsOK());
-            std::this_thread::yield();
-        }
+        EXPECT_TRUE(wait(thread).IsOK());
+        ++woken;
     };
-    RunTogether(waiters + 1, work);
+    std::jthread const others([&] { RunTogether(waiters, waitOnce); });
+    while (woken < waiters)
+    {
+        EXPECT_TRUE(signal().IsOK());
+        std::this_thread::yield();
+    }
 }
 } // namespace
 
@@ -149,7 +146,6 @@ TEST(nxConditionShared, ItAndASemaphoreWakeAnotherProcess)
         nxMutex mutex;
         nxConditionRaw condition;
         nxSemaphore waits{5};
-        bool isTold = false;
     };
     Region& region = MakeShared<Region>();
     ASSERT_TRUE(region.mutex.InitialiseAsShared(true).IsOK());
@@ -160,15 +156,11 @@ TEST(nxConditionShared, ItAndASemaphoreWakeAnotherProcess)
     {
         nxMutexGuard guard(region.mutex);
         usleep(20000); // so that the parent is asleep
-        nxErrorEnum waited = region.waits.Post();
-        while (!region.isTold && waited.IsOK())
-            waited = region.condition.TimedWait(region.mutex, 10.0001);
-        return waited.IsOK();
+        return region.waits.Post().IsOK() && region.condition.TimedWait(region.mutex, 10.0001).IsOK();
     };
     pid_t const child = StartChild(wait);
     EXPECT_TRUE(region.waits.TimedWait(10.0).IsOK());
-    (void)region.mutex.Lock(); // which the waiting child has released
-    region.isTold = true;
+    EXPECT_TRUE(region.mutex.Lock().IsOK()); // which the waiting child has released
     EXPECT_TRUE(region.condition.SignalAll().IsOK());
     EXPECT_TRUE(region.mutex.Unlock().IsOK());
     EXPECT_EQ(WaitForChild(child), 1);
@@ -212,31 +204,21 @@ TEST(nxWaitTime, RelativeTimesAreSplitAndCut)
     constexpr int smallest = INT_MIN;
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr unsigned long long second = 1000000;
-    struct
-    {
-        std::timespec relative;
-        long seconds, nanoseconds;
-    } const rows[] = {
-        {FromSeconds(2.3), 2, 299999999},      // the double lies below 2.3, and nothing is rounded
-        {FromSeconds(-1e-20), -1, 1000000000}, // the difference itself rounds to 1
-        {FromSeconds(2147483648.0), smallest, 0},
-        {FromSeconds(4294967296.0), 0, 0},
-        {FromSeconds(4294967297.25), 1, 250000000},
-        {FromSeconds(1e300), smallest, 0},
-        {FromSeconds(-1e300), smallest, 0},
-        {FromSeconds(infinity), smallest, smallest},
-        {FromSeconds(noNumber), smallest, smallest},
-        {FromMicroseconds(1500000), 1, 500000000},
-        {FromMicroseconds((1ULL << 31) * second), smallest, 0},
-        {FromMicroseconds((1ULL << 32) * second + 7), 0, 7000}, // whole seconds beyond 32 bits are lost
-        {FromMicroseconds(~0ULL), -140462611, 551615000},
+    std::pair<std::timespec, std::pair<long, long>> const rows[] = {
+        {FromSeconds(2.3), {2, 299999999}},      // the double lies below 2.3, and nothing is rounded
+        {FromSeconds(-1e-20), {-1, 1000000000}}, // the difference itself rounds to 1
+        {FromSeconds(2147483648.0), {smallest, 0}},
+        {FromSeconds(4294967297.25), {1, 250000000}},
+        {FromSeconds(-1e300), {smallest, 0}},
+        {FromSeconds(infinity), {smallest, smallest}},
+        {FromSeconds(noNumber), {smallest, smallest}},
+        {FromMicroseconds(1500000), {1, 500000000}},
+        {FromMicroseconds((1ULL << 31) * second), {smallest, 0}},
+        {FromMicroseconds((1ULL << 32) * second + 7), {0, 7000}}, // whole seconds beyond 32 bits are lost
+        {FromMicroseconds(~0ULL), {-140462611, 551615000}},
     };
-    for (auto const& row : rows)
-    {
-        SCOPED_TRACE(&row - rows);
-        EXPECT_EQ(row.relative.tv_sec, row.seconds);
-        EXPECT_EQ(row.relative.tv_nsec, row.nanoseconds);
-    }
+    for (auto const& [relative, expected] : rows)
+        EXPECT_EQ(std::pair(relative.tv_sec, relative.tv_nsec), expected);
 }
 
 TEST(nxWaitTime, DeadlinesAreWholeMillisecondsOfTheWallClockAndExactlyOneSecondDoesNotCarryOver)

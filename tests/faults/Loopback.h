@@ -10,12 +10,17 @@
 
 // Sockets of this host, which listen at a port of the system's choice.
 
-inline std::uint16_t PortOf(nxSocket const& socket)
+inline sockaddr_in AddressOf(nxSocket const& socket)
 {
     sockaddr_in address{};
     socklen_t length = sizeof address;
     (void)getsockname(static_cast<int>(socket.GetSocket()), reinterpret_cast<sockaddr*>(&address), &length);
-    return ntohs(address.sin_port);
+    return address;
+}
+
+inline std::uint16_t PortOf(nxSocket const& socket)
+{
+    return ntohs(AddressOf(socket).sin_port);
 }
 
 inline bool Listen(nxSocket& listener)

@@ -31,11 +31,6 @@ std::size_t LayerOf(std::string const& name)
     return static_cast<std::size_t>(std::ranges::find(layers, FolderOf(name)) - layers.begin());
 }
 
-bool IsHeader(std::string const& name)
-{
-    return name.ends_with(".h");
-}
-
 /// Texts by their names from the root.
 using Sources = std::map<std::string, std::string>;
 
@@ -44,10 +39,9 @@ Sources ReadSources()
     Sources sources;
     for (auto const& entry : fs::recursive_directory_iterator(NX_SOURCE_PATH "/core"))
     {
-        fs::path const name = fs::relative(entry.path(), NX_SOURCE_PATH);
         std::ifstream file(entry.path());
-        if (name.extension() == ".h" || name.extension() == ".cpp")
-            sources[name] = {std::istreambuf_iterator<char>(file), {}};
+        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp")
+            sources[fs::relative(entry.path(), NX_SOURCE_PATH)] = {std::istreambuf_iterator<char>(file), {}};
     }
     return sources;
 }
@@ -64,13 +58,14 @@ TEST(nxLayers, AreIncludedDownwardOnly)
 {
     for (auto const& [name, text] : ReadSources())
     {
-        EXPECT_TRUE(!IsHeader(name) || text.starts_with("#pragma once")) << name;
+        bool const isHeader = name.ends_with(".h");
+        EXPECT_TRUE(!isHeader || text.starts_with("#pragma once")) << name;
         if (name == "core/core.h")
             continue;
         ASSERT_LT(LayerOf(name), layers.size()) << name << " lies in no layer";
         for (std::string const& include : IncludesOf(text, "\""))
         {
-            bool const isLog = include == "core/logging/nxLogSite.h" && !IsHeader(name);
+            bool const isLog = include == "core/logging/nxLogSite.h" && !isHeader;
             EXPECT_TRUE(isLog || LayerOf(include) <= LayerOf(name)) << name << " includes " << include;
         }
     }
@@ -104,7 +99,7 @@ TEST(nxLayers, TheUmbrellaHasEveryPublicHeader)
     }
     for (auto const& [name, text] : sources)
     {
-        bool const isPublic = IsHeader(name) && text.find("NX_CORE_API") != std::string::npos;
+        bool const isPublic = name.ends_with(".h") && text.find("NX_CORE_API") != std::string::npos;
         EXPECT_TRUE(!isPublic || reached.contains(name) || FolderOf(name) == "platform")
             << name << " is not in core/core.h";
     }

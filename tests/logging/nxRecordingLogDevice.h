@@ -8,11 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
-/// Keeps what it is given.
+/// Keeps what it is given: by the writer, or by one thread after the other.
 class nxRecordingLogDevice : public nxLogDevice
 {
 public:
@@ -23,25 +23,18 @@ public:
 
     void Write(nxLog const& log) override
     {
-        std::string const message = log.GetLogEntry() != nullptr ? *log.GetLogEntry() : "(none)";
-        std::unique_lock guard(mutex);
-        messages.push_back(message);
+        messages.push_back(log.GetLogEntry() != nullptr ? *log.GetLogEntry() : "(none)");
         levels.push_back(log.GetLogLevel().GetValue());
-        guard.unlock();
-        if (onWrite)
-            onWrite(message);
+        onWrite(messages.back());
     }
 
     void Flush() override
     {
-        if (onFlush)
-            onFlush();
+        onFlush();
     }
 
-    std::function<void(std::string const&)> onWrite;
-    std::function<void()> onFlush;
-
-    std::mutex mutex; // of these:
+    std::function<void(std::string)> onWrite = [](std::string const&) {};
+    std::function<void()> onFlush = [] {};
     std::vector<std::string> messages;
     std::vector<unsigned int> levels;
 };
@@ -50,6 +43,8 @@ public:
 class nxRecordingTest : public testing::Test
 {
 protected:
+    using Lines = std::vector<std::string>;
+
     nxRecordingTest()
     {
         nxLogManager::GetInstance().UnregisterLogDevice(&nxConsoleLogDevice::GetInstance());
@@ -69,26 +64,27 @@ protected:
             nxLogManager::GetInstance().WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper(10.0));
     }
 
-    std::vector<std::string> Messages()
+    Lines const& Messages()
     {
         Drain();
-        std::lock_guard const guard(_device.mutex);
         return _device.messages;
     }
 
-    std::vector<unsigned int> Levels()
+    std::vector<unsigned int> const& Levels()
     {
         Drain();
-        std::lock_guard const guard(_device.mutex);
         return _device.levels;
     }
 
-    void Clear()
+    /// @return what was logged since the last call, each message behind its level: "INF message".
+    Lines Take()
     {
         Drain();
-        std::lock_guard const guard(_device.mutex);
-        _device.messages.clear();
+        Lines lines = std::exchange(_device.messages, {});
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            lines[i].insert(0, nxLogLevelEnum(nxEnumValue(_device.levels[i])).GetShortDescription() + " ");
         _device.levels.clear();
+        return lines;
     }
 
     nxRecordingLogDevice _device;

@@ -5,6 +5,7 @@
 #include "tests/logging/nxRecordingLogDevice.h"
 
 #include <cstdlib>
+#include <tuple>
 
 namespace
 {
@@ -12,8 +13,6 @@ namespace
 // Before anybody logs: lines arrive at once, and not on the console.
 bool const isLogSet =
     ::setenv("KVT_LOG_FORCE_FLUSH", "TRUE", 1) == 0 && ::setenv("KVT_LOG_TO_CONSOLE", "NO", 1) == 0;
-
-using Lines = std::vector<std::string>;
 
 } // namespace
 
@@ -32,18 +31,6 @@ protected:
             (void)nxApplicationData::GetProcessID();
         };
     }
-
-    // What was logged since the last call, each behind the level.
-    Lines Take()
-    {
-        Lines lines = Messages();
-        std::vector<unsigned int> const levels = Levels();
-        for (std::size_t i = 0; i < lines.size(); ++i)
-            lines[i].insert(0,
-                            nxLogLevelEnum(static_cast<nxEnumValue>(levels[i])).GetShortDescription() + " ");
-        Clear();
-        return lines;
-    }
 };
 
 TEST_F(nxProcessLog, ToldOfChangedVariables)
@@ -61,12 +48,7 @@ TEST_F(nxProcessLog, ToldOfChangedVariables)
 
 TEST_F(nxProcessLog, ToldOfThePriceFilter)
 {
-    struct
-    {
-        char const* value;
-        unsigned int bits;
-        Lines lines;
-    } const rows[] = {
+    std::tuple<char const*, unsigned int, Lines> const rows[] = {
         {"", 0, {}},
         {"IMPLIEDS, BOGUS,,IMPLIEDS",
          0x2,
@@ -78,15 +60,21 @@ TEST_F(nxProcessLog, ToldOfThePriceFilter)
           "INF Setting price filter bitmask bit: NEW_PRODUCTS"}},
         {"implieds", 0, {"ERR Detected invalid price filter bitmask: implieds"}},
     };
-    for (auto const& row : rows)
+    for (auto const& [value, bits, lines] : rows)
     {
-        ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("NX_TEST_FILTER", row.value));
+        ASSERT_TRUE(nxCmdLineArgs::GetInstance().SetEnvValue("NX_TEST_FILTER", value));
         (void)Take();
         nxExchangePriceFilterBitMask mask(0x100);
         mask.ReadFromEnvValue("NX_TEST_FILTER");
-        EXPECT_EQ(mask.GetValue(), row.bits | 0x100) << row.value;
-        EXPECT_EQ(Take(), row.lines) << row.value;
+        EXPECT_EQ(mask.GetValue(), bits | 0x100) << value;
+        EXPECT_EQ(Take(), lines) << value;
     }
+}
+
+TEST_F(nxProcessLog, ToldOfAMissingAddress)
+{
+    bool const isMissing = nxApplicationData::GetIPAddress().empty();
+    EXPECT_EQ(Take(), isMissing ? Lines{"INF ERROR - Failed to get IP address for host"} : Lines());
 }
 
 TEST_F(nxProcessLog, DumpsWhatWasRead)
@@ -102,10 +90,4 @@ TEST_F(nxProcessLog, DumpsWhatWasRead)
                              "WRN Environment Variables:", "WRN X=", "WRN Y=2"}));
     arguments.Dump(nxLogLevelEnum(NX_DBG));
     EXPECT_EQ(Take(), Lines());
-}
-
-TEST_F(nxProcessLog, ToldOfAMissingAddress)
-{
-    bool const isMissing = nxApplicationData::GetIPAddress().empty();
-    EXPECT_EQ(Take(), isMissing ? Lines{"INF ERROR - Failed to get IP address for host"} : Lines());
 }
