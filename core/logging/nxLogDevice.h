@@ -11,7 +11,8 @@ class nxLog;
 /// A destination of log lines, registered with nxLogManager::RegisterLogDevice().
 ///
 /// The log calls a device on its writer thread, or in force-flush mode on the thread that logs, and never two calls at
-/// once. Nothing may throw. A device may log; in deferred mode those lines come with the next cycle.
+/// once. Nothing may throw. A device may log; in deferred mode those lines come with the next cycle, which in a forked
+/// child begins with the first statement of anybody else.
 class NX_CORE_API nxLogDevice
 {
 public:
