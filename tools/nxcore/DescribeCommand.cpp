@@ -3,12 +3,12 @@
 #include "Arguments.h"
 #include "Commands.h"
 #include "Facts.h"
+#include "NearMiss.h"
 #include "Result.h"
 #include "Words.h"
 
 #include "core/vocabulary/nxVocabularyCatalogue.h"
 
-#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <optional>
@@ -27,16 +27,18 @@ std::optional<unsigned int> NumberOf(std::string const& text)
     return read.ec == std::errc() ? number : ~0u;
 }
 
-std::vector<Word> WordsThat(std::function<bool(Word const&)> const& match)
+std::vector<Word const*> WordsThat(std::function<bool(Word const&)> const& match)
 {
-    std::vector<Word> found;
-    std::ranges::copy_if(AllWords(), std::back_inserter(found), match);
+    std::vector<Word const*> found;
+    for (Word const& word : AllWords())
+        if (match(word))
+            found.push_back(&word);
     return found;
 }
 
 /// The words meant by a text: those that are it, else those that are it in another case, else those with it inside;
 /// people who read a screen know the texts only, so these come last.
-std::vector<Word> WordsMeantBy(std::string_view text)
+std::vector<Word const*> WordsMeantBy(std::string_view text)
 {
     if (text.empty())
         return {};
@@ -45,10 +47,13 @@ std::vector<Word> WordsMeantBy(std::string_view text)
         found = WordsThat(
             [&](Word const& word)
             { return EqualInEitherCase(word.token, text) || EqualInEitherCase(word.enumerator, text); });
+    std::string const folded = Folded(text);
     if (found.empty())
-        found = WordsThat([&](Word const& word) { return ContainsInEitherCase(word.token, text); });
+        found =
+            WordsThat([&](Word const& word) { return word.foldedToken.find(folded) != std::string::npos; });
     if (found.empty())
-        found = WordsThat([&](Word const& word) { return ContainsInEitherCase(word.text, text); });
+        found =
+            WordsThat([&](Word const& word) { return word.foldedText.find(folded) != std::string::npos; });
     return found;
 }
 
@@ -73,8 +78,8 @@ void AddWord(Records& records, Word const& word)
 void DescribeNumber(std::string const& text, unsigned int number, Records& records, Result& result)
 {
     auto const found = WordsThat([&](Word const& word) { return !word.isBit && word.number == number; });
-    for (Word const& word : found)
-        AddWord(records, word);
+    for (Word const* const word : found)
+        AddWord(records, *word);
     if (!found.empty())
         return;
     auto const* const owner = nxVocabularyCatalogue::FindOwner(number);
@@ -87,8 +92,8 @@ void DescribeNumber(std::string const& text, unsigned int number, Records& recor
 void DescribeWord(std::string const& text, Records& records, Result& result)
 {
     auto const found = WordsMeantBy(text);
-    for (Word const& word : found)
-        AddWord(records, word);
+    for (Word const* const word : found)
+        AddWord(records, *word);
     if (!found.empty())
         return;
     if (!FindClassName(text).empty())

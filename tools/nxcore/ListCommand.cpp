@@ -2,6 +2,7 @@
 
 #include "Arguments.h"
 #include "Commands.h"
+#include "NearMiss.h"
 #include "Result.h"
 #include "Words.h"
 
@@ -78,10 +79,12 @@ void Search(std::string const& text, std::string_view className, Result& result)
     Table& rows = result.AddTable(
         "rows",
         {{"class", "Class"}, {"number", "Number", Align::Right}, {"token", "Token"}, {"text", "Text"}});
+    std::string const folded = Folded(text);
     for (Word const& word : AllWords())
     {
         bool const ofClass = className.empty() || word.className == className;
-        if (ofClass && (ContainsInEitherCase(word.token, text) || ContainsInEitherCase(word.text, text)))
+        if (ofClass && (word.foldedToken.find(folded) != std::string::npos ||
+                        word.foldedText.find(folded) != std::string::npos))
             rows.Add({word.className, PlaceOf(word), word.token, word.text});
     }
     if (rows.GetRowCount() == 0)

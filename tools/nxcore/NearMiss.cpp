@@ -7,28 +7,39 @@ namespace nxTool
 {
 namespace
 {
-/// The number of insertions, deletions and replacements that make one word of the other.
-std::size_t Distance(std::string_view from, std::string_view to)
+/// The number of insertions, deletions and replacements that make one word of the other, where that is below the limit;
+/// else the limit.
+/// @param folded  letters without their case
+/// @param row  memory for the work
+std::size_t Distance(std::string_view folded, std::string_view to, std::size_t limit,
+                     std::vector<std::size_t>& row)
 {
-    std::vector<std::size_t> row(to.size() + 1);
+    row.resize(to.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i)
+    for (char const character : folded)
     {
         std::size_t diagonal = row[0]++;
+        std::size_t least = row[0];
         for (std::size_t j = 0; j < to.size(); ++j)
         {
-            std::size_t const replaced = diagonal + (Folded(from[i]) == Folded(to[j]) ? 0 : 1);
+            std::size_t const replaced = diagonal + (character == Folded(to[j]) ? 0 : 1);
             diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j + 1] + 1, row[j] + 1});
+            row[j + 1] = std::min(replaced, std::min(diagonal, row[j]) + 1);
+            least = std::min(least, row[j + 1]);
         }
+        if (least >= limit)
+            return limit;
     }
     return row.back();
 }
 } // namespace
 
-char Folded(char character)
+std::string Folded(std::string_view text)
 {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+    std::string folded(text);
+    for (char& character : folded)
+        character = Folded(character);
+    return folded;
 }
 
 std::string NearestOf(std::string_view word, std::span<std::string_view const> candidates)
@@ -36,13 +47,15 @@ std::string NearestOf(std::string_view word, std::span<std::string_view const> c
     std::size_t const farthest = std::max<std::size_t>(1, word.size() / 3);
     std::size_t nearest = farthest + 1;
     std::string_view best;
+    std::string const folded = Folded(word);
+    std::vector<std::size_t> row;
     for (std::string_view const candidate : candidates)
     {
         std::size_t const lengths =
             candidate.size() > word.size() ? candidate.size() - word.size() : word.size() - candidate.size();
         if (lengths >= nearest)
             continue;
-        std::size_t const distance = Distance(word, candidate);
+        std::size_t const distance = Distance(folded, candidate, nearest, row);
         if (distance < nearest)
         {
             nearest = distance;

@@ -8,7 +8,14 @@
 namespace nxTool
 {
 /// A letter without its case; the words of the platform are ASCII.
-char Folded(char character);
+constexpr char Folded(char character)
+{
+    constexpr int fromUpperToLower = 'a' - 'A';
+    bool const isUpper = character >= 'A' && character <= 'Z';
+    return static_cast<char>(character + isUpper * fromUpperToLower);
+}
+
+std::string Folded(std::string_view text);
 
 /// The candidate that takes the fewest changes of single characters (case aside) to become the word, where that is at
 /// most a third of the word's length; empty when none is so near.

@@ -13,11 +13,6 @@ namespace nxTool
 {
 namespace
 {
-bool SameLetter(char left, char right)
-{
-    return Folded(left) == Folded(right);
-}
-
 /// The rows that are common to all classes stand in no class's table.
 void AppendCommonWords(std::vector<Word>& words)
 {
@@ -49,6 +44,11 @@ std::vector<Word> CollectWords()
     for (auto const& mask : nxVocabularyCatalogue::GetBitMasks())
         for (nxBitMaskRow const& row : mask.rows)
             words.push_back({mask.className, true, row.bits, {}, row.token, row.text});
+    for (Word& word : words)
+    {
+        word.foldedToken = Folded(word.token);
+        word.foldedText = Folded(word.text);
+    }
     return words;
 }
 } // namespace
@@ -85,13 +85,8 @@ Problem UnknownName(std::string_view name, std::string_view reason,
 
 bool EqualInEitherCase(std::string_view left, std::string_view right)
 {
-    return std::ranges::equal(left, right, SameLetter);
-}
-
-bool ContainsInEitherCase(std::string_view text, std::string_view fragment)
-{
-    auto const found = std::search(text.begin(), text.end(), fragment.begin(), fragment.end(), SameLetter);
-    return found != text.end() || fragment.empty();
+    auto const fold = [](char character) { return Folded(character); };
+    return std::ranges::equal(left, right, {}, fold, fold);
 }
 
 std::string Hexadecimal(unsigned long long number)

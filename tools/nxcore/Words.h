@@ -20,6 +20,8 @@ struct Word
     std::string_view enumerator;
     std::string_view token;
     std::string_view text;
+    std::string foldedToken{}; ///< letters without their case, to be searched
+    std::string foldedText{};
 };
 
 /// The rows common to all enumerations, those of each enumeration, and those of each mask.
@@ -35,9 +37,8 @@ std::string_view FindClassName(std::string_view name);
 Problem UnknownName(std::string_view name, std::string_view reason,
                     std::vector<std::string_view> const& known);
 
-/// Comparisons that take letters in either case.
+/// Whether the texts are the same but for the case of their letters.
 bool EqualInEitherCase(std::string_view left, std::string_view right);
-bool ContainsInEitherCase(std::string_view text, std::string_view fragment);
 
 /// "0x10".
 std::string Hexadecimal(unsigned long long number);
