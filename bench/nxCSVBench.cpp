@@ -120,9 +120,7 @@ std::size_t ReadWithFccp(std::string const& path)
     io::CSVReader<columnCount, io::trim_chars<' ', '\t'>> reader(path);
     std::array<std::string, columnCount> c;
     while (reader.read_row(c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7], c[8], c[9]))
-    {
         rows.emplace_back(c.begin(), c.end());
-    }
     return rows.size();
 }
 #endif

@@ -63,9 +63,7 @@ Questions const& GetQuestions()
     {
         std::vector<nxEnumRow> rows;
         for (auto const& enumeration : nxVocabularyCatalogue::GetEnumerations())
-        {
             rows.insert(rows.end(), enumeration.rows.begin(), enumeration.rows.end());
-        }
         std::mt19937 random(1); // the same order in each run
         std::uniform_int_distribution<std::size_t> any(0, rows.size() - 1);
         Questions made;
@@ -87,12 +85,8 @@ Map const& GetMapByNumber()
     {
         Map made;
         for (auto const& enumeration : nxVocabularyCatalogue::GetEnumerations())
-        {
             for (nxEnumRow const& row : enumeration.rows)
-            {
                 made.emplace(row.number, Words(row.token, row.text));
-            }
-        }
         return made;
     }();
     return map;
@@ -105,12 +99,8 @@ Map const& GetMapByToken()
     {
         Map made;
         for (auto const& enumeration : nxVocabularyCatalogue::GetEnumerations())
-        {
             for (nxEnumRow const& row : enumeration.rows)
-            {
                 made.emplace(row.token, row.number);
-            }
-        }
         return made;
     }();
     return map;
@@ -151,9 +141,7 @@ void NumberOfToken(benchmark::State& state)
     AnyEnum value;
     std::size_t next = 0;
     for ([[maybe_unused]] auto const& round : state)
-    {
         benchmark::DoNotOptimize(value.SetFromString(tokens[next++ % numberOfQuestions]));
-    }
 }
 BENCHMARK(NumberOfToken);
 
@@ -197,12 +185,8 @@ void ListErrorsByLookUp(benchmark::State& state)
     {
         values.clear();
         for (unsigned int number = lowerBound; number <= upperBound; ++number)
-        {
             if (map.contains(number))
-            {
                 values.push_back(nxEnumValue(number));
-            }
-        }
         benchmark::DoNotOptimize(values.data());
     }
 }

@@ -54,9 +54,7 @@ private:
 void WaitFor(std::atomic<std::int64_t> const& done, std::int64_t count)
 {
     while (done.load(std::memory_order_relaxed) < count)
-    {
         std::this_thread::yield();
-    }
 }
 
 void QueueOfFunctors(benchmark::State& state)
@@ -69,9 +67,7 @@ void QueueOfFunctors(benchmark::State& state)
     for (auto _ : state)
     {
         for (int functor = 0; functor < functorsPerRun; ++functor)
-        {
             (void)queue.Push(new Count(done));
-        }
         pushed += functorsPerRun;
         WaitFor(done, pushed);
     }
@@ -90,9 +86,7 @@ void AsioThreadPool(benchmark::State& state)
     for (auto _ : state)
     {
         for (int functor = 0; functor < functorsPerRun; ++functor)
-        {
             boost::asio::post(pool, [work = std::make_unique<Count>(done)]() mutable { (*work)(); });
-        }
         pushed += functorsPerRun;
         WaitFor(done, pushed);
     }
@@ -110,9 +104,7 @@ void AsioThreadPoolHandlers(benchmark::State& state)
     for (auto _ : state)
     {
         for (int functor = 0; functor < functorsPerRun; ++functor)
-        {
             boost::asio::post(pool, [&done] { done.fetch_add(1, std::memory_order_relaxed); });
-        }
         pushed += functorsPerRun;
         WaitFor(done, pushed);
     }
@@ -132,9 +124,7 @@ void TbbArena(benchmark::State& state)
     for (auto _ : state)
     {
         for (int functor = 0; functor < functorsPerRun; ++functor)
-        {
             arena.enqueue([work = std::make_shared<Count>(done)] { (*work)(); });
-        }
         pushed += functorsPerRun;
         WaitFor(done, pushed);
     }
@@ -167,21 +157,15 @@ void ConcurrentQueue(benchmark::State& state)
     for (auto _ : state)
     {
         for (int functor = 0; functor < functorsPerRun; ++functor)
-        {
             queue.enqueue(new Count(done));
-        }
         pushed += functorsPerRun;
         WaitFor(done, pushed);
     }
     state.SetItemsProcessed(pushed);
     for (std::size_t worker = 0; worker < workers.size(); ++worker)
-    {
         queue.enqueue(nullptr);
-    }
     for (std::thread& worker : workers)
-    {
         worker.join();
-    }
 }
 BENCHMARK(ConcurrentQueue)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 #endif

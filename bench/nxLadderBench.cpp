@@ -35,9 +35,7 @@ std::size_t Search(long long price)
 {
     std::size_t index = 0;
     while (Ranges()[index].top < price)
-    {
         ++index;
-    }
     return index;
 }
 
@@ -48,9 +46,7 @@ public:
     {
         std::lock_guard const guard(_mutex);
         if (!Holds(_index, price))
-        {
             _index = Search(price);
-        }
         return Ranges()[_index].increment;
     }
 

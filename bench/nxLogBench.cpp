@@ -104,9 +104,7 @@ void Repeat(unsigned int lines, std::vector<float>* nanoseconds, Statement state
     if (nanoseconds == nullptr)
     {
         for (unsigned int i = 0; i < lines; ++i)
-        {
             statement(i);
-        }
         return;
     }
     Clock::time_point last = Clock::now();
@@ -124,9 +122,7 @@ double GetClockRead()
     constexpr int reads = 1000000;
     auto const start = Clock::now();
     for (int i = 0; i < reads; ++i)
-    {
         benchmark::DoNotOptimize(Clock::now());
-    }
     return Nanoseconds(Clock::now() - start).count() / reads;
 }
 
@@ -143,13 +139,9 @@ double RunProducers(Contestant const& contestant, unsigned int lines,
     auto const start = Clock::now();
     std::vector<std::thread> threads;
     for (std::vector<float>* const time : times)
-    {
         threads.emplace_back([&contestant, lines, time] { contestant.log(lines, time); });
-    }
     for (std::thread& thread : threads)
-    {
         thread.join();
-    }
     contestant.finish();
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -165,21 +157,15 @@ void Statements(benchmark::State& state, Contestant const& contestant, unsigned 
         places.push_back(&time);
     }
     for ([[maybe_unused]] auto const& round : state)
-    {
         (void)RunProducers(contestant, lines, places);
-    }
 
     std::vector<float> all;
     for (std::vector<float> const& time : times)
-    {
         all.insert(all.end(), time.begin(), time.end());
-    }
     std::sort(all.begin(), all.end());
     double sum = 0;
     for (float const time : all)
-    {
         sum += static_cast<double>(time);
-    }
     static double const clockRead = GetClockRead();
     state.counters["mean"] = sum / static_cast<double>(all.size()) - clockRead;
     state.counters["p50"] = Percentile(all, 0.5);
@@ -209,9 +195,7 @@ Contestant GetLibrary(std::string const& directory)
     static std::atomic<unsigned long long> logged = 0;
     nxFileLogDevice& file = nxFileLogDevice::GetInstance();
     if (!file.Create(nxValueWrapper<unsigned long long, -1, -2>()))
-    {
         std::exit(1);
-    }
     nxLogManager::GetInstance().RegisterLogDevice(&file);
     nxLogManager::GetInstance().RegisterLogDevice(counter);
 
@@ -307,9 +291,7 @@ void BoostLevelOff(benchmark::State& state)
     BoostLogger logger;
     unsigned int i = 0;
     for ([[maybe_unused]] auto const& round : state)
-    {
         BOOST_LOG_SEV(logger, boost::log::trivial::debug) << "Order accepted, quantity " << i++;
-    }
 }
 BENCHMARK(BoostLevelOff)->Name("LevelOff/boost");
 #endif
@@ -353,9 +335,7 @@ BENCHMARK(SpdlogLevelOff)->Name("LevelOff/spdlog");
 void ClockRead(benchmark::State& state)
 {
     for ([[maybe_unused]] auto const& round : state)
-    {
         benchmark::DoNotOptimize(Clock::now());
-    }
 }
 BENCHMARK(ClockRead);
 
@@ -411,9 +391,7 @@ int main(int argc, char** argv)
     (void)RunProducers(contestants.front(), writtenLines, {nullptr, nullptr});
     (void)RunProducers(contestants.front(), writtenLines, {nullptr, nullptr});
     for (Contestant const& contestant : contestants)
-    {
         (void)RunProducers(contestant, writtenLines / contestant.share, {nullptr, nullptr});
-    }
     Register("Statement", Statements, contestants);
     Register("Lines", Lines, contestants);
     benchmark::Initialize(&argc, argv);

@@ -256,9 +256,7 @@ void ToCharsFixedAndStrip(benchmark::State& state)
                                                std::chars_format::fixed, 9)
                                      .ptr;
                      while (end[-1] == '0')
-                     {
                          --end;
-                     }
                      out.append(buffer, end[-1] == '.' ? end - 1 : end);
                  });
 }

@@ -38,9 +38,7 @@ char message[messageSize];
 void Check(bool isGood)
 {
     if (!isGood)
-    {
         std::abort();
-    }
 }
 
 int PortOf(int descriptor)
@@ -70,9 +68,7 @@ double NanosecondsOf(Contestant const& contestant, int operations)
 {
     auto const begin = std::chrono::steady_clock::now();
     for (int operation = 0; operation < operations; ++operation)
-    {
         contestant.run();
-    }
     std::chrono::duration<double, std::nano> const taken = std::chrono::steady_clock::now() - begin;
     return taken.count() / operations;
 }
@@ -102,9 +98,7 @@ void TakeTurns(benchmark::State& state, std::vector<Contestant> const& contestan
     {
         state.counters[contestants[index].name + "_ns"] = Median(times[index]);
         if (index > 0)
-        {
             state.counters[contestants[index].name + "_%"] = Median(above[index]);
-        }
     }
 }
 
@@ -214,9 +208,7 @@ void ConnectTcp(Ends& ends)
 void ConnectUdp(Ends& ends)
 {
     for (nxSocket* socket : {&ends.asking, &ends.answering})
-    {
         Check(socket->Create(NX_SOCKET_TYPE_UDP).IsOK() && socket->Bind(here, 0).IsOK());
-    }
     int const askingPort = PortOf(static_cast<int>(ends.asking.GetSocket()));
     int const answeringPort = PortOf(static_cast<int>(ends.answering.GetSocket()));
     Check(ends.asking.Connect(here, answeringPort).IsOK() && ends.answering.Connect(here, askingPort).IsOK());
@@ -237,9 +229,7 @@ public:
                 char buffer[messageSize];
                 int received = 0;
                 while (_ends.answering.Receive(buffer, messageSize, received).IsOK() && received != lastSize)
-                {
                     Check(_ends.answering.Send(buffer, received).IsOK());
-                }
             });
     }
 
@@ -275,10 +265,8 @@ public:
                 char buffer[messageSize];
                 for (ssize_t received = 0;
                      (received = recv(answering, buffer, messageSize, 0)) > 0 && received != lastSize;)
-                {
                     Check(send(answering, buffer, static_cast<std::size_t>(received), MSG_NOSIGNAL) ==
                           received);
-                }
             });
     }
 
@@ -329,9 +317,7 @@ public:
             {
                 char buffer[messageSize];
                 for (std::size_t received = 0; (received = _Receive(_answering, buffer)) != lastSize;)
-                {
                     _answering.send(boost::asio::buffer(buffer, received));
-                }
             });
     }
 

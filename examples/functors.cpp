@@ -47,13 +47,9 @@ int main()
     nxFunctorQueue queue;
     queue.Create(new nxFunctorThreadPool(4));
     for (int order = 1; order <= orders; ++order)
-    {
         (void)queue.Push(new CountOrder(tally, order)); // the queue deletes it
-    }
     for (int order = 0; order < orders; ++order)
-    {
         (void)tally.counted.Wait();
-    }
     (void)queue.Stop(); // before the queue is destroyed
     std::printf("%d orders of %d lots in all\n", orders, tally.volume);
     return tally.volume == 5050 ? 0 : 1;

@@ -38,9 +38,7 @@ nxErrorEnum SetUpLog(std::string const& name)
     nxApplicationData::SetApplicationInstanceName(name);
     nxFileLogDevice& file = nxFileLogDevice::GetInstance();
     if (!file.Create(nxValueWrapper<unsigned long long, -1, -2>(100000000))) // a new file every 100 MB
-    {
         return nxErrorEnum(NX_ERR_FAILED_TO_OPEN_FILE);
-    }
     nxLogManager::GetInstance().RegisterLogDevice(&file);
     return nxErrorEnum();
 }
@@ -53,9 +51,7 @@ nxErrorEnum SetTick(nxCSVFileRow const& row, nxPriceConverter& converter)
     {
         auto const* const table = nxVariableTickTableContainer::GetVariableTickTable("VTT_" + ladder);
         if (table == nullptr)
-        {
             return nxErrorEnum(NX_ERR_NOT_FOUND);
-        }
         (void)converter.SetPriceManipulator(nxPriceManipulator(table)); // its answer is always false
         (void)converter.SetMinimumTickIncrement(table->GetMinimumTickIncrement());
         return nxErrorEnum();
@@ -70,15 +66,11 @@ nxErrorEnum ReadProduct(nxCSVFileRow const& row, Product& product)
     product.symbol = row.GetColValue(Symbol);
     nxPriceFormatEnum format;
     if (!format.SetFromString(row.GetColValue(PriceFormat)))
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     product.converter.reset(nxPriceConverterHelper::CreatePriceConverter(format));
     nxErrorEnum result = SetTick(row, *product.converter);
     if (result.IsOK() && !product.converter->SetPriceFromString(row.GetColValue(Last)))
-    {
         result = NX_ERR_ORDER_INVALID_PRICE;
-    }
     return result;
 }
 
@@ -91,13 +83,9 @@ nxErrorEnum ReadProducts(std::string const& path, std::vector<Product>& products
         Product product;
         nxErrorEnum const fault = ReadProduct(*reader.GetRow(index), product);
         if (fault.IsOK())
-        {
             products.push_back(std::move(product));
-        }
         else
-        {
             NX_LOG(NX_WRN, "Product left out: " << product.symbol << ", result: " << fault);
-        }
     }
     return result;
 }
@@ -120,9 +108,7 @@ int main(int, char** argv, char** envp)
     nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
     arguments.Initialise(argv, envp);
     if (!SetUpLog(arguments.GetArgValue("name")).IsOK())
-    {
         return 1;
-    }
 
     std::vector<Product> products;
     nxErrorEnum const result = ReadProducts(arguments.GetArgValue("products"), products);
@@ -130,8 +116,6 @@ int main(int, char** argv, char** envp)
     (void)nxLogManager::GetInstance().Destroy(); // the log's lines, then the board
 
     for (Product const& product : products)
-    {
         ShowOnBoard(product);
-    }
     return result.IsOK() && !products.empty() ? 0 : 1;
 }

@@ -21,9 +21,7 @@ int main(int, char** argv, char** envp)
 
     nxFileLogDevice& device = nxFileLogDevice::GetInstance();
     if (!device.Create(nxValueWrapper<unsigned long long, -1, -2>(100000000))) // a new file every 100 MB
-    {
         return 1;
-    }
     nxLogManager& log = nxLogManager::GetInstance();
     log.RegisterLogDevice(&device);
 

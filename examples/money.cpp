@@ -16,17 +16,11 @@ nxErrorEnum AddRate(std::string const& line, nxExchangeRateList& rates)
     nxDecimal rate;
     nxErrorEnum result = nxStringHelper::SetFromString(parser.GetSubString(':'), source);
     if (result.IsOK())
-    {
         result = nxStringHelper::SetFromString(parser.GetSubString('='), target);
-    }
     if (result.IsOK())
-    {
         result = nxStringHelper::SetFromString(parser.GetSubString('='), rate, '.');
-    }
     if (result.IsOK())
-    {
         rates.SetExchangeRate(nxExchangeRate(source, target, rate));
-    }
     return result;
 }
 } // namespace
@@ -40,16 +34,12 @@ int main()
 
     nxMoney fee;
     if (!fee.SetFromString("2.50USD").IsOK())
-    {
         return 1;
-    }
     fee = fee * nxDecimal(3, 0);
 
     nxExchangeRateList rates;
     if (!AddRate("USD:EUR=0.92", rates).IsOK())
-    {
         return 1;
-    }
     nxExchangeRateConverter& converter = nxExchangeRateConverter::GetInstance();
     converter.SetExchangeRateList(rates);
     nxMoney const inEuros = converter.ConvertToTargetCurrency(fee, NX_EUR);

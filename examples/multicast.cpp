@@ -14,13 +14,9 @@ nxErrorEnum Listen(nxSocket& listener, int port)
 {
     nxErrorEnum result = listener.Create(NX_SOCKET_TYPE_UDP);
     if (result.IsOK())
-    {
         result = listener.Bind(port); // to every local address, the group's among them
-    }
     if (result.IsOK())
-    {
         result = listener.MulticastJoin(group); // from here on a receive doesn't wait
-    }
     return result;
 }
 
@@ -48,9 +44,7 @@ std::string Receive(nxSocket& listener)
     int received = 0;
     if (!listener.Select(oneSecond, readyCount).IsOK() || readyCount == 0 ||
         !listener.ReceiveFrom(buffer, sizeof buffer, received).IsOK())
-    {
         return "";
-    }
     return std::string(buffer, static_cast<std::size_t>(received));
 }
 } // namespace

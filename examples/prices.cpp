@@ -18,9 +18,7 @@ void ShowNote()
     std::unique_ptr<nxPriceConverter> const converter(nxPriceConverterHelper::CreatePriceConverter(
         nxPriceFormatEnum(NX_PRICE_FORMAT_FRACTION_HALF_32NDS_TICK)));
     if (!converter->SetPriceFromString("112-165"))
-    {
         return;
-    }
     std::printf("%s is %.6f", converter->GetPriceAsString().c_str(),
                 static_cast<double>(converter->GetPrice()));
     (void)converter->ChangePrice(Ticks(1));

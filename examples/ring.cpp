@@ -28,9 +28,7 @@ public:
     {
         nxMutexGuard guard(_mutex);
         if (_lines.size() == _capacity)
-        {
             _lines.pop_front();
-        }
         _lines.push_back(log.GetLogLevel().GetAsString() + ": " + *log.GetLogEntry());
     }
 
@@ -59,14 +57,10 @@ int main()
     log.RegisterLogDevice(&ring);
 
     for (int order = 1; order <= 5; ++order)
-    {
         NX_LOG(NX_INF, "Order " << order << " sent");
-    }
     NX_LOG(NX_WRN, "Nobody has answered");
 
     (void)log.Destroy(); // writes what is queued, and lets go of the ring
     for (std::string const& line : ring.GetLines())
-    {
         std::printf("%s\n", line.c_str());
-    }
 }

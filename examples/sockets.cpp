@@ -20,9 +20,7 @@ std::unique_ptr<nxSocket> ListenSomewhere(int& port)
     {
         auto listener = std::make_unique<nxSocket>();
         if (listener->Create().IsOK() && listener->Bind(here, port).IsOK() && listener->Listen().IsOK())
-        {
             return listener;
-        }
     }
     return nullptr;
 }
@@ -32,20 +30,14 @@ void Echo(nxSocket& listener)
     constexpr unsigned int oneSecond = 1000000;
     unsigned int readyCount = 0;
     if (!listener.Select(oneSecond, readyCount).IsOK() || readyCount == 0)
-    {
         return; // nobody came
-    }
     nxSocket socket;
     if (!listener.Accept(socket).IsOK() || !socket.IsValid())
-    {
         return;
-    }
     char buffer[64];
     int received = 0;
     while (socket.Receive(buffer, sizeof buffer, received).IsOK()) // until the client closes
-    {
         (void)socket.Send(buffer, received);
-    }
 }
 
 nxErrorEnum Greet(int port, std::string& answer)
@@ -53,23 +45,15 @@ nxErrorEnum Greet(int port, std::string& answer)
     nxSocket socket;
     nxErrorEnum result = socket.Create(NX_SOCKET_TYPE_TCP);
     if (result.IsOK())
-    {
         result = socket.Connect(here, port);
-    }
     if (result.IsOK())
-    {
         result = socket.Send("35=0");
-    }
     char buffer[64];
     int received = 0;
     if (result.IsOK())
-    {
         result = socket.Receive(buffer, sizeof buffer, received);
-    }
     if (result.IsOK())
-    {
         answer.assign(buffer, static_cast<std::size_t>(received));
-    }
     return result;
 }
 } // namespace

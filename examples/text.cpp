@@ -23,13 +23,9 @@ nxErrorEnum ReadOrder(std::string const& line, Order& order)
     nxStringParser parser(line);
     nxErrorEnum result = nxStringHelper::SetFromString(parser.GetSubString(','), order.side);
     if (result.IsOK())
-    {
         result = nxStringHelper::SetFromString(parser.GetSubString(','), order.quantity);
-    }
     if (result.IsOK())
-    {
         order.account = parser.GetSubString(',', '"');
-    }
     return result;
 }
 } // namespace
@@ -55,9 +51,7 @@ int main()
 
     nxCSVFileReader reader;
     if (!reader.ReadFile("examples/products.csv").IsOK())
-    {
         return 1;
-    }
     std::printf("%u rows, the last one of %s\n", reader.GetRowCount() - 1, // without the heading
                 reader.GetRow(reader.GetRowCount() - 1)->GetColValue(2).c_str());
 }

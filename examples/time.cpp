@@ -23,9 +23,7 @@ int main()
 
     nxTime close;
     if (close.SetFromString("17:15:00").IsOK())
-    {
         std::printf("%s\n", close.GetAsString().c_str());
-    }
     nxDate const day(20261124);
     std::printf("%s, %s\n", day.GetAsString().c_str(), day.GetAsString("%d %b %Y").c_str());
 }

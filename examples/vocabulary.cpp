@@ -13,9 +13,7 @@ namespace
 nxErrorEnum ReadStatus(std::string const& token, nxOrderStatusEnum& status)
 {
     if (!status.SetFromString(token))
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     return nxErrorEnum();
 }
 } // namespace

@@ -22,48 +22,34 @@ nxCondition::~nxCondition()
 nxErrorEnum nxCondition::Signal()
 {
     if (pthread_mutex_lock(&_mutex) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     if (pthread_cond_signal(&_condition) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     return _Unlock();
 }
 
 nxErrorEnum nxCondition::SignalAll()
 {
     if (pthread_mutex_lock(&_mutex) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     if (pthread_cond_broadcast(&_condition) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     return _Unlock();
 }
 
 nxErrorEnum nxCondition::Wait()
 {
     if (pthread_mutex_lock(&_mutex) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     if (pthread_cond_wait(&_condition, &_mutex) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     return _Unlock();
 }
 
 nxErrorEnum nxCondition::TimedWait(double seconds)
 {
     if (pthread_mutex_lock(&_mutex) != 0)
-    {
         return nxErrorEnum(NX_ERR_UNSPECIFIED);
-    }
     std::timespec const deadline = nxWaitTime::Deadline(nxWaitTime::FromSeconds(seconds));
     nxErrorEnum result;
     switch (pthread_cond_timedwait(&_condition, &_mutex, &deadline))

@@ -80,9 +80,7 @@ nxConditionRaw::nxConditionRaw()
 nxConditionRaw::~nxConditionRaw()
 {
     if (Copies::Any() && Copies::GetInstance().Remove(this))
-    {
         return;
-    }
     (void)pthread_cond_destroy(&_condition);
 }
 
@@ -128,17 +126,11 @@ int nxConditionRaw::_CreateShared()
 {
     pthread_condattr_t attributes;
     if (int const result = pthread_condattr_init(&attributes); result != 0)
-    {
         return result;
-    }
     if (int const result = pthread_condattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED); result != 0)
-    {
         return result;
-    }
     if (int const result = pthread_cond_init(&_condition, &attributes); result != 0)
-    {
         return result;
-    }
     return pthread_condattr_destroy(&attributes);
 }
 

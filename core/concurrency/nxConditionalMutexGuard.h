@@ -13,17 +13,13 @@ public:
     nxConditionalMutexGuard(nxMutex& mutex, bool lock) : _mutex(mutex), _locked(lock)
     {
         if (_locked)
-        {
             (void)_mutex.Lock();
-        }
     }
 
     ~nxConditionalMutexGuard()
     {
         if (_locked)
-        {
             (void)_mutex.Unlock();
-        }
     }
 
 private:

@@ -25,9 +25,7 @@ nxErrorEnum nxFunctorQueue::_Pop(nxFunctor** functor)
 {
     nxSpinningMutexGuard guard(_mutex);
     if (_functors.empty())
-    {
         return nxErrorEnum(NX_ERR_NOT_FOUND); // the argument stays as it is
-    }
     *functor = _functors.front();
     _functors.pop_front();
     return nxErrorEnum();

@@ -11,9 +11,7 @@ nxFunctorQueueBase::~nxFunctorQueueBase()
 {
     // Before the semaphore goes, on which a pool that stops again still posts.
     if (_ownsProcessor)
-    {
         delete _processor;
-    }
 }
 
 void nxFunctorQueueBase::Create(nxFunctorProcessor* processor)
@@ -27,9 +25,7 @@ void nxFunctorQueueBase::Create(nxFunctorProcessor* processor)
 nxErrorEnum nxFunctorQueueBase::Stop()
 {
     if (_processor)
-    {
         (void)_processor->_Stop();
-    }
     return nxErrorEnum();
 }
 
@@ -41,9 +37,7 @@ nxErrorEnum nxFunctorQueueBase::_Wait()
     for (int look = 0; look < looks; ++look)
     {
         if (_semaphore.TryWait().IsOK())
-        {
             return nxErrorEnum();
-        }
         nxPlatform::Relax();
     }
     return _semaphore.Wait();

@@ -22,9 +22,7 @@ nxErrorEnum nxFunctorThread::Run()
 {
     nxFunctorQueueBase* const queue = _queue;
     if (!queue)
-    {
         return nxErrorEnum(NX_ERR_THR_UNSUPPORTED);
-    }
     while (!_HasBeenStopped())
     {
         nxFunctor* popped = nullptr;
@@ -35,9 +33,7 @@ nxErrorEnum nxFunctorThread::Run()
             continue;
         }
         if (std::unique_ptr<nxFunctor> const functor(popped); functor)
-        {
             (*functor)();
-        }
     }
     return nxErrorEnum();
 }
@@ -49,9 +45,7 @@ nxErrorEnum nxFunctorThread::Wait()
     constexpr microseconds longest(1000);
 
     if (!_queue || !_HasBeenStopped())
-    {
         return nxThread::Wait();
-    }
     // A post may wake another idle worker of the same queue, which goes back to sleep, while this one sleeps on. So
     // posts are repeated until this one has ended. One at a time: sleepers are woken in turn, and many at once are
     // taken by those that are awake. Whoever has not ended for long runs a functor, and needs a post now and then.
@@ -61,9 +55,7 @@ nxErrorEnum nxFunctorThread::Wait()
         std::this_thread::sleep_for(pause);
         result = _TryWait();
         if (result == NX_ERR_THR_LOCKED)
-        {
             (void)_queue->_Signal();
-        }
     }
     return result;
 }
@@ -81,9 +73,7 @@ nxErrorEnum nxFunctorThread::_Stop()
         _stopped = true;
     }
     if (_queue)
-    {
         (void)_queue->_Signal();
-    }
     return Wait();
 }
 

@@ -45,9 +45,7 @@ nxErrorEnum nxManuallyDispatchedFunctorQueue::Dispatch()
     nxFunctor* popped = nullptr;
     nxErrorEnum const result = _Pop(&popped);
     if (std::unique_ptr<nxFunctor> const functor(popped); functor)
-    {
         (*functor)();
-    }
     return result;
 }
 

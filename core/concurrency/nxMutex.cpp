@@ -5,9 +5,7 @@
 nxMutex::nxMutex(bool recursive)
 {
     if (!recursive)
-    {
         return;
-    }
     pthread_mutexattr_t attributes;
     (void)pthread_mutexattr_init(&attributes);
     (void)pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE);
@@ -20,26 +18,18 @@ int nxMutex::_CreateShared(bool robust)
 {
     pthread_mutexattr_t attributes;
     if (int const result = pthread_mutexattr_init(&attributes); result != 0)
-    {
         return result;
-    }
     if (int const result = pthread_mutexattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED); result != 0)
-    {
         return result;
-    }
     if (robust)
     {
         int const result = pthread_mutexattr_setrobust(&attributes, PTHREAD_MUTEX_ROBUST);
         NX_LOG(NX_INF, "Set Robust attribute. result: " << result);
         if (result != 0)
-        {
             return result;
-        }
     }
     if (int const result = pthread_mutex_init(&_mutex, &attributes); result != 0)
-    {
         return result;
-    }
     return pthread_mutexattr_destroy(&attributes);
 }
 

@@ -66,9 +66,7 @@ nxErrorEnum nxSemaphore::_TimedWait(std::timespec& relative)
     std::timespec const deadline = nxWaitTime::Deadline(relative);
     errno = 0;
     if (sem_timedwait(&_semaphore, &deadline) == 0)
-    {
         return nxErrorEnum();
-    }
     switch (errno)
     {
     case EINVAL: return nxErrorEnum(NX_ERR_INVALID_PARAMETER);

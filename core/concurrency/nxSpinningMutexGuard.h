@@ -19,9 +19,7 @@ public:
         for (int look = 0; look < looks; ++look)
         {
             if (_mutex.TryLock().IsOK())
-            {
                 return;
-            }
             nxPlatform::Relax();
         }
         (void)_mutex.Lock();

@@ -20,16 +20,12 @@ nxThread::~nxThread()
 nxErrorEnum nxThread::Create()
 {
     if (_started)
-    {
         return nxErrorEnum(NX_ERR_THR_ALREADY_STARTED);
-    }
     (void)pthread_attr_init(&_attributes);
     _started = true; // before the body can ask for it
     int const result = pthread_create(&_thread, &_attributes, &_ThreadProc, this);
     if (result == 0)
-    {
         return nxErrorEnum();
-    }
     _started = false;
     switch (result)
     {
@@ -48,18 +44,14 @@ void* nxThread::_ThreadProc(void* thread)
 nxErrorEnum nxThread::Wait()
 {
     if (!_started)
-    {
         return nxErrorEnum(NX_ERR_THR_NOT_RUNNING);
-    }
     return _Joined(pthread_join(_thread, nullptr));
 }
 
 nxErrorEnum nxThread::_TryWait()
 {
     if (!_started)
-    {
         return nxErrorEnum(NX_ERR_THR_NOT_RUNNING);
-    }
     bool const itself = pthread_equal(_thread, pthread_self()) != 0;
     int const result = itself ? EDEADLK : nxPlatform::TryJoin(_thread);
     return result == EBUSY ? nxErrorEnum(NX_ERR_THR_LOCKED) : _Joined(result);

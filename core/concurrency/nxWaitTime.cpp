@@ -15,9 +15,7 @@ std::int32_t Cut(double number)
 {
     constexpr double tooLarge = 9223372036854775808.0; // 2^63
     if (!(number >= -tooLarge && number < tooLarge))
-    {
         return std::numeric_limits<std::int32_t>::min();
-    }
     return static_cast<std::int32_t>(static_cast<std::int64_t>(number));
 }
 } // namespace

@@ -13,9 +13,7 @@ unsigned int Milliseconds(double seconds)
 {
     double const milliseconds = seconds * 1000;
     if (!(milliseconds > 0)) // no number included
-    {
         return 0;
-    }
     return milliseconds < nxPlatform::infinite ? static_cast<unsigned int>(milliseconds)
                                                : nxPlatform::infinite;
 }
@@ -30,18 +28,14 @@ nxWindowsSemaphore::nxWindowsSemaphore(std::string const& name, unsigned int ini
 nxErrorEnum nxWindowsSemaphore::Wait()
 {
     if (_handle)
-    {
         (void)nxPlatform::WaitForSingleObject(_handle, nxPlatform::infinite);
-    }
     return nxErrorEnum();
 }
 
 nxErrorEnum nxWindowsSemaphore::Post()
 {
     if (_handle)
-    {
         (void)nxPlatform::ReleaseSemaphore(_handle);
-    }
     return nxErrorEnum();
 }
 
@@ -49,8 +43,6 @@ nxErrorEnum nxWindowsSemaphore::TimedWait(double seconds)
 {
     if (_handle &&
         nxPlatform::WaitForSingleObject(_handle, Milliseconds(seconds)) == nxPlatform::WaitResult::timeout)
-    {
         return nxErrorEnum(NX_ERR_THR_TIMEDOUT);
-    }
     return nxErrorEnum();
 }

@@ -35,14 +35,10 @@ constinit std::atomic<nxFileLogDevice*> nxFileLogDevice::_instance = nullptr;
 nxFileLogDevice& nxFileLogDevice::GetInstance()
 {
     if (nxFileLogDevice* const instance = _GetExisting())
-    {
         return *instance;
-    }
     nxLogBuildLock lock;
     if (_GetExisting() == nullptr)
-    {
         _instance.store(new nxFileLogDevice, std::memory_order_release);
-    }
     return *_GetExisting();
 }
 
@@ -68,9 +64,7 @@ bool nxFileLogDevice::Create(nxValueWrapper<unsigned long long, -1, -2> const& m
 {
     nxMutexGuard guard(_mutex);
     if (_file.IsOpen())
-    {
         return false;
-    }
     _maximumSize = maximumSize;
     _startTime = nxApplicationData::GetStartTime();
     return _CreateLogFile(_startTime, false);
@@ -96,9 +90,7 @@ bool nxFileLogDevice::_OpenLogFile(std::string name)
         return false;
     }
     if (!_file.HasBuffer())
-    {
         (void)std::fputs("Failed to set a buffer for the log file, performance may be degraded.\n", stderr);
-    }
     return true;
 }
 
@@ -130,9 +122,7 @@ bool nxFileLogDevice::CloseAndReopenLogFile()
         isCreated = _OpenLogFile(std::move(name));
     }
     if (isCreated)
-    {
         NX_LOG(NX_INF, "Successfully opened log file: " << newName << ", Previous log file: " << oldName);
-    }
     return isCreated;
 }
 
@@ -149,13 +139,9 @@ void nxFileLogDevice::Write(nxLog const& log)
 {
     nxMutexGuard guard(_mutex);
     if (_isReopenDue)
-    {
         _OpenFileOfChild();
-    }
     if (_file.IsOpen())
-    {
         _AppendLine(log);
-    }
 }
 
 void nxFileLogDevice::_AppendLine(nxLog const& log)
@@ -163,16 +149,12 @@ void nxFileLogDevice::_AppendLine(nxLog const& log)
     nxLogLine const line = nxLogLine::Of(log, _stampText.Get(log.GetTimeStamp()));
     char* const begin = _file.Reserve(line.GetMostSize());
     if (begin == nullptr)
-    {
         return;
-    }
     std::size_t const size = static_cast<std::size_t>(line.Write(begin) - begin);
     _file.Commit(size);
     _bytesWritten += size;
     if (_maximumSize.IsValid() && _bytesWritten > _maximumSize.GetValue())
-    {
         _CutOver();
-    }
 }
 
 // The limit is tested after the line, so a file may exceed it by one line; the next file has the same time in its
@@ -222,13 +204,9 @@ std::string nxFileLogDevice::GenerateLogDirectoryFilenamePrefix(nxDateTime const
     std::string directory =
         nxCmdLineArgs::GetInstance().GetEnvValue(nxConfigurationKeyText::KVT_LOG_DIRECTORY);
     if (directory.empty())
-    {
         directory = defaultDirectory;
-    }
     if (!MakeDirectory(directory))
-    {
         return std::string();
-    }
     directory += pathSeparator;
     std::string const dated = directory + nxDateTime().GetAsString("%d%b%Y");
     return MakeDirectory(dated) ? dated + pathSeparator : directory;
@@ -242,13 +220,9 @@ std::string nxFileLogDevice::GenerateFileName(std::string const& suffix, bool ad
     name += nxApplicationData::GetApplicationName();
     std::string const instance = nxApplicationData::GetApplicationInstanceName();
     if (!instance.empty())
-    {
         name += "_" + instance;
-    }
     if (addTime)
-    {
         name += "_" + time.GetAsString("%H%M%S");
-    }
     if (addProcessID)
     {
         name += "_";

@@ -27,9 +27,7 @@ nxLog::nxLog(nxLogLevelEnum const& level, char const* file, unsigned int line)
     nxLogManager const& manager = nxLogManager::GetInstance();
     _entry = nxLogSlots::TakeText();
     if (manager.GetLogThreadIndex())
-    {
         _threadIndex = nxThreadIndex::GetIndexOfCurrentThread();
-    }
 }
 
 nxLog::nxLog(nxLogLevelEnum const& level, char const* file, unsigned int line, nxTimeStamp& stamp)
@@ -56,9 +54,7 @@ nxLog* nxLog::CreateCopyWithOwnershipTransfer()
 void nxLog::_ReleaseTexts()
 {
     if (_entry != nullptr)
-    {
         nxLogSlots::ReturnText(_entry);
-    }
     delete _sourceApplication;
 }
 
@@ -86,18 +82,14 @@ template <typename Value>
 nxLog& nxLog::_Append(Value value)
 {
     if (_entry != nullptr)
-    {
         nxStringHelper::AppendAsString(*_entry, value);
-    }
     return *this;
 }
 
 nxLog& nxLog::operator<<(nxLogCharLenPair const& text)
 {
     if (_entry != nullptr)
-    {
         _entry->append(text.GetUnterminatedCharBuffer(), text.GetLength());
-    }
     return *this;
 }
 
@@ -169,18 +161,14 @@ nxLog& nxLog::operator<<(float value)
 nxLog& nxLog::operator<<(nxValueWrapper<unsigned int, -1, -2> const& value)
 {
     if (value.IsNoChange())
-    {
         return *this << "NO_CHANGE";
-    }
     return value.IsNull() ? *this << "NULL" : *this << value.GetValue();
 }
 
 nxLog& nxLog::operator<<(nxDecimal const& value)
 {
     if (_entry != nullptr)
-    {
         value.AppendAsLogString(*_entry, '.');
-    }
     return *this;
 }
 
@@ -192,9 +180,7 @@ nxLog& nxLog::operator<<(nxMoney const& value)
 nxLog& nxLog::operator<<(nxDateTime const& value)
 {
     if (_entry != nullptr)
-    {
         value.AppendAsLogString_Microseconds(*_entry);
-    }
     return *this;
 }
 
@@ -321,8 +307,6 @@ nxErrorEnum nxLog::LogBufferAsHex(char const* buffer, unsigned long long size,
         }
     }
     if (inLine != 0)
-    {
         LogDumpLine(hexadecimal, bytesPerLine - inLine, characters);
-    }
     return nxErrorEnum();
 }

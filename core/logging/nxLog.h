@@ -99,9 +99,7 @@ public:
     ~nxLog()
     {
         if (_entry != nullptr || _sourceApplication != nullptr)
-        {
             _ReleaseTexts();
-        }
     }
 
     nxLog& operator=(nxLog const&) = delete;
@@ -250,9 +248,7 @@ private:
     void _Write(char const* text)
     {
         if (_entry != nullptr && text != nullptr)
-        {
             _entry->append(text);
-        }
     }
     void _ReleaseTexts();
     template <typename Value>

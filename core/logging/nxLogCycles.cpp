@@ -52,9 +52,7 @@ void nxLogCycles::WaitForNext(nxDoubleValueWrapper const& timeoutSeconds)
         }
         double const left = seconds - std::chrono::duration<double>(Clock::now() - start).count();
         if (!(left > 0.0))
-        {
             return;
-        }
         (void)_changed.TimedWait(_mutex, left);
     }
 }
@@ -65,9 +63,7 @@ void nxLogCycles::WaitForQueued()
     // What was queued up to now goes out with a batch that is taken after now.
     unsigned long long const taken = _taken;
     while (_hasWriter && _writtenTaken <= taken)
-    {
         (void)_changed.Wait(_mutex);
-    }
 }
 
 void nxLogCycles::LockBeforeFork()

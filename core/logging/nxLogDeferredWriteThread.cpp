@@ -25,9 +25,7 @@ float ReadTimeBetweenFlushes()
     std::string const text =
         nxCmdLineArgs::GetInstance().GetEnvValue(nxConfigurationKeyText::KVT_LOG_TIME_BETWEEN_FLUSHES);
     if (text.empty() || !nxStringHelper::SetFromString(text, seconds, '.').IsOK())
-    {
         return usual;
-    }
     return std::max(least, static_cast<float>(std::min(seconds, most)));
 }
 
@@ -65,14 +63,10 @@ nxErrorEnum nxLogDeferredWriteThread::Run()
     while (_running.load(std::memory_order_acquire))
     {
         if (_sleep.GetError() != 0)
-        {
             std::printf("sem_init err %d, %d\n", -1, _sleep.GetError());
-        }
         _sleep.Sleep(static_cast<double>(_timeBetweenFlushes));
         if (_running.load(std::memory_order_acquire))
-        {
             _Cycle();
-        }
     }
     nxLogSlots::Recycle(_batch);
     return nxErrorEnum();

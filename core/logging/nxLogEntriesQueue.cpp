@@ -9,9 +9,7 @@
 nxLogEntriesQueue::~nxLogEntriesQueue()
 {
     for (nxLog* const log : _logs)
-    {
         delete log;
-    }
 }
 
 void nxLogEntriesQueue::Push(nxLog& log)
@@ -29,9 +27,7 @@ bool nxLogEntriesQueue::_TryPush(nxLog* log)
 {
     nxLogSpinGuard guard(_lock);
     if (_logs.size() == _logs.capacity())
-    {
         return false;
-    }
     _logs.push_back(log);
     return true;
 }
@@ -60,9 +56,7 @@ void nxLogEntriesQueue::Reserve(unsigned long long entries)
 {
     unsigned long long const capacity = std::min(entries, mostReserved);
     if (GetCapacity() < capacity)
-    {
         _Grow(capacity);
-    }
 }
 
 unsigned long long nxLogEntriesQueue::GetCapacity()

@@ -52,23 +52,17 @@ bool nxLogFile::Open(std::string path, std::size_t bufferSize)
     _path = std::move(path);
     _isRefused = false;
     if (!_file.Open(_path.c_str()))
-    {
         return false;
-    }
     _bufferSize = bufferSize != 0 ? bufferSize : usualSize;
     if (_capacity < _bufferSize)
-    {
         (void)_SetCapacity(_bufferSize);
-    }
     return true;
 }
 
 char* nxLogFile::Reserve(std::size_t size)
 {
     if (!_isRefused && _Pending() != 0 && _Pending() + size > _bufferSize)
-    {
         Flush();
-    }
     if (!_MakeRoomForLength() || (_end + size > _capacity && !_MakeRoom(size)))
     {
         ++_lost;
@@ -82,42 +76,30 @@ void nxLogFile::Commit(std::size_t size)
     _end += size;
     _lineLengths.push_back(size);
     if (_isRefused)
-    {
         _DropOldestLines();
-    }
 }
 
 void nxLogFile::Flush()
 {
     if (!IsOpen() || (_lost == 0 && _Pending() == 0))
-    {
         return;
-    }
     unsigned long long const lost = _lost;
     std::string notice;
     if (lost != 0 && !MakeLossNotice(lost, notice))
-    {
         return;
-    }
     if (!_WriteNotice(notice))
-    {
         return;
-    }
     _lost = 0;
     // A notice without the line that follows it would be the first of many.
     if (!_WriteLines() && lost != 0 && _file.CutOff(notice.size()))
-    {
         _lost += lost;
-    }
 }
 
 bool nxLogFile::_WriteNotice(std::string const& notice)
 {
     std::size_t const written = _file.Write(notice.data(), notice.size());
     if (written == notice.size())
-    {
         return true;
-    }
     int const error = errno;
     (void)_file.CutOff(written);
     _Refused(error);
@@ -213,13 +195,9 @@ bool nxLogFile::_SetCapacity(std::size_t capacity)
 {
     std::unique_ptr<char[]> buffer(new (std::nothrow) char[capacity]);
     if (buffer == nullptr)
-    {
         return false;
-    }
     if (_Pending() != 0)
-    {
         std::memcpy(buffer.get(), _buffer.get() + _start, _Pending());
-    }
     _end = _Pending();
     _start = 0;
     _buffer = std::move(buffer);
@@ -257,9 +235,7 @@ void nxLogFile::GiveUp()
 {
     unsigned long long const lines = _lost + (_lineLengths.size() - _firstLine);
     if (lines != 0)
-    {
         (void)std::fprintf(stderr, "Lost %llu lines of the log file. Filename: %s\n", lines, _path.c_str());
-    }
     _lost = 0;
     _ForgetLines();
 }
@@ -275,9 +251,7 @@ void nxLogFile::_ReportFailure(int error)
 {
     auto const now = std::chrono::steady_clock::now();
     if (_hasReported && now - _lastReport < std::chrono::seconds(1))
-    {
         return;
-    }
     _hasReported = true;
     _lastReport = now;
     (void)std::fprintf(stderr, "Failed to write to the log file. Filename: %s, errno: %d\n", _path.c_str(),

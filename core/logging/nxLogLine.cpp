@@ -22,9 +22,7 @@ char* PutNumber(char* out, unsigned int number)
     char* const end = digits + sizeof digits;
     char* const begin = nxDigits::WriteBackward(end, isNegative ? 0u - number : number);
     if (isNegative)
-    {
         *out++ = '-';
-    }
     return Put(out, std::string_view(begin, static_cast<std::size_t>(end - begin)));
 }
 

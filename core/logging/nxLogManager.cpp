@@ -72,15 +72,11 @@ nxLogManager::nxLogManager() : _devicesMutex(true), _cycles(*new nxLogCycles)
             nxCmdLineArgs::GetInstance().GetEnvValueAsUInteger64(
                 nxConfigurationKeyText::KVT_LOG_BUFF_RESERVE_ENTRIES);
         if (entries.IsValid())
-        {
             _Reserve(entries.GetValue());
-        }
     }
     _forceFlush = forceFlush;
     if (!_forceFlush)
-    {
         _StartWriter();
-    }
     _logThreadIndex =
         nxCmdLineArgs::GetInstance().GetEnvValueAsBool(nxConfigurationKeyText::KVT_LOG_THREAD_INDEX);
     _ReadLevel();
@@ -102,22 +98,16 @@ void nxLogManager::_RegisterConsole()
     std::string output = GetKey(nxConfigurationKeyText::KVT_LOG_TO_CONSOLE);
     nxAsciiLetters::ToUpper(output);
     if (output == "NO" || output == "FALSE")
-    {
         return;
-    }
     if (output == "TERSE" || output == "BRIEF")
-    {
         console.SetVerboseOutput(false);
-    }
     RegisterLogDevice(&console);
 }
 
 void nxLogManager::Write(nxLog& log)
 {
     if (!ShouldLog(log.GetLogLevel()))
-    {
         return;
-    }
     if (_forceFlush)
     {
         ImmediateWrite(log);
@@ -127,9 +117,7 @@ void nxLogManager::Write(nxLog& log)
     // What a device logs waits for the next statement of another: it comes with the devices mutex, and a thread that
     // forks has the thread mutex and waits for that one.
     if (_isWriterMissing.load(std::memory_order_relaxed) && ownPasses == 0)
-    {
         _RestartWriter();
-    }
     _entriesQueue.Push(log);
 }
 
@@ -150,9 +138,7 @@ public:
     {
         --ownPasses;
         if (--_manager._passes == 0)
-        {
             std::erase(_manager._devices, nullptr);
-        }
     }
 
     _Pass(_Pass const&) = delete;
@@ -167,45 +153,31 @@ void nxLogManager::ImmediateWrite(nxLog const& log)
 {
     _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
-    {
         if (_devices[i] != nullptr)
-        {
             _devices[i]->Write(log);
-        }
-    }
 }
 
 void nxLogManager::ImmediateWrite(std::vector<nxLog*> const& logs)
 {
     _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
-    {
         for (std::size_t j = 0; j < logs.size() && _devices[i] != nullptr; ++j)
-        {
             _devices[i]->Write(*logs[j]);
-        }
-    }
 }
 
 void nxLogManager::FlushDevices()
 {
     _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
-    {
         if (_devices[i] != nullptr)
-        {
             _devices[i]->Flush();
-        }
-    }
 }
 
 void nxLogManager::RegisterLogDevice(nxLogDevice* device)
 {
     nxMutexGuard guard(_devicesMutex);
     if (std::find(_devices.begin(), _devices.end(), device) == _devices.end())
-    {
         _devices.push_back(device);
-    }
 }
 
 void nxLogManager::UnregisterLogDevice(nxLogDevice* device)
@@ -247,12 +219,8 @@ void nxLogManager::_DestroyAllDevices()
 {
     _Pass pass(*this);
     for (std::size_t i = 0; i < _devices.size(); ++i)
-    {
         if (_devices[i] != nullptr)
-        {
             (void)_devices[i]->Destroy();
-        }
-    }
     UnregisterAllLogDevices();
 }
 
@@ -275,9 +243,7 @@ void nxLogManager::_RestartWriter()
 {
     nxMutexGuard guard(_threadMutex);
     if (_isWriterMissing.load(std::memory_order_relaxed))
-    {
         _StartWriter();
-    }
 }
 
 void nxLogManager::_StopWriter()
@@ -285,15 +251,11 @@ void nxLogManager::_StopWriter()
     _isWriterMissing.store(false, std::memory_order_relaxed);
     nxLogDeferredWriteThread* const thread = std::exchange(_writeThread, nullptr);
     if (thread == nullptr)
-    {
         return;
-    }
     // A device that ends the process runs this on the writer itself, which can't wait for its own end: the object then
     // stays, since the thread is still in it.
     if (thread->Stop().IsOK())
-    {
         delete thread;
-    }
     _cycles.End();
 }
 
@@ -308,9 +270,7 @@ void nxLogManager::SetRecommendedBufferCapacity(unsigned long long entries)
     _Reserve(entries);
     nxMutexGuard guard(_threadMutex);
     if (_writeThread != nullptr)
-    {
         _writeThread->SetReserveEntries(entries);
-    }
 }
 
 void nxLogManager::WaitForWriteThreadToWriteQueueToDisk(nxDoubleValueWrapper const& timeoutSeconds)
@@ -326,9 +286,7 @@ void nxLogManager::_WaitForQueuedStatements()
 void nxLogManager::_DestroyAtExit()
 {
     if (!isDestroying)
-    {
         (void)GetInstance().Destroy();
-    }
 }
 
 // Registered while the library is loaded, on one thread: a later moment could fall between another thread's fork and
@@ -348,13 +306,9 @@ void nxLogManager::_PrepareFork()
 {
     nxLogBuildLock::Lock();
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
-    {
         instance->_LockForFork();
-    }
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
-    {
         file->_LockBeforeFork();
-    }
     nxLogSlots::LockBeforeFork();
 }
 
@@ -362,13 +316,9 @@ void nxLogManager::_AfterForkInParent()
 {
     nxLogSlots::UnlockAfterFork();
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
-    {
         file->_UnlockInParent();
-    }
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
-    {
         instance->_UnlockInParent();
-    }
     nxLogBuildLock::Unlock();
 }
 
@@ -376,13 +326,9 @@ void nxLogManager::_AfterForkInChild()
 {
     nxLogSlots::UnlockAfterFork();
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
-    {
         file->_RemakeInChild();
-    }
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
-    {
         instance->_RemakeInChild();
-    }
     nxLogBuildLock::Unlock();
 }
 

@@ -28,9 +28,7 @@ void PrefetchNext(nxLogSlot* const* slots, unsigned int count)
     {
         char const* const object = reinterpret_cast<char const*>(slots[count - 2]);
         for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)
-        {
             __builtin_prefetch(object + offset, 1);
-        }
     }
 }
 
@@ -41,9 +39,7 @@ void ClearText(std::string& text)
 
     text.clear();
     if (text.capacity() <= mostKept)
-    {
         return;
-    }
     text.shrink_to_fit();
     try
     {
@@ -83,9 +79,7 @@ public:
     {
         nxLogSpinGuard guard(_lock);
         if (_chunks == nullptr)
-        {
             return nullptr;
-        }
         Chunk* const chunk = _chunks;
         _chunks = chunk->next;
         --_count;
@@ -117,9 +111,7 @@ public:
         nxLogSpinGuard guard(_lock);
         Chunk* const chunk = _emptyChunks;
         if (chunk != nullptr)
-        {
             _emptyChunks = chunk->next;
-        }
         return chunk;
     }
 
@@ -152,9 +144,7 @@ public:
         {
             Chunk* const chunk = _TakeSurplus(_recentlyWritten / Chunk::capacity);
             if (chunk == nullptr)
-            {
                 return;
-            }
             FreeChunk(chunk);
         }
     }
@@ -162,9 +152,7 @@ public:
     static void FreeChunk(Chunk* chunk)
     {
         while (chunk->count != 0)
-        {
             delete chunk->slots[--chunk->count];
-        }
         delete chunk;
     }
 
@@ -183,9 +171,7 @@ private:
     {
         nxLogSpinGuard guard(_lock);
         if (_count <= std::max(_leastKept, wanted))
-        {
             return nullptr;
-        }
         Chunk* const chunk = _chunks;
         _chunks = chunk->next;
         --_count;
@@ -255,14 +241,10 @@ nxLogSlot* nxLogSlots::_Take()
     if (chunk == nullptr || chunk->count == 0)
     {
         if (ThreadCache::_closed)
-        {
             return new nxLogSlot;
-        }
         Chunk* const filled = _GetDepot().TakeChunk(chunk);
         if (filled == nullptr)
-        {
             return new nxLogSlot;
-        }
         ThreadCache::ReturnAtThreadEnd();
         chunk = filled;
         ThreadCache::_chunk = chunk;
@@ -289,9 +271,7 @@ void nxLogSlots::_Return(nxLogSlot* slot)
             return;
         }
         if (chunk != nullptr)
-        {
             _GetDepot().GiveChunk(chunk);
-        }
         ThreadCache::ReturnAtThreadEnd();
         chunk = empty;
     }
@@ -304,9 +284,7 @@ void nxLogSlots::_Drop(nxLogSlot& slot, unsigned char part)
     unsigned char const held = slot._held.load(std::memory_order_acquire);
     if (held != part &&
         slot._held.fetch_and(static_cast<unsigned char>(~part), std::memory_order_acq_rel) != part)
-    {
         return;
-    }
     ClearText(slot);
     _Return(&slot);
 }
@@ -348,20 +326,14 @@ bool nxLogSlots::_ReturnWhole(nxLog* statement, Chunk*& chunk)
 {
     nxLogSlot& slot = nxLogSlot::OfStatement(statement);
     if (statement->_entry != &slot)
-    {
         return false;
-    }
     if (chunk == nullptr)
     {
         chunk = _GetDepot().TakeEmptyChunk();
         if (chunk == nullptr)
-        {
             chunk = new (std::nothrow) Chunk;
-        }
         if (chunk == nullptr)
-        {
             return false;
-        }
     }
     statement->_entry = nullptr;
     statement->~nxLog();
@@ -386,9 +358,7 @@ void nxLogSlots::Recycle(std::vector<nxLog*>& statements)
         }
     }
     if (chunk != nullptr)
-    {
         _GetDepot().GiveChunk(chunk);
-    }
     _GetDepot().Trim(statements.size());
     statements.clear();
 }

@@ -19,16 +19,10 @@ public:
         constexpr unsigned int patience = 100; // attempts: some microseconds, more than any section takes
 
         for (unsigned int attempts = 0; !_lock.TryLock().IsOK(); ++attempts)
-        {
             if (attempts < patience)
-            {
                 nxPlatform::Pause();
-            }
             else
-            {
                 std::this_thread::yield();
-            }
-        }
     }
 
     ~nxLogSpinGuard()

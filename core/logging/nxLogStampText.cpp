@@ -24,9 +24,7 @@ std::string_view nxLogStampText::Get(nxTimeStamp const& stamp)
         _seconds = stamp.GetAsTimeValue();
         _isSet = stamp.GetAsStringFast(_text, sizeof _text) != 0;
         if (!_isSet)
-        {
             return {};
-        }
     }
     else
     {

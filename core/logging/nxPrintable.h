@@ -37,9 +37,7 @@ public:
         {
             std::size_t plain = 0;
             while (plain < rest.size() && !_IsShownAsNumber(rest[plain]))
-            {
                 ++plain;
-            }
             log << nxLogCharLenPair(rest.data(), plain);
             rest.remove_prefix(plain);
             if (!rest.empty())

@@ -99,9 +99,7 @@ nxSocket::nxSocket() : _connected(false), _family(AF_INET), _socket(INVALID_SOCK
 nxSocket::~nxSocket()
 {
     if (IsValid())
-    {
         (void)Close();
-    }
     nxPlatform::WSACleanup();
     std::free(_address);
 }
@@ -120,14 +118,10 @@ nxErrorEnum nxSocket::Create(NX_SOCKET_DOMAIN domain, NX_SOCKET_TYPE type)
 {
     nxErrorEnum result = _GetDomainSetting(domain);
     if (!result.IsOK())
-    {
         return result;
-    }
     result = _InitialiseAddressBuffer();
     if (!result.IsOK())
-    {
         return result;
-    }
     switch (type)
     {
     case NX_SOCKET_TYPE_TCP: _socket = nxPlatform::socket(_family, SOCK_STREAM, 0); break;
@@ -135,9 +129,7 @@ nxErrorEnum nxSocket::Create(NX_SOCKET_DOMAIN domain, NX_SOCKET_TYPE type)
     default: break; // the handle that is there, if any, serves on
     }
     if (!IsValid() || !SetSocketOptionFlag(SOL_SOCKET, SO_REUSEADDR, true).IsOK())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_CREATE_FAILED);
-    }
     return nxErrorEnum();
 }
 
@@ -150,9 +142,7 @@ nxErrorEnum nxSocket::CreateAndSetBufferSize(NX_SOCKET_DOMAIN domain, NX_SOCKET_
 {
     nxErrorEnum const created = Create(domain, type);
     if (!created.IsOK())
-    {
         return created;
-    }
     unsigned long long const inbound = BufferSize(nxConfigurationKeyText::KVT_INBOUND_BUFFER_SIZE);
     unsigned long long const outbound = BufferSize(nxConfigurationKeyText::KVT_OUTBOUND_BUFFER_SIZE);
     nxErrorEnum const inboundResult = SetInboundBufferSize(static_cast<unsigned int>(inbound));
@@ -226,9 +216,7 @@ nxErrorEnum nxSocket::SetReceiveMsgWithDestinationAddressSockOpts(bool on)
 {
     nxErrorEnum const result = SetSocketOptionFlag(IPPROTO_IP, IP_PKTINFO, on);
     if (!result.IsOK())
-    {
         _LogError("setsockopt - receive msg with destination address socket options");
-    }
     return result;
 }
 
@@ -238,15 +226,11 @@ nxErrorEnum nxSocket::Connect(std::string const& host, int const& port)
 {
     nxErrorEnum const addressable = _CheckAddressable();
     if (!addressable.IsOK())
-    {
         return addressable;
-    }
     unsigned int const address = inet_addr(host.c_str());
     SetAddress(*_address, _family, address, port);
     if (address == INADDR_NONE)
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HOST_ADDRESS);
-    }
     if (nxPlatform::connect(_socket, *_address) == -1)
     {
         _LogError("connect");
@@ -269,29 +253,21 @@ nxErrorEnum nxSocket::Bind(int const& port)
 nxErrorEnum nxSocket::Listen() const
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     return ResultOf(nxPlatform::listen(_socket, backlog), NX_ERR_SOCKET_LISTEN_FAILED);
 }
 
 nxErrorEnum nxSocket::Accept(nxSocket& accepted) const
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
-    }
     accepted._socket = nxPlatform::accept(_socket, _address);
     // Against 0, not INVALID_SOCKET: a failed accept() is a success with an invalid handle. Callers look at
     // that.
     if (accepted._socket == 0)
-    {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
-    }
     accepted._connected = true;
     return nxErrorEnum();
 }
@@ -330,9 +306,7 @@ nxErrorEnum nxSocket::MulticastJoin(std::string const& group)
 nxErrorEnum nxSocket::MulticastLeave(std::string const& group)
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     ip_mreq const request = GroupAtAnyInterface(group);
     if (nxPlatform::setsockopt(_socket, IPPROTO_IP, IP_DROP_MEMBERSHIP, &request, sizeof request) == -1)
     {
@@ -347,9 +321,7 @@ nxErrorEnum nxSocket::MulticastLeave(std::string const& group)
 nxErrorEnum nxSocket::Send(char const* data, int length) const
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     return ResultOf(nxPlatform::send(_socket, data, length), NX_ERR_SOCKET_SEND_FAILED);
 }
 
@@ -383,13 +355,9 @@ void nxSocket::SetGatherSendArrayEntry(_WSABUF* buffers, unsigned int const& ind
 nxErrorEnum nxSocket::SendTo(char const* data, unsigned long long length) const
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED); // not a slip: the same code as in Accept()
-    }
     return _SendTo(data, length, _address);
 }
 
@@ -402,13 +370,9 @@ nxErrorEnum nxSocket::SendToDestination(char const* data, unsigned long long len
                                         unsigned int port) const
 {
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_INVALID_FUNCTION);
-    }
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     sockaddr_in address = {};
     SetAddress(address, _family, inet_addr(host.c_str()), static_cast<int>(port));
     return _SendTo(data, length, &address);
@@ -419,9 +383,7 @@ nxErrorEnum nxSocket::SendToDestination(char const* data, unsigned long long len
 nxErrorEnum nxSocket::Receive(char* buffer, int size, int& received)
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     received = nxPlatform::recv(_socket, buffer, size);
     return _CheckReceived("recv", received);
 }
@@ -429,13 +391,9 @@ nxErrorEnum nxSocket::Receive(char* buffer, int size, int& received)
 nxErrorEnum nxSocket::ReceiveFrom(char* buffer, int size, int& received)
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
-    }
     received = nxPlatform::recvfrom(_socket, buffer, size, _address);
     return _CheckReceived("recvfrom", received);
 }
@@ -444,18 +402,12 @@ nxErrorEnum nxSocket::ReceiveMsgWithDestinationAddress(char* buffer, int size, i
                                                        std::string& destination)
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     nxPlatform::WSARecvMsg const receive = nxPlatform::GetWSARecvMsg(_socket);
     if (!receive)
-    {
         return nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
-    }
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_ACCEPT_FAILED);
-    }
     alignas(cmsghdr) char control[controlSize];
     nxPlatform::WSAMSG message = {
         _address, {static_cast<unsigned int>(size), buffer}, {controlSize, control}};
@@ -493,13 +445,9 @@ nxErrorEnum nxSocket::Select(unsigned int const& timeoutMicroseconds)
 nxErrorEnum nxSocket::Select(unsigned int const& timeoutMicroseconds, unsigned int& readyCount)
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_SELECT_FAILED);
-    }
     if (timeoutMicroseconds > longestTimeout)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     timeval timeout = Microseconds(timeoutMicroseconds);
     (void)_Select(&timeout, readyCount); // the count alone tells of a failure
     return nxErrorEnum();
@@ -508,9 +456,7 @@ nxErrorEnum nxSocket::Select(unsigned int const& timeoutMicroseconds, unsigned i
 nxErrorEnum nxSocket::SelectWithoutTimeout()
 {
     if (!IsValid())
-    {
         return nxErrorEnum(NX_ERR_SOCKET_SELECT_FAILED);
-    }
     unsigned int readyCount = 0;
     (void)_Select(nullptr, readyCount);
     return nxErrorEnum();
@@ -520,14 +466,10 @@ nxErrorEnum nxSocket::Select(std::vector<nxSocket*> const& sockets, unsigned int
                              unsigned int& readyCount, std::vector<bool>& readable)
 {
     if (timeoutMicroseconds > longestTimeout)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     nxPlatform::SocketSet set;
     for (nxSocket const* socket : sockets)
-    {
         set.Add(socket->_socket);
-    }
     timeval const timeout = Microseconds(timeoutMicroseconds);
     int const ready = nxPlatform::select(set, &timeout);
     if (ready < 0)
@@ -552,17 +494,13 @@ nxErrorEnum nxSocket::ParseAddress(std::string const& text, unsigned int& addres
     std::deque<std::string> parts;
     nxStringParser::ExtractAllSubstrings(text, parts, false, '.');
     if (parts.size() != partCount)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     unsigned int gathered = 0;
     for (std::string const& part : parts)
     {
         unsigned int number = 0;
         if (!nxDigits::ReadAll(part, number) || number > highestPart)
-        {
             return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-        }
         gathered = (gathered << bitsOfPart) + number;
     }
     address = gathered;
@@ -583,15 +521,11 @@ nxErrorEnum nxSocket::ParseAddressAndMask(std::string const& text, std::string& 
     std::string const bitText = slash == std::string::npos ? std::string() : text.substr(slash + 1);
     unsigned int bits = 0;
     if (!bitText.empty() && (!nxDigits::ReadAll(bitText, bits) || bits >= addressBits))
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     std::string const front = text.substr(0, slash);
     nxErrorEnum const result = ParseAddress(front, address);
     if (!result.IsOK())
-    {
         return result;
-    }
     addressText = front;
     if (!bitText.empty())
     {
@@ -631,13 +565,9 @@ bool nxSocket::_IsInternet() const
 nxErrorEnum nxSocket::_CheckAddressable() const
 {
     if (!_IsInternet())
-    {
         return nxErrorEnum(NX_ERR_INVALID_FUNCTION);
-    }
     if (!_address)
-    {
         return nxErrorEnum(NX_ERR_NOT_INITIALISED);
-    }
     return IsValid() ? nxErrorEnum() : nxErrorEnum(NX_ERR_SOCKET_INVALID_HANDLE);
 }
 
@@ -645,9 +575,7 @@ nxErrorEnum nxSocket::_Bind(unsigned int networkOrderAddress, int port)
 {
     nxErrorEnum const addressable = _CheckAddressable();
     if (!addressable.IsOK())
-    {
         return addressable;
-    }
     SetAddress(*_address, _family, networkOrderAddress, port);
     return ResultOf(nxPlatform::bind(_socket, *_address), NX_ERR_SOCKET_BIND_FAILED);
 }
@@ -660,9 +588,7 @@ nxErrorEnum nxSocket::_SendTo(char const* data, unsigned long long length, socka
 nxErrorEnum nxSocket::_CheckReceived(char const* function, int received)
 {
     if (received > 0)
-    {
         return nxErrorEnum();
-    }
     if (received == 0)
     {
         NX_LOG(NX_ERR, "Bytes received on socket: "

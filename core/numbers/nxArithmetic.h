@@ -98,9 +98,7 @@ constexpr long long RoundHalfUp(double value)
 {
     constexpr double limit = 9223372036854775808.0; // 2^63
     if (!(value >= -limit && value < limit))
-    {
         return std::numeric_limits<long long>::min();
-    }
     auto const truncated = static_cast<long long>(value);
     double const rest = value - static_cast<double>(truncated);
     return truncated + (rest >= 0.5 ? 1 : 0) - (rest < -0.5 ? 1 : 0);

@@ -35,9 +35,7 @@ Parts Split(unsigned long long magnitude, unsigned char places)
 {
     unsigned long long const power = nxArithmetic::PowerOfTen(places);
     if (power == 0)
-    {
         return {0, magnitude}; // 64 places and more
-    }
     return {magnitude / power, magnitude % power};
 }
 
@@ -82,9 +80,7 @@ public:
         }
         char* const first = nxDigits::WriteBackward(end, whole);
         if (_negative)
-        {
             first[-1] = '-';
-        }
     }
 
 private:
@@ -111,9 +107,7 @@ char* WriteShort(char* out, long long value, unsigned char places, char separato
     nxDigits::Word const word =
         nxDigits::WriteWord(static_cast<unsigned int>(nxArithmetic::Magnitude(value)), places + 1u);
     if (value < 0)
-    {
         *out++ = '-';
-    }
     if (places == 0)
     {
         nxDigits::Word::Put(out, word.bytes, word.count);
@@ -169,9 +163,7 @@ nxDecimal::nxDecimal(long long numerator, long long denominator, unsigned char p
 nxDecimal::nxDecimal(std::string const& text, char separator) : nxDecimal()
 {
     if (!SetFromString(text, separator).IsOK())
-    {
         SetNull();
-    }
 }
 
 nxDecimal nxDecimal::GetNullDecimal()
@@ -221,17 +213,11 @@ void nxDecimal::GetAsEncodedValues(long long& value, unsigned char& places) cons
 void nxDecimal::SetFromEncodedValues(long long const& value, unsigned char const& places)
 {
     if (value == encodedNull)
-    {
         SetNull();
-    }
     else if (value == encodedNoChange)
-    {
         SetNoChange();
-    }
     else
-    {
         *this = ConstructFromValueAndDecimalPlaces(value, places);
-    }
 }
 
 void nxDecimal::InvertSign()
@@ -248,9 +234,7 @@ nxDecimal& nxDecimal::operator-()
 void nxDecimal::Abs()
 {
     if (IsNegative())
-    {
         InvertSign();
-    }
 }
 
 nxDecimal nxDecimal::Abs(nxDecimal const& value)
@@ -272,9 +256,7 @@ void nxDecimal::Normalise(unsigned char const& minimumPlaces)
 void nxDecimal::SetDecimalPlaces(unsigned char const& places, bool onlyDropZeros)
 {
     if (!IsValid())
-    {
         return;
-    }
     if (places < _decimalPlaces && onlyDropZeros)
     {
         Normalise(places);
@@ -304,18 +286,14 @@ nxDecimal& nxDecimal::operator*=(nxDecimal const& right)
 nxDecimal& nxDecimal::operator/=(nxDecimal const& right)
 {
     if (IsValid() && right.IsValid())
-    {
         _SetFromDouble(GetAsDouble() / right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
-    }
     return *this;
 }
 
 bool nxDecimal::operator==(nxDecimal const& right) const
 {
     if (!IsValid() || !right.IsValid())
-    {
         return _status == right._status;
-    }
     return _decimalPlaces == right._decimalPlaces ? _value == right._value
                                                   : !Differ(GetAsDouble(), right.GetAsDouble());
 }
@@ -328,17 +306,11 @@ bool nxDecimal::operator!=(nxDecimal const& right) const
 bool nxDecimal::operator<(nxDecimal const& right) const
 {
     if (!IsValid())
-    {
         return right.IsValid() || _status.GetValue() < right._status.GetValue();
-    }
     if (!right.IsValid())
-    {
         return false;
-    }
     if (_decimalPlaces == right._decimalPlaces)
-    {
         return _value < right._value;
-    }
     double const left = GetAsDouble();
     double const other = right.GetAsDouble();
     bool const differ = Differ(left, other);
@@ -363,27 +335,21 @@ bool nxDecimal::operator>=(nxDecimal const& right) const
 nxDecimal nxDecimal::GetMin(nxDecimal const& a, nxDecimal const& b)
 {
     if (a.IsValid() && b.IsValid())
-    {
         return b < a ? b : a;
-    }
     return a.IsValid() ? a : b;
 }
 
 nxDecimal nxDecimal::GetMax(nxDecimal const& a, nxDecimal const& b)
 {
     if (a.IsValid() && b.IsValid())
-    {
         return a < b ? b : a;
-    }
     return a.IsValid() ? a : b;
 }
 
 void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
 {
     if (!IsValid() || !step.IsValid() || step._value == 0)
-    {
         return;
-    }
     bool const negative = _value < 0;
     bool down = method == NX_ROUNDING_METHOD_DOWN;
     bool up = method == NX_ROUNDING_METHOD_UP;
@@ -408,9 +374,7 @@ void nxDecimal::Round(nxDecimal const& step, nxRoundingMethodEnum const& method)
             nxArithmetic::Add(rounded._value, nxArithmetic::Multiply(step._value, stays ? 0 : 1));
     }
     if (negative)
-    {
         rounded.InvertSign(); // of a zero it is a zero
-    }
     *this = rounded;
 }
 
@@ -434,14 +398,10 @@ nxErrorEnum nxDecimal::SetFromString(std::string const& text, char separator)
     char const* digits = text.c_str();
     bool const negative = *digits == '-';
     if (negative || *digits == '+')
-    {
         ++digits;
-    }
     nxDigits::Number number;
     if (!nxDigits::Read(digits, separator, number))
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     _value = static_cast<long long>(negative ? 0 - number.gathered : number.gathered);
     _decimalPlaces = static_cast<unsigned char>(number.decimals);
     _status = nxValueStatusEnum(NX_VALID);
@@ -509,13 +469,9 @@ void nxDecimal::_Append(std::string& out, unsigned int maximumPlaces, char separ
 void nxDecimal::GetAsLogString(char* buffer, char separator) const
 {
     if (IsValid())
-    {
         GetAsString(buffer, separator);
-    }
     else
-    {
         std::strcpy(buffer, _GetStatusWord());
-    }
 }
 
 void nxDecimal::GetAsLogString(std::string& text, char separator) const
@@ -548,29 +504,21 @@ char const* nxDecimal::_GetStatusWord() const
 void nxDecimal::Write(nxOStream<nxSimpleAsciiStringWriter>& stream, char separator) const
 {
     if (!IsValid())
-    {
         return;
-    }
     char scratch[64];
     auto const write = [&](int length)
     {
         // A length of 64 and more did not fit; one below zero is larger than any.
         if (static_cast<std::size_t>(length) < sizeof(scratch))
-        {
             stream.Write(scratch, static_cast<std::size_t>(length));
-        }
     };
     long long const whole = GetIntegerPart();
     auto const fraction = static_cast<long long>(GetFractionalPart());
     if (whole == 0 && IsNegative())
-    {
         stream.Write("-", 1);
-    }
     write(std::snprintf(scratch, sizeof(scratch), "%lli", whole));
     if (_decimalPlaces != 0)
-    {
         write(std::snprintf(scratch, sizeof(scratch), "%c%0*lld", separator, int{_decimalPlaces}, fraction));
-    }
 }
 
 std::string nxStringHelper::GetAsString(nxDecimal const& value)

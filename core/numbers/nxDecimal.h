@@ -266,17 +266,11 @@ private:
 inline void nxDecimal::_Multiply(nxDecimal const& right)
 {
     if (!IsValid() || !right.IsValid())
-    {
         return;
-    }
     if (_decimalPlaces == 0 && right._decimalPlaces == 0)
-    {
         _value = nxArithmetic::Multiply(_value, right._value);
-    }
     else
-    {
         _SetFromDouble(GetAsDouble() * right.GetAsDouble(), std::max(_decimalPlaces, right._decimalPlaces));
-    }
 }
 
 inline nxDecimal& nxDecimal::operator+=(nxDecimal const& right)

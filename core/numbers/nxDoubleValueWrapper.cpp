@@ -21,9 +21,7 @@ nxDoubleValueWrapper nxDoubleValueWrapper::GetMax(nxDoubleValueWrapper const& a,
                                                   nxDoubleValueWrapper const& b)
 {
     if (a.IsValid() && b.IsValid())
-    {
         return a < b ? b : a;
-    }
     return a.IsValid() ? a : b;
 }
 
@@ -31,9 +29,7 @@ nxDoubleValueWrapper nxDoubleValueWrapper::GetMin(nxDoubleValueWrapper const& a,
                                                   nxDoubleValueWrapper const& b)
 {
     if (a.IsValid() && b.IsValid())
-    {
         return a > b ? b : a;
-    }
     return a.IsValid() ? a : b;
 }
 
@@ -52,8 +48,6 @@ nxErrorEnum nxDoubleValueWrapper::SetFromString(std::string const& text)
 {
     nxErrorEnum const result = nxStringHelper::SetFromString(text, _value, '.');
     if (!result.IsOK())
-    {
         SetNull();
-    }
     return result;
 }

@@ -43,9 +43,7 @@ void nxExchangeRate::SetConversionRate(nxDecimal const& rate)
 nxMoney nxExchangeRate::ConvertToTargetCurrency(nxMoney const& money) const
 {
     if (money.GetCurrency() != _source)
-    {
         return nxMoney::GetNullMoney();
-    }
     return nxMoney(money.GetDecimalValue() * _rate, _target);
 }
 

@@ -76,9 +76,7 @@ void nxExchangeRateConverter::SetAndOwnExchangeRateList(nxExchangeRateList* list
 {
     nxMutexGuard guard(_mutex);
     if (list != _list.get())
-    {
         _list.reset(list);
-    }
 }
 
 void nxExchangeRateConverter::SetDefaultTargetCurrency(nxCurrencyEnum const& target)
@@ -109,9 +107,7 @@ nxMoney nxExchangeRateConverter::ConvertToTargetCurrencyNoLock(nxMoney const& mo
                                                                nxCurrencyEnum const& target) const
 {
     if (money.GetCurrency() == target)
-    {
         return money;
-    }
     return _list == nullptr ? nxMoney::GetNullMoney() : _list->ConvertToTargetCurrency(money, target);
 }
 

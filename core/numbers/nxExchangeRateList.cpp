@@ -20,9 +20,7 @@ nxExchangeRateList::nxExchangeRateList(nxExchangeRateList const& other) : nxExch
 nxExchangeRateList& nxExchangeRateList::operator=(nxExchangeRateList const& other)
 {
     if (this == &other)
-    {
         return *this;
-    }
     for (auto const& [key, rate] : other._rates)
     {
         auto copy = std::make_unique<nxExchangeRate>(*rate);
@@ -36,9 +34,7 @@ nxExchangeRateList& nxExchangeRateList::operator=(nxExchangeRateList const& othe
 nxExchangeRateList::~nxExchangeRateList()
 {
     for (auto const& [key, rate] : _rates)
-    {
         delete rate;
-    }
 }
 
 void nxExchangeRateList::SetExchangeRate(nxExchangeRate const& rate)
@@ -76,12 +72,8 @@ void nxExchangeRateList::GetExchangeRates(nxCurrencyEnum const& source,
 {
     rates.clear();
     for (auto const& [key, rate] : _rates)
-    {
         if (rate->GetSourceCurrency() == source)
-        {
             rates.push_back(rate);
-        }
-    }
 }
 
 nxExchangeRateList::RateMap const& nxExchangeRateList::GetExchangeRateMap() const
@@ -97,9 +89,7 @@ nxExchangeRateList::RateMap& nxExchangeRateList::GetExchangeRateMap()
 nxMoney nxExchangeRateList::ConvertToTargetCurrency(nxMoney const& money, nxCurrencyEnum const& target) const
 {
     if (money.GetCurrency() == target)
-    {
         return money;
-    }
     auto const found = _rates.find(_GetMapKey(money.GetCurrency(), target));
     return found == _rates.end() ? nxMoney::GetNullMoney() : found->second->ConvertToTargetCurrency(money);
 }
@@ -108,9 +98,7 @@ void nxExchangeRateList::Dump(nxLogLevelEnum level) const
 {
     NX_LOG(level, line);
     for (auto const& [key, rate] : _rates)
-    {
         rate->Dump(level);
-    }
     NX_LOG(level, line);
 }
 

@@ -45,14 +45,10 @@ nxMoney& nxMoney::operator-()
 nxErrorEnum nxMoney::SetFromString(std::string const& text, char separator)
 {
     if (text.size() < currencyLength)
-    {
         return _Refuse();
-    }
     std::size_t const amountLength = text.size() - currencyLength;
     if (!_currency.SetFromShortDescriptionString(text.substr(amountLength)))
-    {
         return _Refuse();
-    }
     if (amountLength == 0)
     {
         _amount.SetNull();
@@ -175,9 +171,7 @@ nxMoney& nxMoney::operator/=(nxMoney const& right)
 bool nxMoney::_KeepsCurrency(nxMoney const& right)
 {
     if (_currency == right._currency)
-    {
         return true;
-    }
     SetNull();
     return false;
 }
@@ -195,9 +189,7 @@ bool nxMoney::operator!=(nxMoney const& right) const
 bool nxMoney::operator<(nxMoney const& right) const
 {
     if (_currency == right._currency)
-    {
         return _amount < right._amount;
-    }
     return _amount <= right._amount && _currency < right._currency;
 }
 
@@ -209,9 +201,7 @@ bool nxMoney::operator<=(nxMoney const& right) const
 bool nxMoney::operator>(nxMoney const& right) const
 {
     if (_currency == right._currency)
-    {
         return _amount > right._amount;
-    }
     return _amount >= right._amount && _currency > right._currency;
 }
 

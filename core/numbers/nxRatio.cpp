@@ -72,16 +72,12 @@ nxErrorEnum nxRatio::SetFromString(std::string const& text)
         }
         unsigned int const digit = nxDigits::ValueOf(c);
         if (digit > 9)
-        {
             return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-        }
         numbers[side] = numbers[side] * 10 + digit;
     }
     // A side without digits is zero too, and so is the right one without a colon.
     if (numbers[0] == 0 || numbers[1] == 0)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     _Set(numbers[0], numbers[1], NX_VALID);
     return nxErrorEnum();
 }
@@ -106,9 +102,7 @@ std::string nxRatio::GetAsLogString() const
 bool nxRatio::operator==(nxRatio const& right) const
 {
     if (!IsValid() || !right.IsValid())
-    {
         return _status == right._status; // the numbers of a null don't count
-    }
     return _left == right._left && _right == right._right;
 }
 
@@ -120,13 +114,9 @@ bool nxRatio::operator!=(nxRatio const& right) const
 bool nxRatio::operator<(nxRatio const& right) const
 {
     if (!IsValid())
-    {
         return right.IsValid() || _status.GetValue() < right._status.GetValue();
-    }
     if (!right.IsValid())
-    {
         return false;
-    }
     return _right == right._right ? _left < right._left : _left * right._right < right._left * _right;
 }
 

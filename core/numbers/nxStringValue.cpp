@@ -117,15 +117,9 @@ void nxStringValue::GetAsLogString(std::string& text) const
 void nxStringValue::AppendAsLogString(std::string& text) const
 {
     if (IsNull())
-    {
         text.append("NULL");
-    }
     else if (IsNoChange())
-    {
         text.append("NO_CHANGE");
-    }
     else
-    {
         text.append(_value);
-    }
 }

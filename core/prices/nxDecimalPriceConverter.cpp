@@ -18,9 +18,7 @@ nxDecimalPriceConverter::nxDecimalPriceConverter()
 bool nxDecimalPriceConverter::SetMinimumTickIncrement(nxDecimal const& tick)
 {
     if (!nxPriceConverter::SetMinimumTickIncrement(tick))
-    {
         return false;
-    }
     _displayPlaces = _AddRatioPlaces(tick.GetDecimalPlaces());
     return true;
 }
@@ -28,9 +26,7 @@ bool nxDecimalPriceConverter::SetMinimumTickIncrement(nxDecimal const& tick)
 bool nxDecimalPriceConverter::SetPriceFromString(std::string const& text)
 {
     if (text.empty())
-    {
         return false;
-    }
     double value = 0.0;
     if (!nxStringHelper::SetFromString(text, value, separator).IsOK())
     {
@@ -55,9 +51,7 @@ std::string const& nxDecimalPriceConverter::GetPriceAsString()
 bool nxDecimalPriceConverter::_SetPriceRatio(nxDecimal const& ratio)
 {
     if (!nxPriceConverter::_SetPriceRatio(ratio))
-    {
         return false;
-    }
     _ratioPlaces = ratio.GetDecimalPlaces();
     return true;
 }

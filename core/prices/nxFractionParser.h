@@ -21,9 +21,7 @@ public:
     {
         _converter._ResetParse();
         if (text.empty() || !_converter._minimumTick.IsValid())
-        {
             return false;
-        }
         if (!_Read(text))
         {
             _converter._price.SetNull();
@@ -39,9 +37,7 @@ private:
     bool _Read(std::string const& text)
     {
         if (text.size() > std::numeric_limits<unsigned short>::max())
-        {
             return false;
-        }
         auto const length = static_cast<unsigned short>(text.size());
         bool separatorSeen = false;
         unsigned short separatorPosition = 0;
@@ -50,16 +46,12 @@ private:
             unsigned short digit = 0;
             bool separator = false;
             if (!_converter._ParseCharacter(&text[position], position, digit, _negative, separator))
-            {
                 return false;
-            }
             if (separator)
             {
                 auto const following = static_cast<unsigned short>(length - position - 1);
                 if (separatorSeen || !_converter._IsValidFractionLength(following))
-                {
                     return false;
-                }
                 separatorSeen = true;
                 separatorPosition = position;
             }
@@ -84,9 +76,7 @@ private:
         case 3: return _converter._ParseThirdDigit(digit, _accumulator, _value);
         case 4:
             if constexpr (requires { &Converter::_ParseFourthDigit; })
-            {
                 return _converter._ParseFourthDigit(digit, _accumulator, _value);
-            }
             return false;
         default: return false;
         }

@@ -95,9 +95,7 @@ namespace nxFractionDigits
 inline bool ReadDigit(char character, unsigned short& digit)
 {
     if (character < '0' || character > '9')
-    {
         return false;
-    }
     digit = static_cast<unsigned short>(character - '0');
     return true;
 }

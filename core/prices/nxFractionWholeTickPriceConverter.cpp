@@ -18,9 +18,7 @@ bool nxFractionWholeTickPriceConverter::SetMinimumTickIncrement(nxDecimal const&
 bool nxFractionWholeTickPriceConverter::SetPriceFromString(std::string const& text)
 {
     if (text.empty())
-    {
         return false;
-    }
     bool const negative = text.front() == '-';
     std::size_t const firstDigit = negative ? 1 : 0;
     bool isNumber = text.size() > firstDigit;
@@ -43,8 +41,6 @@ std::string const& nxFractionWholeTickPriceConverter::GetPriceAsString()
 {
     _text.clear();
     if (_price.IsValid())
-    {
         nxFractionText::AppendNumber(_text, nxArithmetic::ToInt64(_price));
-    }
     return _text;
 }

@@ -38,9 +38,7 @@ bool nxPriceConverter::SetPrice(nxDoubleValueWrapper const& price, bool const& v
 bool nxPriceConverter::ChangePrice(nxValueWrapper<int, 2147483647, 2147483646> const& ticks)
 {
     if (!ticks.IsValid() || !_price.IsValid() || !_minimumTick.IsValid())
-    {
         return false;
-    }
     if (_priceManipulator.IsVariableTick())
     {
         nxDecimal price(double(_price), _priceManipulator.GetMinimumTickIncrement().GetDecimalPlaces());
@@ -87,9 +85,7 @@ unsigned char nxPriceConverter::GetMaxFractionDecimalPlaces() const
 bool nxPriceConverter::_SetPriceRatio(nxDecimal const& ratio)
 {
     if (!ratio.IsValid() || ratio.IsZero() || ratio.IsNegative())
-    {
         return false;
-    }
     _priceRatio = ratio.GetAsDouble();
     return true;
 }
@@ -98,9 +94,7 @@ bool nxPriceConverter::_BeginFractionText(char separator, _Fraction& fraction)
 {
     _text.clear();
     if (!_price.IsValid())
-    {
         return false;
-    }
     bool const hasFraction = _AppendWholePart();
     _text += separator;
     fraction = hasFraction ? _SplitFraction() : _Fraction();
@@ -111,30 +105,22 @@ void nxPriceConverter::_DeriveMinimumTick(unsigned char decimalPlaces)
 {
     unsigned short const denominator = std::max(_firstDenominator, _secondDenominator);
     if (denominator == 0)
-    {
         return;
-    }
     double const tick = nxDecimal(1.0 / denominator, decimalPlaces).GetAsDouble();
     if (!IsNear(tick, 0.0))
-    {
         _minimumTick = tick;
-    }
 }
 
 bool nxPriceConverter::_IsOnTick(nxDoubleValueWrapper const& price) const
 {
     if (!_minimumTick.IsValid())
-    {
         return false;
-    }
     if (!_priceManipulator.IsVariableTick())
     {
         double const ticks = double(price) / double(_minimumTick);
         double const rest = ticks - std::trunc(ticks);
         if (IsNear(rest, 0.0) || IsNear(rest, 1.0) || IsNear(rest, -1.0))
-        {
             return true;
-        }
     }
     // The manipulator's tick may be another than the minimum tick. One that is unset rounds nothing, so that every
     // whole number is then taken for a price on the tick.
@@ -151,21 +137,13 @@ bool nxPriceConverter::_AppendWholePart()
     double const rest = price - static_cast<double>(whole);
     bool hasFraction = false;
     if (IsNear(rest, 1.0))
-    {
         ++whole;
-    }
     else if (IsNear(rest, -1.0))
-    {
         --whole;
-    }
     else
-    {
         hasFraction = !IsNear(rest, 0.0);
-    }
     if (whole == 0 && std::signbit(price) && !IsNear(price, 0.0))
-    {
         _text += '-';
-    }
     nxFractionText::AppendNumber(_text, whole);
     return hasFraction;
 }
@@ -177,17 +155,11 @@ nxPriceConverter::_Fraction nxPriceConverter::_SplitFraction() const
     auto const first = nxFractionText::TruncateToShort(parts);
     double const rest = parts - first;
     if (_secondDenominator == 0)
-    {
         return {nxFractionText::RoundUpAboveHalf(first, rest)};
-    }
     if (IsNear(rest, 0.0))
-    {
         return {first};
-    }
     if (IsNear(rest, 1.0))
-    {
         return {static_cast<unsigned short>(first + 1)};
-    }
     double const subparts = rest / (1.0 / (_secondDenominator / _firstDenominator));
     auto const second = nxFractionText::TruncateToShort(subparts);
     return {first, nxFractionText::RoundUpAboveHalf(second, subparts - second)};

@@ -118,9 +118,7 @@ nxPriceConverter* nxPriceConverterHelper::CreatePriceConverter(nxPriceFormatEnum
 {
     nxPriceConverter* const converter = NewConverter(format.GetValue());
     if (converter != nullptr)
-    {
         (void)converter->_SetPriceRatio(GetRatio(format.GetValue())); // most have none, which is refused
-    }
     return converter;
 }
 
@@ -131,9 +129,7 @@ bool nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper const& price,
     nxConditionalMutexGuard const guard(SharedConvertersMutex(), useLock);
     nxPriceConverter* const converter = _GetPriceConverter(format);
     if (converter == nullptr || !converter->SetPrice(price, false))
-    {
         return false;
-    }
     text = converter->GetPriceAsString();
     return true;
 }
@@ -146,9 +142,7 @@ bool nxPriceConverterHelper::GetPriceAsString(nxDoubleValueWrapper const& price,
     nxPriceConverter* const converter = _GetPriceConverter(format);
     if (converter == nullptr || !converter->SetMinimumTickIncrement(tick) ||
         !converter->SetPrice(price, validate))
-    {
         return false;
-    }
     text = converter->GetPriceAsString();
     return true;
 }

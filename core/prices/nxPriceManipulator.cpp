@@ -6,9 +6,7 @@
 void nxDecimal::Round(nxPriceManipulator const& manipulator, nxRoundingMethodEnum const& method)
 {
     if (IsValid())
-    {
         Round(manipulator._GetStepForPrice(*this), method);
-    }
 }
 
 nxPriceManipulator::nxPriceManipulator() : _tickTable(nullptr)
@@ -101,9 +99,7 @@ void nxPriceManipulator::RoundToValidPrice(nxRoundingMethodEnum const& method, n
 nxVolume nxPriceManipulator::GetPriceDifferenceInTicks(nxDecimal const& a, nxDecimal const& b) const
 {
     if (!a.IsValid() || !b.IsValid())
-    {
         return nxVolume();
-    }
     bool const ascending = a < b;
     nxDecimal low = ascending ? a : b;
     nxDecimal const& high = ascending ? b : a;
@@ -113,9 +109,7 @@ nxVolume nxPriceManipulator::GetPriceDifferenceInTicks(nxDecimal const& a, nxDec
         nxDecimal const before = low;
         Increment(low);
         if (low == before)
-        {
             break;
-        }
         ++count;
     }
     return nxVolume(count);

@@ -38,14 +38,10 @@ bool HasAtMostDigits(long long number, int digits)
 {
     constexpr int exactDigits = 15;
     if (top.GetDecimalPlaces() > places || places > exactDigits)
-    {
         return false;
-    }
     int const added = places - top.GetDecimalPlaces();
     if (!HasAtMostDigits(top.GetValue(), exactDigits - added) || !HasAtMostDigits(magnitude, exactDigits))
-    {
         return false;
-    }
     value = top.GetValue() * PowerOfTen(added);
     return true;
 }
@@ -58,9 +54,7 @@ inline bool Compare(nxDecimal const& top, long long magnitude, unsigned char pla
 {
     long long value = top.GetValue();
     if (top.GetDecimalPlaces() != places && !BringToScale(top, magnitude, places, value))
-    {
         return false;
-    }
     isBelow = value < magnitude;
     return top.IsValid();
 }
@@ -72,26 +66,18 @@ inline bool Compare(nxDecimal const& top, long long magnitude, unsigned char pla
 inline bool nxVariableTickTable::_IsPlainHit(_Ranges::const_iterator range, nxDecimal const& price) const
 {
     if (range == _rangeData.cend() || !price.IsValid())
-    {
         return false;
-    }
     unsigned char const places = price.GetDecimalPlaces();
     long long const magnitude =
         price.IsNegative() ? nxArithmetic::Negate(price.GetValue()) : price.GetValue();
     constexpr unsigned char exactPlaces = 19; // beyond, the power of ten wraps at 64 bits
     bool isBelow = false;
     if (IsUnbounded(range->first))
-    {
         isBelow = places > exactPlaces;
-    }
     else if (!Compare(range->first, magnitude, places, isBelow))
-    {
         return false;
-    }
     if (isBelow || range == _rangeData.cbegin())
-    {
         return !isBelow;
-    }
     return Compare(std::prev(range)->first, magnitude, places, isBelow) && isBelow;
 }
 
@@ -127,9 +113,7 @@ unsigned char nxVariableTickTable::NumberOfDecimalPlaces(nxDecimal const& price)
 void nxVariableTickTable::Increment(nxDecimal& price) const
 {
     if (!price.IsValid())
-    {
         return;
-    }
     auto range = _FindRange(price);
     if (range == _rangeData.cend())
     {
@@ -143,9 +127,7 @@ void nxVariableTickTable::Increment(nxDecimal& price) const
     {
         auto const lower = std::prev(range);
         if (nxDecimal::Abs(price) - range->second <= lower->first)
-        {
             range = lower;
-        }
     }
     _IncreasePrice(price, range);
 }
@@ -153,9 +135,7 @@ void nxVariableTickTable::Increment(nxDecimal& price) const
 void nxVariableTickTable::Decrement(nxDecimal& price) const
 {
     if (!price.IsValid())
-    {
         return;
-    }
     auto range = _FindRange(price);
     if (range == _rangeData.cend())
     {
@@ -167,9 +147,7 @@ void nxVariableTickTable::Decrement(nxDecimal& price) const
     {
         auto const lower = std::prev(range);
         if (price - range->second <= lower->first)
-        {
             range = lower;
-        }
     }
     _DecreasePrice(price, range);
 }
@@ -177,21 +155,15 @@ void nxVariableTickTable::Decrement(nxDecimal& price) const
 void nxVariableTickTable::Increment(nxDecimal& price, int ticks) const
 {
     for (; ticks > 0; --ticks)
-    {
         Increment(price);
-    }
     for (; ticks < 0; ++ticks)
-    {
         Decrement(price);
-    }
 }
 
 void nxVariableTickTable::RoundToValidTick(nxRoundingMethodEnum const& method, nxDecimal& price) const
 {
     if (price.IsValid())
-    {
         price.Round(_GetIncrementForPrice(price), method);
-    }
 }
 
 std::vector<std::pair<nxDecimal, nxDecimal>> const& nxVariableTickTable::GetRangeData() const
@@ -230,18 +202,14 @@ void nxVariableTickTable::_AddRanges(nxTickRangeRow const* rows, std::size_t cou
 bool nxVariableTickTable::_CheckConstraints() const
 {
     if (_rangeData.empty() || _rangeData.back().first != _maxPositiveValue)
-    {
         return false;
-    }
     // A top or an increment that is null sorts below every number and is refused like one that is too small.
     nxDecimal const zero = nxDecimal::ConstructFromValueAndDecimalPlaces(0, 4);
     nxDecimal const* previousTop = &zero;
     for (auto const& [top, increment] : _rangeData)
     {
         if (top == *previousTop || top < *previousTop || increment == zero || increment < zero)
-        {
             return false;
-        }
         previousTop = &top;
     }
     return true;
@@ -292,15 +260,11 @@ nxVariableTickTable::_SearchRange(nxDecimal const& magnitude) const
     // Another thread may have found the same range meanwhile; _SetCache() then hears of it only once.
     auto const cached = _cache.load(std::memory_order_relaxed);
     if (_IsCached(cached, magnitude))
-    {
         return cached;
-    }
     auto const found = std::find_if(_rangeData.cbegin(), _rangeData.cend(),
                                     [&magnitude](auto const& range) { return !(range.first < magnitude); });
     if (found != _rangeData.cend())
-    {
         _SetCache(found);
-    }
     return found;
 }
 
@@ -316,9 +280,7 @@ nxDecimal const& nxVariableTickTable::_GetIncrementForMagnitude(nxDecimal const&
     {
         auto const lower = std::prev(range);
         if (magnitude < lower->first + lower->second)
-        {
             return lower->second;
-        }
     }
     return range->second;
 }

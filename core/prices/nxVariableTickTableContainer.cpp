@@ -38,9 +38,7 @@ consteval Digits ParseRow(char const* text)
             continue;
         }
         if (*text < '0' || *text > '9')
-        {
             throw "a ladder's row holds digits and one point";
-        }
         digits.value = digits.value * 10 + (*text - '0');
         digits.places = static_cast<unsigned char>(digits.places + (pointSeen ? 1 : 0));
     }
@@ -90,9 +88,7 @@ constexpr Entry catalogue[] = {
 nxVariableTickTableContainer::nxVariableTickTableContainer()
 {
     for (Entry const& entry : catalogue)
-    {
         _Register(entry.name, entry.identifier, entry.create());
-    }
     (void)pthread_atfork(nullptr, nullptr, _RemakeLocksInChild);
 }
 
@@ -100,9 +96,7 @@ nxVariableTickTableContainer::nxVariableTickTableContainer()
 void nxVariableTickTableContainer::_RemakeLocksInChild()
 {
     for (auto const& [identifier, table] : _GetInstance()._tables)
-    {
         new (&table->_mutex) nxMutex;
-    }
 }
 
 nxVariableTickTable const* nxVariableTickTableContainer::GetVariableTickTable(std::string const& identifier)
@@ -128,9 +122,7 @@ void nxVariableTickTableContainer::_Register(std::string const& name, std::strin
                                              nxVariableTickTable* table)
 {
     if (!table->_CheckConstraints())
-    {
         return;
-    }
     _identifiers.emplace(name, identifier);
     _tables.emplace(identifier, table);
 }
@@ -141,21 +133,15 @@ void nxVariableTickTableContainer::_LogRegisteredEntries() const
     {
         auto const found = _tables.find(identifier);
         if (found == _tables.end())
-        {
             continue;
-        }
         NX_LOG(NX_INF, "Registered Variable tick table. Name: " << name);
         unsigned int entry = 0;
         for (auto const& [top, increment] : found->second->GetRangeData())
         {
             if (top == nxVariableTickTable::_maxPositiveValue)
-            {
                 NX_LOG(NX_INF, "Entry #" << entry << ". Upper bound: NONE, Delta: " << increment);
-            }
             else
-            {
                 NX_LOG(NX_INF, "Entry #" << entry << ". Upper bound: " << top << ", Delta: " << increment);
-            }
             ++entry;
         }
     }

@@ -23,18 +23,14 @@ void nxVolumeConverter_Abbreviated::GetFormattedDisplayVolume(LongVolume const& 
 {
     text.clear();
     if (volume.IsValid())
-    {
         _Format(volume.GetValue(), text);
-    }
 }
 
 void nxVolumeConverter_Abbreviated::GetFormattedDisplayVolume(nxVolume const& volume, std::string& text) const
 {
     text.clear();
     if (volume.IsValid())
-    {
         _Format(volume.GetValue(), text);
-    }
 }
 
 unsigned int nxVolumeConverter_Abbreviated::GetVolumeIncrement(nxVolume const& volume) const
@@ -43,12 +39,8 @@ unsigned int nxVolumeConverter_Abbreviated::GetVolumeIncrement(nxVolume const& v
     constexpr unsigned int largest = 1000000;
     unsigned int increment = smallest;
     if (volume.IsValid())
-    {
         while (increment < largest && volume.GetValue() >= increment * 100)
-        {
             increment *= 10;
-        }
-    }
     return increment;
 }
 
@@ -71,9 +63,7 @@ bool nxVolumeConverter_Abbreviated::SetVolumeFromString(std::string const& text,
     tooPrecise = false;
     volume.SetNull();
     if (text.empty())
-    {
         return true;
-    }
     _Unit const unit = _GetUnitOfSuffix(text.back());
     bool const hasSuffix = unit.size != 1;
     if (!hasSuffix && (text.back() < '0' || text.back() > '9'))
@@ -83,9 +73,7 @@ bool nxVolumeConverter_Abbreviated::SetVolumeFromString(std::string const& text,
     }
     nxDecimal value;
     if (!value.SetFromString(text.substr(0, text.size() - (hasSuffix ? 1 : 0)), separator).IsOK())
-    {
         return false;
-    }
     if (value.GetDecimalPlaces() > unit.maximumPlaces)
     {
         tooPrecise = unit.maximumPlaces == 0;
@@ -116,9 +104,7 @@ unsigned char nxVolumeConverter_Abbreviated::_GetMaxThousandsPlaces() const
 nxVolumeConverter_Abbreviated::_Unit nxVolumeConverter_Abbreviated::_GetUnitOfSize(long long volume) const
 {
     if (volume >= million || volume <= -million)
-    {
         return _GetUnitOfSuffix('M');
-    }
     return _GetUnitOfSuffix(volume >= thousand || volume <= -thousand ? 'k' : '\0');
 }
 

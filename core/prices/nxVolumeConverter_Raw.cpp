@@ -33,14 +33,10 @@ bool nxVolumeConverter_Raw::SetVolumeFromString(std::string const& text, nxVolum
     tooPrecise = false;
     volume.SetNull();
     if (text.empty())
-    {
         return true;
-    }
     unsigned int value = 0;
     if (!nxStringHelper::SetFromStringView(text, value).IsOK())
-    {
         return false;
-    }
     volume = value;
     return volume.IsValid();
 }

@@ -141,9 +141,7 @@ unsigned int nxApplicationData::GetProcessID()
 {
     nxMutexGuard guard(_Get()._mutex);
     if (_Get()._processID == 0)
-    {
         _Get()._processID = nxPlatform::_getpid();
-    }
     return _Get()._processID;
 }
 
@@ -171,19 +169,13 @@ std::string nxApplicationData::GetIPAddress()
         {
             nxMutexGuard guard(_Get()._mutex);
             if (_Get()._IPAddress.empty())
-            {
                 _Get()._IPAddress = _FindIPAddress(failure);
-            }
             address = _Get()._IPAddress;
         }
         if (!failure.empty())
-        {
             NX_LOG(NX_INF, failure);
-        }
         if (address.empty())
-        {
             NX_LOG(NX_INF, "ERROR - Failed to get IP address for host");
-        }
         return address;
     }
     catch (...)

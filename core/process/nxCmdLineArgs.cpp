@@ -30,20 +30,12 @@ bool IsNumber(std::string const& argument)
     bool digitSeen = false;
     bool pointSeen = false;
     for (std::size_t i = isSigned ? 1 : 0; i < argument.size(); ++i)
-    {
         if (nxDigits::ValueOf(argument[i]) <= 9)
-        {
             digitSeen = true;
-        }
         else if (argument[i] == '.' && !pointSeen)
-        {
             pointSeen = true;
-        }
         else
-        {
             return false;
-        }
-    }
     return digitSeen;
 }
 
@@ -64,9 +56,7 @@ nxDoubleValueWrapper ReadDouble(std::string const& text)
 {
     double value = 0.0;
     if (text.empty() || !nxStringHelper::SetFromString(text, value, '.').IsOK())
-    {
         return nxDoubleValueWrapper::GetNullInstance();
-    }
     return nxDoubleValueWrapper(value);
 }
 
@@ -90,23 +80,17 @@ std::string ReadFromSystem(std::string const& name)
     char buffer[usualSize];
     unsigned int length = nxPlatform::GetEnvironmentVariableA(name.c_str(), buffer, usualSize);
     if (length < usualSize)
-    {
         return std::string(buffer, length);
-    }
     // The variable may grow again between the two calls of a round.
     for (;;)
     {
         unsigned int const size = length + 1;
         std::unique_ptr<char[]> const larger(new (std::nothrow) char[size]);
         if (larger == nullptr)
-        {
             return std::string();
-        }
         length = nxPlatform::GetEnvironmentVariableA(name.c_str(), larger.get(), size);
         if (length < size)
-        {
             return std::string(larger.get(), length);
-        }
     }
 }
 
@@ -186,9 +170,7 @@ void nxCmdLineArgs::_ReadArgs(char** argv)
 {
     _argsRead = true;
     if (*argv == nullptr)
-    {
         return;
-    }
     _command = *argv;
 
     std::string name;
@@ -204,9 +186,7 @@ void nxCmdLineArgs::_ReadArgs(char** argv)
         else if (BeginsWithDash(argument))
         {
             if (isPending)
-            {
                 _args[name].clear();
-            }
             name = argument.substr(1);
             isPending = true;
         }
@@ -216,9 +196,7 @@ void nxCmdLineArgs::_ReadArgs(char** argv)
         }
     }
     if (isPending)
-    {
         _args[name].clear();
-    }
 }
 
 void nxCmdLineArgs::_ReadEnvs(char** envp)
@@ -228,9 +206,7 @@ void nxCmdLineArgs::_ReadEnvs(char** envp)
         std::string const entry(*envp);
         std::size_t const equals = entry.find('=');
         if (equals != std::string::npos)
-        {
             _envs[entry.substr(0, equals)] = entry.substr(equals + 1);
-        }
     }
     _envsRead = true;
 }
@@ -313,9 +289,7 @@ bool nxCmdLineArgs::GetEnvValueAsBool(std::string const& name, bool defaultValue
 {
     std::string const value = GetEnvValue(name);
     if (IsOneOf(value, "TRUE", "YES"))
-    {
         return true;
-    }
     return !IsOneOf(value, "FALSE", "NO") && defaultValue;
 }
 
@@ -325,16 +299,12 @@ nxDateTime nxCmdLineArgs::GetEnvValueAsHHMMSS(std::string const& name) const
     std::string const value = GetEnvValue(name);
     bool const withSeconds = value.size() == 8;
     if ((!withSeconds && value.size() != 5) || value[2] != ':' || (withSeconds && value[5] != ':'))
-    {
         return result;
-    }
     int const hour = ReadTwoDigits(value, 0, 24);
     int const minute = ReadTwoDigits(value, 3, 60);
     int const second = withSeconds ? ReadTwoDigits(value, 6, 60) : 0;
     if (hour < 0 || minute < 0 || second < 0)
-    {
         return result;
-    }
     try
     {
         // One after the other: each setter puts the moment right again, which counts on days with a clock change.
@@ -353,9 +323,7 @@ nxDateTime nxCmdLineArgs::GetEnvValueAsHHMMSS(std::string const& name) const
 bool nxCmdLineArgs::SetEnvValue(std::string const& name, std::string const& value)
 {
     if (name.empty())
-    {
         return false;
-    }
     if (!nxPlatform::SetEnvironmentVariableA(name.c_str(), value.c_str()))
     {
         NX_LOG(NX_ERR, "Failed to change environment variable. " << name << "=" << value);
@@ -366,17 +334,11 @@ bool nxCmdLineArgs::SetEnvValue(std::string const& name, std::string const& valu
 
     nxMutexGuard guard(_mutex);
     if (!_envsRead)
-    {
         return true;
-    }
     if (value.empty())
-    {
         _envs.erase(name);
-    }
     else
-    {
         _envs[name] = value;
-    }
     return true;
 }
 
@@ -409,12 +371,8 @@ void nxCmdLineArgs::Dump(nxLogLevelEnum const& level) const
     }
     NX_LOG(level, "Command Line Args:");
     for (auto const& [name, value] : args)
-    {
         NX_LOG(level, name << " " << value);
-    }
     NX_LOG(level, "Environment Variables:");
     for (auto const& [name, value] : envs)
-    {
         NX_LOG(level, name << "=" << value);
-    }
 }

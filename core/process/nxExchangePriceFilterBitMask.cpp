@@ -39,15 +39,9 @@ unsigned int nxExchangePriceFilterBitMask::_GetBitmaskValueForFlag(std::string c
     auto const& rowsOfClasses = _GetDescriptionMap();
     auto const rows = rowsOfClasses.find(GetClassNameA());
     if (rows == rowsOfClasses.end())
-    {
         return 0;
-    }
     for (auto const& [bits, words] : rows->second)
-    {
         if (words.first == flag)
-        {
             return bits;
-        }
-    }
     return 0;
 }

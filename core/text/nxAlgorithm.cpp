@@ -20,17 +20,11 @@ using Fields = std::deque<std::string>;
 int GetDigitValue(char digit)
 {
     if (digit >= '0' && digit <= '9')
-    {
         return digit - '0';
-    }
     if (digit >= 'A' && digit <= 'F')
-    {
         return digit - 'A' + 10;
-    }
     if (digit >= 'a' && digit <= 'f')
-    {
         return digit - 'a' + 10;
-    }
     return -1;
 }
 
@@ -38,9 +32,7 @@ void AppendBytesAsHex(unsigned char const* bytes, std::size_t length, std::strin
 {
     out.reserve(out.size() + length * 2);
     for (std::size_t i = 0; i < length; ++i)
-    {
         nxAlgorithm::AppendAsHex(bytes[i], out);
-    }
 }
 
 // The bits of the fields that are equal, the field looked at first in the highest; nothing if the pattern doesn't
@@ -50,21 +42,13 @@ std::optional<unsigned int> GetScore(Fields const& patternFields, Fields const& 
 {
     std::size_t const count = keyFields.size();
     if (patternFields.size() != count)
-    {
         return std::nullopt;
-    }
     unsigned int score = 0;
     for (std::size_t i = 0; i < count; ++i)
-    {
         if (patternFields[i] == keyFields[i])
-        {
             score |= 1u << (count - 1 - i);
-        }
         else if (patternFields[i] != wildcard)
-        {
             return std::nullopt;
-        }
-    }
     return score;
 }
 
@@ -76,16 +60,12 @@ nxErrorEnum nxAlgorithm::SetFromHex(std::string_view const& text, unsigned char&
     bool const hasPrefix = text.size() > prefix.size();
     if (text.empty() || text.size() > prefix.size() + 2 ||
         (hasPrefix && text.substr(0, prefix.size()) != prefix))
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     std::string_view const digits = hasPrefix ? text.substr(prefix.size()) : text;
     int const high = digits.size() == 2 ? GetDigitValue(digits.front()) : 0;
     int const low = GetDigitValue(digits.back());
     if (high < 0 || low < 0)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     value = static_cast<unsigned char>(high * 16 + low);
     return nxErrorEnum();
 }
@@ -112,9 +92,7 @@ void nxAlgorithm::AppendAsHex(std::vector<unsigned char> const& bytes, std::stri
 void nxAlgorithm::AppendAsHex(nxByteArray const& bytes, std::string& out)
 {
     if (bytes.bytes != nullptr)
-    {
         AppendBytesAsHex(bytes.bytes, bytes.length, out);
-    }
 }
 
 void nxAlgorithm::GetAsHex(std::vector<unsigned char> const& bytes, std::string& out)
@@ -134,15 +112,11 @@ bool nxAlgorithm::GetBestMatch(std::set<std::string> const& patterns, std::strin
                                std::string const& wildcard)
 {
     if (key.empty() || patterns.empty())
-    {
         return false;
-    }
     Fields keyFields;
     nxStringParser::ExtractAllSubstrings(key, keyFields, !firstFieldFirst, separator);
     if (keyFields.size() > maximumFieldCount)
-    {
         return false;
-    }
     std::string const* found = nullptr;
     unsigned int highestScore = 0;
     for (std::string const& pattern : patterns)
@@ -157,9 +131,7 @@ bool nxAlgorithm::GetBestMatch(std::set<std::string> const& patterns, std::strin
         }
     }
     if (found == nullptr)
-    {
         return false;
-    }
     best = *found;
     return true;
 }

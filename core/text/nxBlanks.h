@@ -19,12 +19,8 @@ constexpr bool nxIsBlank(char byte)
 constexpr std::string_view nxTrimBlanks(char const* begin, char const* end)
 {
     while (begin != end && nxIsBlank(*begin))
-    {
         ++begin;
-    }
     while (begin != end && nxIsBlank(end[-1]))
-    {
         --end;
-    }
     return std::string_view(begin, static_cast<std::size_t>(end - begin));
 }

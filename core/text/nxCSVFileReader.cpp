@@ -30,9 +30,7 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 long GetSize(std::FILE* file)
 {
     if (std::fseek(file, 0, SEEK_END) != 0)
-    {
         return 0;
-    }
     long const size = std::ftell(file);
     std::rewind(file);
     return size;
@@ -74,14 +72,10 @@ public:
                 return _Take(length, length + 1, line);
             }
             if (available > maximumLineLength)
-            {
                 return Outcome::failure;
-            }
             searched = available;
             if (!_Fill())
-            {
                 return _TakeLast(line);
-            }
         }
     }
 
@@ -97,9 +91,7 @@ private:
     Outcome _Take(std::size_t length, std::size_t lengthWithEnd, std::string_view& line)
     {
         if (length > maximumLineLength)
-        {
             return Outcome::failure;
-        }
         line = std::string_view(_buffer.get() + _begin, length);
         _begin += lengthWithEnd;
         _bytesTaken += lengthWithEnd;
@@ -110,9 +102,7 @@ private:
     Outcome _TakeLast(std::string_view& line)
     {
         if (std::ferror(_file) != 0)
-        {
             return Outcome::failure;
-        }
         std::size_t const length = _end - _begin;
         return length == 0 ? Outcome::end : _Take(length, length, line);
     }
@@ -135,9 +125,7 @@ private:
         {
             std::size_t const count = std::fread(out, 1, size, _file);
             if (count != 0 || std::ferror(_file) == 0 || errno != EINTR)
-            {
                 return count;
-            }
             std::clearerr(_file);
         }
     }
@@ -169,9 +157,7 @@ nxErrorEnum nxCSVFileReader::ReadFile(std::string const& path)
 {
     File const file(std::fopen(path.c_str(), "r"));
     if (file == nullptr)
-    {
         return nxErrorEnum(NX_ERR_CSV_FILE_READ_ERROR);
-    }
     long const size = GetSize(file.get());
     std::size_t const rowsBefore = _rows.size();
     LineSource source(file.get());
@@ -199,13 +185,9 @@ void nxCSVFileReader::_AddLine(std::string const& line)
 {
     nxCSVFileRow row;
     if (_useQuotes)
-    {
         row.SetRowData(line, _separator, quoteCharacter);
-    }
     else
-    {
         row.SetRowData(line, _separator);
-    }
     _rows.push_back(std::move(row));
 }
 
@@ -215,9 +197,7 @@ void nxCSVFileReader::_MakeRoomForRow(std::size_t rowsBefore, double partRead)
 {
     std::size_t const count = _rows.size();
     if (count < _rows.capacity())
-    {
         return;
-    }
     std::size_t const least = count + count / 2 + 64;
     std::size_t const most = count * 8 + 64;
     std::size_t expected = least;
@@ -256,9 +236,7 @@ void nxCSVFileReader::GetAsCSVColumn(std::string const& value, std::string& colu
         commaSeen = commaSeen || byte == ',';
         quoteSeen = quoteSeen || byte == quoteCharacter;
         if (quoteSeen) // not only for the quote itself: from the first one on, every byte is preceded by one
-        {
             text.push_back(quoteCharacter);
-        }
         text.push_back(byte);
     }
     if (commaSeen || quoteSeen)

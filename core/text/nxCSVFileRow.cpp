@@ -36,9 +36,7 @@ public:
     ~AddedColumns()
     {
         if (!_areKept)
-        {
             _columns.resize(_before);
-        }
     }
     AddedColumns(AddedColumns const&) = delete;
     AddedColumns& operator=(AddedColumns const&) = delete;
@@ -92,9 +90,7 @@ void nxCSVFileRow::SetRowData(std::string const& row, char separator)
         std::size_t const size = std::min(windowSize, static_cast<std::size_t>(end - window));
         std::size_t const count = FindSeparators(window, size, separator, positions);
         if (_columns.empty())
-        {
             _columns.reserve(count + 1);
-        }
         for (std::size_t i = 0; i < count; ++i)
         {
             char const* const fieldEnd = window + positions[i];
@@ -151,9 +147,7 @@ char const* nxCSVFileRow::_AddQuoted(char const* openingQuote, char const* end, 
         }
         position = nextQuote + 1;
         if (*position != quote)
-        {
             break;
-        }
         text.push_back(quote);
         ++position;
     }
@@ -170,9 +164,7 @@ void nxCSVFileRow::GetRowData(std::string& row, char separator) const
     for (std::string const& column : _columns)
     {
         if (&column != &_columns.front())
-        {
             row.push_back(separator);
-        }
         row.append(column);
     }
 }

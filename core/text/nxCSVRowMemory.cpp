@@ -56,9 +56,7 @@ void* nxCSVRowMemory::Allocate(std::size_t size)
 {
     std::size_t const sizeWithOrigin = sizeof(Origin) + size;
     if (currentBatch != nullptr && sizeWithOrigin <= Region::size - sizeof(Region))
-    {
         return currentBatch->_Take(sizeWithOrigin);
-    }
     return MakeBlock(::operator new(sizeWithOrigin), nullptr);
 }
 
@@ -66,33 +64,23 @@ void nxCSVRowMemory::Free(void* memory) noexcept
 {
     Origin* const origin = static_cast<Origin*>(memory) - 1;
     if (*origin != nullptr)
-    {
         (*origin)->Release();
-    }
     else
-    {
         ::operator delete(origin);
-    }
 }
 
 nxCSVRowMemory::Batch::Batch(bool isWanted) : _outer(currentBatch), _isWanted(isWanted)
 {
     if (_isWanted)
-    {
         currentBatch = this;
-    }
 }
 
 nxCSVRowMemory::Batch::~Batch()
 {
     if (_isWanted)
-    {
         currentBatch = _outer;
-    }
     if (_region != nullptr)
-    {
         _region->Release();
-    }
 }
 
 void* nxCSVRowMemory::Batch::_Take(std::size_t size)
@@ -101,9 +89,7 @@ void* nxCSVRowMemory::Batch::_Take(std::size_t size)
     {
         Region* const next = Region::Create();
         if (_region != nullptr)
-        {
             _region->Release();
-        }
         _region = next;
         _used = sizeof(Region);
     }

@@ -179,17 +179,13 @@ inline bool ReadWithDigitAsSeparator(char const* text, char separator, Number& n
         if (*at == separator)
         {
             if (point != nullptr)
-            {
                 return false;
-            }
             point = at;
             continue;
         }
         unsigned int const digit = ValueOf(*at);
         if (digit > 9)
-        {
             return false;
-        }
         gathered = gathered * 10 + digit;
     }
     number.gathered = gathered;
@@ -216,9 +212,7 @@ inline char const* ReadRun(char const* at, unsigned long long& gathered)
 inline bool Read(char const* text, char separator, Number& number)
 {
     if (ValueOf(separator) <= 9)
-    {
         return ReadWithDigitAsSeparator(text, separator, number);
-    }
     number.gathered = 0;
     char const* const point = ReadRun(text, number.gathered);
     char const* end = point;
@@ -245,15 +239,11 @@ constexpr bool ReadAll(std::string_view text, UnsignedT& value)
     {
         unsigned int const digit = ValueOf(c);
         if (digit > 9)
-        {
             return false;
-        }
         gathered = gathered * 10 + digit;
     }
     if (text.empty())
-    {
         return false;
-    }
     value = gathered;
     return true;
 }
@@ -265,15 +255,11 @@ constexpr int ReadLeading(std::string_view text)
     std::size_t at = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
     bool const isNegative = at < text.size() && text[at] == '-';
     if (isNegative || (at < text.size() && text[at] == '+'))
-    {
         ++at;
-    }
     constexpr long long limit = std::numeric_limits<int>::max();
     long long magnitude = 0;
     for (; at < text.size() && ValueOf(text[at]) <= 9; ++at)
-    {
         magnitude = std::min(limit + 1, magnitude * 10 + ValueOf(text[at]));
-    }
     return static_cast<int>(isNegative ? -magnitude : std::min(limit, magnitude));
 }
 

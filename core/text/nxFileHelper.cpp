@@ -21,14 +21,10 @@ bool ReportFailedDirectory(char const* path)
 bool SeekBackFromEnd(std::FILE* stream, unsigned int maximumDistance)
 {
     if (std::fseek(stream, 0, SEEK_END) != 0)
-    {
         return false;
-    }
     long const size = std::ftell(stream);
     if (size < 0)
-    {
         return false;
-    }
     long const distance = std::min<long>(size, maximumDistance);
     return std::fseek(stream, -distance, SEEK_CUR) == 0;
 }
@@ -38,27 +34,19 @@ std::size_t FindLastLine(char const* bytes, std::size_t end)
 {
     std::size_t position = end - 1;
     if (bytes[position] == '\n' && position > 0)
-    {
         --position;
-    }
     while (position > 0 && bytes[position - 1] != '\n')
-    {
         --position;
-    }
     return position;
 }
 
 void RemoveLineEnd(std::string& line)
 {
     if (line.empty() || line.back() != '\n')
-    {
         return;
-    }
     line.pop_back();
     if (!line.empty() && line.back() == '\r')
-    {
         line.pop_back();
-    }
 }
 
 } // namespace
@@ -90,9 +78,7 @@ bool nxFileHelper::CreateDirectoryA(std::string const& path)
 bool nxFileHelper::CreateDirectoryA(std::wstring const& path)
 {
     if (nxPlatform::_wmkdir(path.c_str()))
-    {
         return true;
-    }
     int const error = errno;
     std::string const bytes = nxPlatform::GetAsUTF8(path.c_str());
     errno = error;
@@ -103,27 +89,17 @@ nxErrorEnum nxFileHelper::GetLastLineOfFile(std::FILE* stream, unsigned int cons
                                             std::string& line)
 {
     if (maxLength == 0 || stream == nullptr)
-    {
         return nxErrorEnum(NX_ERR_INVALID_PARAMETER);
-    }
     std::unique_ptr<char[]> const bytes(new (std::nothrow) char[maxLength]);
     if (bytes == nullptr)
-    {
         return nxErrorEnum(NX_ERR_INSUFFICIENT_MEMORY);
-    }
     if (!SeekBackFromEnd(stream, maxLength))
-    {
         return nxErrorEnum(NX_ERR_FILE_SEEK_ERR);
-    }
     std::size_t const count = std::fread(bytes.get(), 1, maxLength, stream);
     if (count == 0)
-    {
         return nxErrorEnum(NX_ERR_FILE_READ_ERR);
-    }
     if (count == 1 && bytes[0] == '\n')
-    {
         return nxErrorEnum();
-    }
     std::size_t const start = FindLastLine(bytes.get(), count);
     line.assign(bytes.get() + start, count - start);
     RemoveLineEnd(line);
@@ -134,9 +110,7 @@ void nxFileHelper::RemoveFileTypeSuffix(std::string const& path, std::string& st
 {
     std::size_t position = path.size();
     while (position > 0 && path[position - 1] != '.' && !nxPlatform::IsPathSeparator(path[position - 1]))
-    {
         --position;
-    }
     if (position == 0 || path[position - 1] != '.')
     {
         stem = path;

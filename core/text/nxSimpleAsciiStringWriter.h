@@ -14,9 +14,7 @@ public:
     void Append(char const* bytes, std::size_t count)
     {
         if (_buffer.size() + count > _buffer.capacity())
-        {
             _buffer.reserve(std::max(2 * _buffer.capacity(), _buffer.size() + count));
-        }
         _buffer.append(bytes, count);
     }
 

@@ -41,9 +41,7 @@ void Append(std::string& out, IntegerT value)
     auto magnitude = static_cast<UnsignedT>(value);
     bool const negative = std::is_signed_v<IntegerT> && value < 0;
     if (negative)
-    {
         magnitude = 0 - magnitude;
-    }
     if (nxDigits::hasWords && magnitude < nxDigits::Word::limit)
     {
         nxDigits::Word const word = nxDigits::WriteWord(static_cast<unsigned int>(magnitude), 1);
@@ -57,9 +55,7 @@ void Append(std::string& out, IntegerT value)
     char* const end = Grow(out, nxDigits::Count(magnitude) + (negative ? 1 : 0));
     char* const first = nxDigits::WriteBackward(end, magnitude);
     if (negative)
-    {
         first[-1] = '-';
-    }
 }
 
 template <class IntegerT>
@@ -95,16 +91,12 @@ inline Fixed RoundToFixed(double magnitude, unsigned int places)
         ++fixed.whole;
     }
     if (rest == 0.5 && (fixed.fraction == 0 || fixed.fraction % 2 != 0))
-    {
         ++fixed.fraction; // not carried into the whole part, even if all places were nines
-    }
     if (places == 0)
     {
         fixed.fraction = 0;
         if (rest == 0.5 && fixed.whole % 2 != 0)
-        {
             ++fixed.whole;
-        }
     }
     return fixed;
 }
@@ -193,9 +185,7 @@ inline char* WriteWords(char* out, bool negative, unsigned int whole, unsigned i
     }
     first = nxDigits::WriteBackward(first, fixed.whole);
     if (negative)
-    {
         *--first = '-';
-    }
     out.append(first, static_cast<std::size_t>(end - first));
 }
 
@@ -237,9 +227,7 @@ bool ReadDigits(char const* text, UnsignedT& value)
     {
         unsigned int const digit = nxDigits::ValueOf(*text);
         if (digit > 9)
-        {
             return false;
-        }
         read = static_cast<UnsignedT>(read * 10u + digit);
     }
     value = read;
@@ -260,14 +248,10 @@ nxErrorEnum SetSigned(std::string const& text, SignedT& value)
     char const* digits = text.c_str();
     bool const negative = *digits == '-';
     if (negative)
-    {
         ++digits;
-    }
     UnsignedT magnitude = 0;
     if (text.empty() || (negative && *digits == '\0') || !ReadDigits(digits, magnitude))
-    {
         return Refused();
-    }
     value = static_cast<SignedT>(negative ? static_cast<UnsignedT>(UnsignedT(0) - magnitude) : magnitude);
     return nxErrorEnum();
 }
@@ -287,9 +271,7 @@ double GatherInDoubles(char const* text, char separator)
         }
         value = value * 10.0 + nxDigits::ValueOf(*text);
         if (behindSeparator)
-        {
             divisor *= 10.0;
-        }
     }
     return value / divisor;
 }
@@ -455,9 +437,7 @@ void nxStringHelper::AppendAsString(std::string& out, std::string const& value)
 void nxStringHelper::AppendAsString(std::string& out, char const* value)
 {
     if (value != nullptr)
-    {
         out.append(value);
-    }
 }
 
 void nxStringHelper::AppendAsString(std::string& out, nxEnum const& value)
@@ -507,9 +487,7 @@ nxErrorEnum nxStringHelper::SetFromString(std::string const& text, double& value
     char const* const digits = text.c_str() + (negative ? 1 : 0);
     nxDigits::Number number;
     if (!nxDigits::Read(digits, separator, number))
-    {
         return Refused();
-    }
     // Up to here every step of gathering in doubles is exact, so that one division gives the same double.
     constexpr unsigned long long largestExact = 1ull << 53;
     bool const exact = number.count < nxDigits::maximum && number.gathered <= largestExact;
@@ -573,9 +551,7 @@ void nxStringHelper::Strip(std::string& text, char c)
 void nxStringHelper::Replace(std::string& text, std::string const& from, std::string const& to)
 {
     if (from.empty())
-    {
         return;
-    }
     std::size_t at = text.find(from);
     while (at != std::string::npos)
     {
@@ -587,17 +563,13 @@ void nxStringHelper::Replace(std::string& text, std::string const& from, std::st
 void nxStringHelper::PadLeft(std::string& text, unsigned int const& width, char const& fill)
 {
     if (text.size() < width)
-    {
         text.insert(0, width - text.size(), fill);
-    }
 }
 
 void nxStringHelper::PadRight(std::string& text, unsigned int const& width, char const& fill)
 {
     if (text.size() < width)
-    {
         text.append(width - text.size(), fill);
-    }
 }
 
 void nxStringHelper::ToUpper(std::string& text)
@@ -630,9 +602,7 @@ std::string nxStringHelper::GetUppercaseAndUnderscoreFormatted(std::string const
     for (char const c : text)
     {
         if (IsUppercase(c) && IsLowercase(before))
-        {
             formatted.push_back('_');
-        }
         formatted.push_back(c);
         before = c;
     }
@@ -644,9 +614,7 @@ bool nxStringHelper::Compare(std::string const& left, std::string const& right,
                              nxCaseSensitivityEnum const& sensitivity)
 {
     if (sensitivity == NX_CASE_SENSITIVE)
-    {
         return left == right;
-    }
     if (sensitivity == NX_CASE_INSENSITIVE)
     {
         return std::equal(left.begin(), left.end(), right.begin(), right.end(),
@@ -660,9 +628,7 @@ int nxStringHelper::CompareAlphabetically(std::string const& left, std::string c
 {
     bool const sensitive = sensitivity == NX_CASE_SENSITIVE;
     if (!sensitive && sensitivity != NX_CASE_INSENSITIVE)
-    {
         return 0;
-    }
     char const* a = left.c_str();
     char const* b = right.c_str();
     for (;; ++a, ++b)
@@ -670,12 +636,8 @@ int nxStringHelper::CompareAlphabetically(std::string const& left, std::string c
         int const one = sensitive ? static_cast<unsigned char>(*a) : ToLowerByte(*a);
         int const other = sensitive ? static_cast<unsigned char>(*b) : ToLowerByte(*b);
         if (one != other)
-        {
             return one < other ? -1 : 1;
-        }
         if (*a == '\0' || *b == '\0')
-        {
             return 0;
-        }
     }
 }

@@ -7,27 +7,19 @@ nxStringParser::nxStringParser(std::string const& text) : _text(text), _position
 std::string nxStringParser::GetSubString(char separator)
 {
     if (IsFullyParsed())
-    {
         return std::string();
-    }
     return _TakeUpTo(_text.find(separator, _position));
 }
 
 std::string nxStringParser::GetSubString(char separator, char quote)
 {
     if (IsFullyParsed())
-    {
         return std::string();
-    }
     std::size_t end = _position;
     while (end < _text.size() && _text[end] != separator && _text[end] != quote)
-    {
         ++end;
-    }
     if (end >= _text.size())
-    {
         return _TakeUpTo(std::string::npos);
-    }
     return _text[end] == separator ? _TakeUpTo(end) : _TakeQuoted(end, separator, quote);
 }
 
@@ -64,18 +56,14 @@ std::string nxStringParser::_TakeQuoted(std::size_t openingQuote, char separator
         field.append(_text, begin, end - begin);
         begin = end + 1;
         if (begin >= _text.size() || _text[begin] != quote)
-        {
             break;
-        }
         field.push_back(quote);
         ++begin;
     }
     // A separator that is the text's last byte ends the parse here, unlike behind a plain field.
     std::size_t const next = _text.find(separator, begin);
     if (next != std::string::npos && next + 1 < _text.size())
-    {
         _position = next + 1;
-    }
     return field;
 }
 
@@ -88,13 +76,9 @@ void nxStringParser::ExtractAllSubstrings(std::string const& text, std::deque<st
         std::size_t const found = text.find(separator, begin);
         std::size_t const end = found == std::string::npos ? text.size() : found;
         if (reverse)
-        {
             parts.emplace_front(text, begin, end - begin);
-        }
         else
-        {
             parts.emplace_back(text, begin, end - begin);
-        }
         begin = end + 1;
     }
 }

@@ -8,8 +8,6 @@ nxDateTime nxFileHelper::GetModificationTime(std::string const& path)
 {
     nxPlatform::FileStatus status;
     if (!nxPlatform::_stat64i32(path.c_str(), status))
-    {
         return nxDateTime::GetNullDateTime();
-    }
     return nxDateTime(status.modificationTime);
 }

@@ -87,20 +87,16 @@ constexpr int daysOfWeek = 7;
 std::string nxProductTypeEnum::GetAsCode() const
 {
     for (ProductCode const& row : productCodes)
-    {
         if (row.type == _value)
             return row.code;
-    }
     return "*";
 }
 
 nxEnumValue nxProductTypeEnum::GetValueFromCode(std::string const& code)
 {
     for (ProductCode const& row : productCodes)
-    {
         if (row.code == code)
             return row.type;
-    }
     return NX_UNDEFINED;
 }
 

@@ -206,7 +206,6 @@ void Result::PrintText(std::ostream& out, bool colour) const
         if (auto const* field = std::get_if<Field>(&part))
             titleWidth = std::max(titleWidth, DisplayWidth(field->title));
     for (Part const& part : _parts)
-    {
         if (auto const* field = std::get_if<Field>(&part))
             PrintField(out, *field, titleWidth, colour);
         else if (auto const* line = std::get_if<Line>(&part))
@@ -215,7 +214,6 @@ void Result::PrintText(std::ostream& out, bool colour) const
             table->table.Print(out, colour);
         else if (auto const* records = std::get_if<KeyedRecords>(&part))
             records->records.Print(out, colour);
-    }
 }
 
 void Result::PrintProblems(std::ostream& out, bool colour) const
@@ -233,7 +231,6 @@ void Result::PrintJson(std::ostream& out) const
 {
     Json document = Json::object();
     for (Part const& part : _parts)
-    {
         if (auto const* field = std::get_if<Field>(&part))
             document[field->key] = field->cell.value;
         else if (auto const* value = std::get_if<Value>(&part))
@@ -242,7 +239,6 @@ void Result::PrintJson(std::ostream& out) const
             document[table->key] = table->table.GetJson();
         else if (auto const* records = std::get_if<KeyedRecords>(&part))
             document[records->key] = records->records.GetJson();
-    }
     Json problems = Json::array();
     for (Problem const& problem : _problems)
     {

@@ -43,9 +43,7 @@ std::optional<nxDateTime> ReadSeconds(std::string const& text)
     long long seconds = 0;
     if ((!isMarked && text.size() == dateLength) || text.size() > mostDigits ||
         !nxStringHelper::SetFromString(text.substr(isMarked ? 1 : 0), seconds).IsOK())
-    {
         return std::nullopt;
-    }
     return nxDateTime(seconds);
 }
 

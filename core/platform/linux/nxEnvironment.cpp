@@ -31,14 +31,10 @@ unsigned int GetEnvironmentVariableA(char const* name, char* buffer, unsigned in
     EnvironmentLock lock;
     char const* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): that is what the lock is for.
     if (value == nullptr)
-    {
         return 0;
-    }
     std::size_t const length = std::strlen(value);
     if (length >= size)
-    {
         return static_cast<unsigned int>(length + 1);
-    }
     std::memcpy(buffer, value, length + 1);
     return static_cast<unsigned int>(length);
 }
@@ -46,13 +42,9 @@ unsigned int GetEnvironmentVariableA(char const* name, char* buffer, unsigned in
 bool SetEnvironmentVariableA(char const* name, char const* value)
 {
     if (!ChangeEnvironment(name, value))
-    {
         return false;
-    }
     if (std::strcmp(name, "TZ") == 0)
-    {
         ReloadTimeZone();
-    }
     return true;
 }
 
@@ -84,13 +76,9 @@ std::string GetHostAddress(char const* hostName)
     int result = 0;
     while ((result = ::gethostbyname_r(hostName, &entry, storage.data(), storage.size(), &found,
                                        &resolverError)) == ERANGE)
-    {
         storage.resize(storage.size() * 2);
-    }
     if (result != 0 || found == nullptr || found->h_addrtype != AF_INET || found->h_addr_list[0] == nullptr)
-    {
         return std::string();
-    }
     char text[INET_ADDRSTRLEN] = "";
     return ::inet_ntop(AF_INET, found->h_addr_list[0], text, sizeof(text)) == nullptr ? std::string() : text;
 }

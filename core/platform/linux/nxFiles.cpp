@@ -63,9 +63,7 @@ bool ConvertToUTF8(wchar_t const* text, std::string& out)
 bool ConvertPath(wchar_t const* path, std::string& bytes)
 {
     if (ConvertToUTF8(path, bytes))
-    {
         return true;
-    }
     errno = EILSEQ;
     return false;
 }
@@ -76,9 +74,7 @@ bool _stat64i32(char const* path, FileStatus& status)
 {
     struct stat found = {};
     if (::stat(path, &found) != 0)
-    {
         return false;
-    }
     status.isDirectory = S_ISDIR(found.st_mode);
     status.size = static_cast<int>(static_cast<unsigned int>(found.st_size));
     status.modificationTime = found.st_mtime;

@@ -40,9 +40,7 @@ InterruptibleSleep::InterruptibleSleep() : _error(sem_init(&_semaphore, 0, 0) ==
 InterruptibleSleep::~InterruptibleSleep()
 {
     if (_error == 0)
-    {
         (void)sem_destroy(&_semaphore);
-    }
 }
 
 void InterruptibleSleep::Sleep(double seconds)
@@ -63,9 +61,7 @@ void InterruptibleSleep::Sleep(double seconds)
 void InterruptibleSleep::Wake()
 {
     if (_error == 0)
-    {
         (void)sem_post(&_semaphore);
-    }
 }
 
 } // namespace nxPlatform

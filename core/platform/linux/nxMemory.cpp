@@ -14,9 +14,7 @@ void ProvidePages(void* memory, std::size_t size)
     std::size_t const pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     std::size_t const lead = (pageSize - reinterpret_cast<std::uintptr_t>(memory) % pageSize) % pageSize;
     if (size <= lead)
-    {
         return;
-    }
     int const errnoBefore = errno;
     (void)madvise(static_cast<char*>(memory) + lead, (size - lead) / pageSize * pageSize,
                   MADV_POPULATE_WRITE);

@@ -46,9 +46,7 @@ std::string Hash(std::string const& text, std::uint64_t seed)
 {
     std::uint64_t hash = fnvOffset ^ seed;
     for (char character : text)
-    {
         hash = (hash ^ static_cast<unsigned char>(character)) * fnvPrime;
-    }
     return std::to_string(hash);
 }
 
@@ -104,12 +102,8 @@ constinit std::atomic<OpenObject*> openObjects = nullptr;
 NamedObjectState* FindOpen(std::string const& fileName)
 {
     for (OpenObject* object = openObjects.load(std::memory_order_acquire); object; object = object->next)
-    {
         if (object->fileName == fileName)
-        {
             return object->state;
-        }
-    }
     return nullptr;
 }
 
@@ -186,14 +180,10 @@ bool MarkNotReady(int file)
 NamedObjectState* CreateInFile(int file, Initialise const& initialise)
 {
     if (!Reserve(file) || !MarkNotReady(file))
-    {
         return nullptr;
-    }
     NamedObjectState* const region = Map(file);
     if (!region)
-    {
         return nullptr;
-    }
     NamedObjectState* const state = new (region) NamedObjectState();
     if (!initialise(*state))
     {
@@ -215,13 +205,9 @@ Attempt OpenInFile(int file, NamedObjectState** state)
 {
     struct stat status = {};
     if (fstat(file, &status) != 0)
-    {
         return Attempt::done;
-    }
     if (status.st_size < static_cast<off_t>(sizeof(NamedObjectState)))
-    {
         return Attempt::again; // the one who was making it gave up or died
-    }
     NamedObjectState* const opened = Map(file);
     if (opened && opened->ready.load(std::memory_order_acquire) == 0)
     {
@@ -244,26 +230,20 @@ Attempt TryAttach(std::string const& fileName, Initialise const* initialise, Nam
 {
     int const file = shm_open(fileName.c_str(), initialise ? O_RDWR | O_CREAT : O_RDWR, S_IRUSR | S_IWUSR);
     if (file == -1)
-    {
         return Attempt::done;
-    }
     Attempt attempt = Attempt::done;
     if (IsOwn(file) && TryLockForWriting(file))
     {
         *state = initialise ? CreateInFile(file, *initialise) : nullptr;
         if (!*state)
-        {
             (void)MarkNotReady(file);
-        }
     }
     else if (IsOwn(file) && LockForReading(file))
     {
         attempt = OpenInFile(file, state);
     }
     if (!*state)
-    {
         (void)close(file);
-    }
     return attempt;
 }
 
@@ -273,14 +253,10 @@ try
 {
     std::string const fileName = FileName(kind, name);
     if (NamedObjectState* const state = FindOpen(fileName))
-    {
         return state;
-    }
     NamedObjectState* state = nullptr;
     while (TryAttach(fileName, initialise, &state) == Attempt::again)
-    {
         std::this_thread::yield();
-    }
     return state ? EnterOpen(fileName, state) : nullptr;
 }
 catch (std::bad_alloc const&)
@@ -292,9 +268,7 @@ bool InitialiseMutex(NamedObjectState& state)
 {
     pthread_mutexattr_t attributes;
     if (pthread_mutexattr_init(&attributes) != 0)
-    {
         return false;
-    }
     bool const made = pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE) == 0 &&
                       pthread_mutexattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED) == 0 &&
                       pthread_mutexattr_setrobust(&attributes, PTHREAD_MUTEX_ROBUST) == 0 &&
@@ -318,13 +292,9 @@ bool TakeOne(NamedObjectState& state)
 {
     std::uint32_t count = state.count.load(std::memory_order_relaxed);
     while (count != 0)
-    {
         if (state.count.compare_exchange_weak(count, count - 1, std::memory_order_acquire,
                                               std::memory_order_relaxed))
-        {
             return true;
-        }
-    }
     return false;
 }
 
@@ -355,9 +325,7 @@ WaitResult WaitForSemaphore(NamedObjectState& state, unsigned int milliseconds)
         {
             std::chrono::nanoseconds const left = deadline - Clock::now();
             if (left <= std::chrono::nanoseconds::zero())
-            {
                 return WaitResult::timeout;
-            }
             sleep = std::min(sleep, left);
         }
         SleepWhileZero(state.count, sleep);
@@ -386,9 +354,7 @@ NamedObject CreateSemaphoreA(unsigned int initialCount, unsigned int maximumCoun
 {
     constexpr unsigned int largestCount = 0x7FFFFFFF;
     if (maximumCount == 0 || maximumCount > largestCount || initialCount > maximumCount)
-    {
         return nullptr;
-    }
     Initialise const initialise = [=](NamedObjectState& state)
     {
         state.count.store(initialCount, std::memory_order_relaxed);
@@ -404,9 +370,7 @@ bool ReleaseSemaphore(NamedObject semaphore)
     do
     {
         if (count >= semaphore->maximumCount)
-        {
             return false;
-        }
     } while (!semaphore->count.compare_exchange_weak(count, count + 1, std::memory_order_release,
                                                      std::memory_order_relaxed));
     (void)syscall(SYS_futex, Word(semaphore->count), FUTEX_WAKE, 1, nullptr, nullptr, 0);

@@ -32,13 +32,9 @@ std::size_t OutputFile::Write(char const* data, std::size_t size)
     {
         ssize_t const count = write(_descriptor, data + written, size - written);
         if (count > 0)
-        {
             written += static_cast<std::size_t>(count);
-        }
         else if (count == 0 || errno != EINTR)
-        {
             break;
-        }
     }
     return written;
 }
@@ -47,9 +43,7 @@ bool OutputFile::CutOff(std::size_t size)
 {
     off_t const end = lseek(_descriptor, 0, SEEK_CUR);
     if (end < static_cast<off_t>(size))
-    {
         return false;
-    }
     off_t const newEnd = end - static_cast<off_t>(size);
     return ftruncate(_descriptor, newEnd) == 0 && lseek(_descriptor, newEnd, SEEK_SET) == newEnd;
 }

@@ -27,16 +27,12 @@ public:
     {
         unsigned int const group = _GroupOf(static_cast<unsigned int>(descriptor));
         if (group == 0 || _groups[group - 1].load(std::memory_order_acquire))
-        {
             return true;
-        }
         Count* const counts = new (std::nothrow) Count[std::size_t{firstGroupSize} << (group - 1)]();
         Count* expected = nullptr;
         if (counts &&
             !_groups[group - 1].compare_exchange_strong(expected, counts, std::memory_order_acq_rel))
-        {
             delete[] counts; // another thread was faster
-        }
         return counts != nullptr;
     }
 
@@ -55,9 +51,7 @@ public:
     int GetDescriptor(SOCKET socket) const
     {
         if ((socket & neverSet) != 0)
-        {
             return -1;
-        }
         auto const descriptor = static_cast<unsigned int>(socket);
         Count const* const count = _Find(descriptor);
         bool const isLive = count && count->load(std::memory_order_relaxed) == _OpenCountOf(socket);
@@ -71,9 +65,7 @@ public:
     {
         int const descriptor = GetDescriptor(socket);
         if (descriptor == -1)
-        {
             return -1;
-        }
         std::uint32_t open = _OpenCountOf(socket);
         bool const isTaken = _Find(static_cast<unsigned int>(descriptor))
                                  ->compare_exchange_strong(open, open + 1, std::memory_order_relaxed);
@@ -103,9 +95,7 @@ private:
     {
         unsigned int const group = _GroupOf(descriptor);
         if (group == 0)
-        {
             return &_firstGroup[descriptor];
-        }
         Count const* const counts = _groups[group - 1].load(std::memory_order_acquire);
         return counts ? &counts[descriptor - (firstGroupSize << (group - 1))] : nullptr;
     }

@@ -49,9 +49,7 @@ inline sockaddr* AsSockaddr(sockaddr_in* address)
 inline int sendto(SOCKET socket, char const* data, int length, sockaddr_in const* address)
 {
     if (length < 0)
-    {
         return Fail(EINVAL);
-    }
     int const descriptor = socketHandles.GetDescriptor(socket);
     ssize_t const sent = ::sendto(descriptor, data, static_cast<std::size_t>(length), MSG_NOSIGNAL,
                                   AsSockaddr(address), address ? sizeof *address : 0);
@@ -66,9 +64,7 @@ inline int send(SOCKET socket, char const* data, int length)
 inline int recv(SOCKET socket, char* buffer, int size)
 {
     if (size < 0)
-    {
         return Fail(EINVAL);
-    }
     int const descriptor = socketHandles.GetDescriptor(socket);
     return static_cast<int>(
         Restarted([&] { return ::recv(descriptor, buffer, static_cast<std::size_t>(size), 0); }));
@@ -77,9 +73,7 @@ inline int recv(SOCKET socket, char* buffer, int size)
 inline int recvfrom(SOCKET socket, char* buffer, int size, sockaddr_in* sender)
 {
     if (size < 0)
-    {
         return Fail(EINVAL);
-    }
     int const descriptor = socketHandles.GetDescriptor(socket);
     return static_cast<int>(Restarted(
         [&]

@@ -31,9 +31,7 @@ void CloseKeepingError(int descriptor)
 int MoveAboveStandardStreams(int descriptor)
 {
     if (descriptor < 0 || descriptor > STDERR_FILENO)
-    {
         return descriptor;
-    }
     int const moved = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     CloseKeepingError(descriptor);
     return moved;
@@ -44,9 +42,7 @@ SOCKET GiveOut(int opened)
 {
     int const descriptor = MoveAboveStandardStreams(opened);
     if (descriptor == -1)
-    {
         return INVALID_SOCKET;
-    }
     if (!socketHandles.Reserve(descriptor))
     {
         errno = ENOMEM;
@@ -82,15 +78,11 @@ int AwaitConnection(int descriptor)
 {
     pollfd polled = {descriptor, POLLOUT, 0};
     if (Restarted([&] { return ::poll(&polled, 1, -1); }) == -1)
-    {
         return -1;
-    }
     int error = 0;
     socklen_t length = sizeof error;
     if (::getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &error, &length) == -1)
-    {
         return -1;
-    }
     return error == 0 ? 0 : Fail(error);
 }
 
@@ -121,17 +113,13 @@ void Skip(msghdr& message, std::size_t sent)
     for (;;)
     {
         if (sent == -1 && errno != EINTR)
-        {
             return sum > 0 ? sum : -1;
-        }
         if (sent != -1)
         {
             sum += sent;
             Skip(message, static_cast<std::size_t>(sent));
             if (message.msg_iovlen == 0 || !IsBlocking(descriptor))
-            {
                 return sum;
-            }
         }
         sent = ::sendmsg(descriptor, &message, MSG_NOSIGNAL);
     }
@@ -159,9 +147,7 @@ inline ssize_t SendBuffers(int descriptor, _WSABUF const* buffers, unsigned int 
 int SendMany(int descriptor, _WSABUF const* buffers, unsigned int count, unsigned int& bytesSent)
 {
     if (count > IOV_MAX && IsDatagram(descriptor))
-    {
         return Fail(EMSGSIZE);
-    }
     do
     {
         unsigned int const taken = std::min<unsigned int>(count, IOV_MAX);
@@ -174,9 +160,7 @@ int SendMany(int descriptor, _WSABUF const* buffers, unsigned int count, unsigne
         }
         bytesSent += static_cast<unsigned int>(sent);
         if (sent < length)
-        {
             return 0;
-        }
         buffers += taken;
         count -= taken;
     } while (count > 0 && bytesSent <= INT_MAX); // beyond that the sum might not hold another round
@@ -186,9 +170,7 @@ int SendMany(int descriptor, _WSABUF const* buffers, unsigned int count, unsigne
 int ReceiveMessage(SOCKET socket, WSAMSG& message, unsigned int& received)
 {
     if (message.data.len > INT_MAX)
-    {
         return Fail(EINVAL);
-    }
     iovec data = {message.data.buf, message.data.len};
     msghdr header = {};
     int const descriptor = socketHandles.GetDescriptor(socket);
@@ -205,9 +187,7 @@ int ReceiveMessage(SOCKET socket, WSAMSG& message, unsigned int& received)
             return ::recvmsg(descriptor, &header, 0);
         });
     if (count == -1)
-    {
         return -1;
-    }
     message.control.len = static_cast<unsigned int>(header.msg_controllen);
     received = static_cast<unsigned int>(count);
     return 0;
@@ -223,9 +203,7 @@ timespec AsTimespec(std::chrono::nanoseconds duration)
 int Poll(pollfd* polled, unsigned int count, timeval const* timeout)
 {
     if (!timeout)
-    {
         return Restarted([&] { return ::poll(polled, count, -1); });
-    }
     std::chrono::nanoseconds left =
         std::chrono::seconds(timeout->tv_sec) + std::chrono::microseconds(timeout->tv_usec);
     auto const end = Clock::now() + left;
@@ -264,9 +242,7 @@ SOCKET socket(int family, int type, int protocol)
 {
     int const descriptor = ::socket(family, type | SOCK_CLOEXEC, protocol);
     if (descriptor != -1 && type == SOCK_DGRAM)
-    {
         KeepOtherSocketsGroupsAway(descriptor);
-    }
     return GiveOut(descriptor);
 }
 
@@ -274,9 +250,7 @@ int closesocket(SOCKET socket)
 {
     int const descriptor = socketHandles.Close(socket);
     if (descriptor == -1)
-    {
         return Fail(EBADF);
-    }
     // Interrupted or not, the descriptor is gone.
     int const result = ::close(descriptor);
     return result == -1 && errno == EINTR ? 0 : result;
@@ -327,19 +301,13 @@ int WSASend(SOCKET socket, _WSABUF const* buffers, unsigned int count, unsigned 
     bytesSent = 0;
     int const descriptor = socketHandles.GetDescriptor(socket);
     if (!buffers && count > 0)
-    {
         return Fail(EFAULT);
-    }
     if (count > few)
-    {
         return SendMany(descriptor, buffers, count, bytesSent);
-    }
     ssize_t length = 0;
     ssize_t const sent = SendBuffers<few>(descriptor, buffers, count, length);
     if (sent == -1)
-    {
         return -1;
-    }
     bytesSent = static_cast<unsigned int>(sent);
     return 0;
 }
@@ -373,9 +341,7 @@ char const* inet_ntoa(in_addr address, char (&text)[dottedAddressSize])
 void SocketSet::Add(SOCKET socket)
 {
     if (_count < capacity && !Contains(socket))
-    {
         _sockets[_count++] = socket;
-    }
 }
 
 bool SocketSet::Contains(SOCKET socket) const
@@ -391,27 +357,17 @@ int select(SocketSet& sockets, timeval const* timeout)
     {
         polled[index] = {socketHandles.GetDescriptor(sockets._sockets[index]), POLLIN, 0};
         if (polled[index].fd == -1) // poll() would pass over it
-        {
             return Fail(EBADF);
-        }
     }
     if (Poll(polled, sockets._count, timeout) == -1)
-    {
         return -1;
-    }
     if (std::any_of(polled, polled + sockets._count,
                     [](pollfd const& one) { return one.revents & POLLNVAL; }))
-    {
         return Fail(EBADF);
-    }
     unsigned int ready = 0;
     for (unsigned int index = 0; index < sockets._count; ++index)
-    {
         if (polled[index].revents != 0)
-        {
             sockets._sockets[ready++] = sockets._sockets[index];
-        }
-    }
     sockets._count = ready;
     return static_cast<int>(ready);
 }

@@ -17,9 +17,7 @@ void Relax()
 {
     constexpr int moments = 50;
     for (int moment = 0; moment < moments; ++moment)
-    {
         Pause();
-    }
 }
 
 int TryJoin(pthread_t thread)
@@ -32,9 +30,7 @@ AsynchronousSignalsBlocked::AsynchronousSignalsBlocked()
     sigset_t asynchronous;
     (void)sigfillset(&asynchronous);
     for (int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, SIGABRT})
-    {
         (void)sigdelset(&asynchronous, fault);
-    }
     (void)pthread_sigmask(SIG_BLOCK, &asynchronous, &_previous);
 }
 
