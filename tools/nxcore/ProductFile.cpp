@@ -25,9 +25,9 @@ std::string Quoted(std::string const& text)
 class RowReader
 {
 public:
-    RowReader(nxCSVFileRow const& row, std::vector<unsigned int> const& positions, Problem place,
-              Result& result)
-        : _row(row), _positions(positions), _place(std::move(place)), _result(result)
+    RowReader(nxCSVFileRow const& header, std::vector<unsigned int> const& positions, nxCSVFileRow const& row,
+              Problem place, Result& result)
+        : _header(header), _positions(positions), _row(row), _place(std::move(place)), _result(result)
     {
     }
 
@@ -44,8 +44,9 @@ private:
     std::optional<nxDecimal> _ReadPrice(PriceRule const& rule);
     nxVolume _ReadVolume();
 
-    nxCSVFileRow const& _row;
+    nxCSVFileRow const& _header;
     std::vector<unsigned int> const& _positions;
+    nxCSVFileRow const& _row;
     Problem _place;
     Result& _result;
     bool _isSound = true;
@@ -87,21 +88,17 @@ std::optional<Product> RowReader::Read()
     return Product{_Get("symbol"), _Get("exchange"), type, currency, *format, std::move(*rule), last, volume};
 }
 
+/// The first row may name more columns than are read here; each row has all of them.
 bool RowReader::_CheckColumnCount()
 {
     unsigned int const count = _row.GetColCount();
-    if (count == columnNames.size())
-        return true;
-    std::string const counts =
-        std::to_string(count) + " columns in place of " + std::to_string(columnNames.size());
-    if (count > columnNames.size())
-    {
+    unsigned int const expected = _header.GetColCount();
+    std::string const counts = std::to_string(count) + " columns in place of " + std::to_string(expected);
+    if (count > expected)
         _Fail("", "too many columns: " + counts);
-        return false;
-    }
-    auto const missing = std::ranges::find(_positions, count) - _positions.begin();
-    _Fail(columnNames[static_cast<std::size_t>(missing)], "too few columns: " + counts);
-    return false;
+    else if (count < expected)
+        _Fail(_header.GetColValue(count), "too few columns: " + counts);
+    return count == expected;
 }
 
 nxProductTypeEnum RowReader::_ReadType()
@@ -203,13 +200,15 @@ std::optional<std::vector<Product>> ReadProducts(std::string const& path, Result
             result.AddProblem({path, 0, "", "holds no products"});
         return std::nullopt;
     }
-    auto const positions = FindColumns(*reader.GetRow(0), {path, lines.GetLine(0), "", ""}, result);
+    nxCSVFileRow const& header = *reader.GetRow(0);
+    auto const positions = FindColumns(header, {path, lines.GetLine(0), "", ""}, result);
     if (!positions)
         return std::nullopt;
     std::vector<Product> products;
     for (unsigned int index = 1; index < reader.GetRowCount(); ++index)
     {
-        RowReader row(*reader.GetRow(index), *positions, {path, lines.GetLine(index), "", ""}, result);
+        RowReader row(header, *positions, *reader.GetRow(index), {path, lines.GetLine(index), "", ""},
+                      result);
         if (auto product = row.Read())
             products.push_back(std::move(*product));
     }
