@@ -48,7 +48,7 @@ public:
         return _copies.erase(condition) != 0 || _areSomeUnknown;
     }
 
-    // As for HoldAcrossForks().
+    // For nxHeldAcrossForks.
     static nxMutex& GetMutex()
     {
         return GetInstance()._mutex;
@@ -69,7 +69,7 @@ private:
 
 constinit std::atomic<bool> Copies::_any = false;
 
-[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<Copies::GetMutex>();
+[[maybe_unused]] bool const isHeldAcrossForks = nxHeldAcrossForks::Add(Copies::GetMutex);
 } // namespace
 
 nxConditionRaw::nxConditionRaw()

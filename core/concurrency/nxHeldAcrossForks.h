@@ -5,16 +5,21 @@
 /// @file
 /// What becomes of a process-wide mutex in a forked child. For the sources of the library.
 
-/// From now on a fork waits until nobody else holds the mutex, so that the child finds it open and what it guards
-/// whole. Else a child, which has but one thread, could wait for ever for a thread that only its parent has.
+/// Mutexes that a fork waits for, so that the child finds them open and what they guard whole. Else a child, which has
+/// but one thread, could wait for ever for a thread that only its parent has.
 ///
-/// Handlers take the mutexes of those that were registered last first. So whoever asks for another such mutex while
-/// holding this one must be registered after it; for a mutex whose holders wait for nothing, any moment will do.
-/// @tparam mutex  gives the mutex, which lives until the process has ended.
-/// @return whether there was memory for it.
-template <nxMutex& (*mutex)()>
-bool HoldAcrossForks()
+/// For mutexes whose holders ask for no other one, which may then be asked for under any lock of the library's.
+class nxHeldAcrossForks
 {
-    auto const open = [] { (void)mutex().Unlock(); };
-    return pthread_atfork([] { (void)mutex().Lock(); }, open, open) == 0;
-}
+public:
+    nxHeldAcrossForks() = delete;
+
+    /// Called while the library is loaded.
+    /// @param mutex  gives the mutex, which lives until the process has ended
+    /// @return whether there is room for it
+    static bool Add(nxMutex& (*mutex)());
+
+    /// Has forks wait, from the first call on. Before a fork the handlers of those that registered last run first, so
+    /// whoever asks for one of these mutexes under a lock that a fork waits for too calls this, and registers then.
+    static bool RegisterHandlers();
+};

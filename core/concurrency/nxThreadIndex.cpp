@@ -25,7 +25,7 @@ nxMutex& GetNextIndexMutex()
     return nextIndexMutex.mutex;
 }
 
-[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<GetNextIndexMutex>();
+[[maybe_unused]] bool const isHeldAcrossForks = nxHeldAcrossForks::Add(GetNextIndexMutex);
 } // namespace
 
 constinit unsigned int nxThreadIndex::_nextIndex = 0;

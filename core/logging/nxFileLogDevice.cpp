@@ -36,7 +36,7 @@ nxFileLogDevice& nxFileLogDevice::GetInstance()
 {
     if (nxFileLogDevice* const instance = _GetExisting())
         return *instance;
-    nxLogBuildLock lock;
+    nxLogBuildLock lock(nxLogBuildLock::fileDevice);
     if (_GetExisting() == nullptr)
         _instance.store(new nxFileLogDevice, std::memory_order_release);
     return *_GetExisting();
@@ -83,12 +83,19 @@ std::string nxFileLogDevice::_GetNewFileName(nxDateTime const& time) const
 
 bool nxFileLogDevice::_OpenLogFile(std::string name)
 {
-    _isReopenDue = false;
-    if (!_file.Open(std::move(name), _bufferSize))
-    {
+    bool const isOpen = _TryToOpen(std::move(name));
+    if (!isOpen)
         (void)std::fprintf(stderr, "Failed to create log file. Filename: %s\n", _file.GetPath().c_str());
+    return isOpen;
+}
+
+bool nxFileLogDevice::_TryToOpen(std::string name)
+{
+    _isReopenDue = false;
+    _isReopenRefused = false;
+    if (!_file.Open(std::move(name), _bufferSize))
         return false;
-    }
+    _isFileOfChildDue = false;
     if (!_file.HasBuffer())
         (void)std::fputs("Failed to set a buffer for the log file, performance may be degraded.\n", stderr);
     return true;
@@ -132,6 +139,8 @@ nxErrorEnum nxFileLogDevice::Destroy()
     _CloseLogFile(false);
     _file.GiveUp();
     _isReopenDue = false;
+    _isReopenRefused = false;
+    _isFileOfChildDue = false;
     return nxErrorEnum();
 }
 
@@ -139,9 +148,11 @@ void nxFileLogDevice::Write(nxLog const& log)
 {
     nxMutexGuard guard(_mutex);
     if (_isReopenDue)
-        _OpenFileOfChild();
+        _Reopen();
     if (_file.IsOpen())
         _AppendLine(log);
+    else if (_isReopenDue || _isReopenRefused)
+        _file.CountLostLine();
 }
 
 void nxFileLogDevice::_AppendLine(nxLog const& log)
@@ -174,18 +185,20 @@ void nxFileLogDevice::_CutOver()
     }
     _bytesWritten = 0;
     _CloseLogFile(false);
-    (void)_OpenLogFile(std::move(name));
+    _isReopenRefused = !_OpenLogFile(std::move(name));
 }
 
-void nxFileLogDevice::_OpenFileOfChild()
+// Nobody is told of a failure here, so the next batch tries again.
+void nxFileLogDevice::_Reopen()
 {
     try
     {
         // A process that forks for days gets the same process numbers again; with the time they make a new name.
-        nxDateTime const now;
-        std::string name = _GetNewFileName(now);
-        _startTime = now;
-        (void)_OpenLogFile(std::move(name));
+        nxDateTime const time = _isFileOfChildDue ? nxDateTime() : _startTime;
+        std::string name = _GetNewFileName(time);
+        _startTime = time;
+        bool const isRetry = _isReopenRefused; // what it fails by has been reported
+        _isReopenRefused = isRetry ? !_TryToOpen(std::move(name)) : !_OpenLogFile(std::move(name));
     }
     catch (std::bad_alloc const&)
     {
@@ -195,8 +208,15 @@ void nxFileLogDevice::_OpenFileOfChild()
 
 void nxFileLogDevice::Flush()
 {
+    constexpr std::chrono::seconds betweenAttempts(1);
+
     nxMutexGuard guard(_mutex);
     _file.Flush();
+    if (_isReopenRefused && std::chrono::steady_clock::now() >= _nextAttempt)
+    {
+        _isReopenDue = true;
+        _nextAttempt = std::chrono::steady_clock::now() + betweenAttempts;
+    }
 }
 
 std::string nxFileLogDevice::GenerateLogDirectoryFilenamePrefix(nxDateTime const&)
@@ -256,7 +276,9 @@ void nxFileLogDevice::_UnlockInParent()
 void nxFileLogDevice::_RemakeInChild()
 {
     new (&_mutex) nxMutex;
-    _isReopenDue = _isReopenDue || _file.IsOpen();
+    _isFileOfChildDue = _isFileOfChildDue || _isReopenDue || _isReopenRefused || _file.IsOpen();
+    _isReopenDue = _isFileOfChildDue;
+    _isReopenRefused = false;
     _file.Abandon();
     _bytesWritten = 0;
 }

@@ -8,6 +8,7 @@
 #include "core/time/nxDateTime.h"
 
 #include <atomic>
+#include <chrono>
 #include <string>
 
 /// @file
@@ -84,8 +85,9 @@ private:
     void _AppendLine(nxLog const& log);
     std::string _GetNewFileName(nxDateTime const& time) const;
     bool _OpenLogFile(std::string name);
+    bool _TryToOpen(std::string name);
     void _CutOver();
-    void _OpenFileOfChild();
+    void _Reopen();
 
     static nxFileLogDevice* _GetExisting();
     void _LockBeforeFork();
@@ -100,8 +102,11 @@ private:
     unsigned int _bufferSize;
     nxDateTime _startTime;
     nxLogStampText _stampText;
-    /// In a forked child: the parent's file was open, so the next line opens the child's.
-    bool _isReopenDue = false;
+    bool _isReopenDue = false;     ///< the next line opens a file
+    bool _isReopenRefused = false; ///< it was tried in vain; a batch makes it due again
+    /// In a forked child: the parent's file was open, so the one to open is the child's first.
+    bool _isFileOfChildDue = false;
+    std::chrono::steady_clock::time_point _nextAttempt;
 
     static std::atomic<nxFileLogDevice*> _instance;
 };

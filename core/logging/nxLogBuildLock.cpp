@@ -5,16 +5,17 @@
 namespace
 {
 
-constinit pthread_mutex_t buildMutex = PTHREAD_MUTEX_INITIALIZER; // an nxMutex would have to be built itself
+// An nxMutex would have to be built itself.
+constinit pthread_mutex_t mutexes[] = {PTHREAD_MUTEX_INITIALIZER, PTHREAD_MUTEX_INITIALIZER};
 
 } // namespace
 
-void nxLogBuildLock::Lock()
+void nxLogBuildLock::Lock(Of of)
 {
-    (void)pthread_mutex_lock(&buildMutex);
+    (void)pthread_mutex_lock(&mutexes[of]);
 }
 
-void nxLogBuildLock::Unlock()
+void nxLogBuildLock::Unlock(Of of)
 {
-    (void)pthread_mutex_unlock(&buildMutex);
+    (void)pthread_mutex_unlock(&mutexes[of]);
 }

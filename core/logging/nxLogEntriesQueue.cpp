@@ -4,7 +4,25 @@
 #include "core/logging/nxLogSpinGuard.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdio>
 #include <memory>
+
+namespace
+{
+
+/// Says once in a process that the queue takes a good part of the memory, some 200 MB.
+void WarnWhenMany(unsigned long long queued)
+{
+    constexpr unsigned long long many = 500000;
+    static constinit std::atomic<bool> hasWarned = false;
+
+    if (queued >= many && !hasWarned.exchange(true))
+        (void)std::fprintf(stderr, "The log's queue has grown to %llu statements: its devices are slow.\n",
+                           queued);
+}
+
+} // namespace
 
 nxLogEntriesQueue::~nxLogEntriesQueue()
 {
@@ -18,7 +36,9 @@ void nxLogEntriesQueue::Push(nxLog& log)
     while (!_TryPush(copy.get()))
     {
         constexpr unsigned long long firstCapacity = 64;
-        _Grow(std::max(firstCapacity, 2 * GetCapacity()));
+        unsigned long long const queued = GetCapacity();
+        WarnWhenMany(queued);
+        _Grow(std::max(firstCapacity, 2 * queued));
     }
     (void)copy.release();
 }

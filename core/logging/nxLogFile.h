@@ -51,6 +51,12 @@ public:
     /// @return null when memory runs out; the line then counts as lost.
     char* Reserve(std::size_t size);
 
+    /// Takes note of a line that no file was there for.
+    void CountLostLine()
+    {
+        ++_lost;
+    }
+
     /// Adds the line that was put at the place.
     void Commit(std::size_t size);
 

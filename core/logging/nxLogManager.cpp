@@ -1,5 +1,7 @@
 #include "core/logging/nxLogManager.h"
 
+#include "core/concurrency/nxConditionalMutexGuard.h"
+#include "core/concurrency/nxHeldAcrossForks.h"
 #include "core/concurrency/nxMutexGuard.h"
 #include "core/logging/nxConsoleLogDevice.h"
 #include "core/logging/nxFileLogDevice.h"
@@ -51,7 +53,7 @@ nxLogManager& nxLogManager::GetInstance()
 
 nxLogManager& nxLogManager::_Build()
 {
-    nxLogBuildLock lock;
+    nxLogBuildLock lock(nxLogBuildLock::manager);
     nxLogManager* instance = _instance.load(std::memory_order_acquire);
     if (instance == nullptr)
     {
@@ -199,16 +201,20 @@ nxErrorEnum nxLogManager::Destroy()
         _DestroyAllDevices();
         return nxErrorEnum();
     }
+    // A device that ends the process while another thread is in here: that one waits for the device's return.
+    bool const isWaitedFor = _isBeingDestroyed.exchange(true) && ownPasses != 0;
     isDestroying = true;
     {
-        nxMutexGuard guard(_threadMutex);
-        _StopWriter();
+        nxConditionalMutexGuard guard(_threadMutex, !isWaitedFor);
+        if (!isWaitedFor)
+            _StopWriter();
         // What a device logs from here on stays on the queue.
         std::vector<nxLog*> logs;
         _entriesQueue.Swap(logs);
         ImmediateWrite(logs);
         nxLogSlots::Recycle(logs);
         FlushDevices();
+        _isBeingDestroyed = isWaitedFor;
     }
     isDestroying = false;
     _DestroyAllDevices();
@@ -285,15 +291,20 @@ void nxLogManager::_WaitForQueuedStatements()
 
 void nxLogManager::_DestroyAtExit()
 {
-    if (!isDestroying)
-        (void)GetInstance().Destroy();
+    if (isDestroying)
+        return;
+    (void)GetInstance().Destroy();
+    // A host may write to a file that it has not registered.
+    if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
+        (void)file->Destroy();
 }
 
 // Registered while the library is loaded, on one thread: a later moment could fall between another thread's fork and
 // what it is to do before it. Handlers run in reverse order before a fork. The log holds its own locks when it asks for
-// names, keys and the calendar, so the handlers of those are made to be there first.
+// names, keys and the calendar, and devices may ask for more, so the handlers of those are made to be there first.
 bool nxLogManager::_RegisterForkHandlers()
 {
+    (void)nxHeldAcrossForks::RegisterHandlers();
     nxPlatform::EnvironmentLock();
     (void)nxCmdLineArgs::GetInstance();
     (void)nxApplicationData::GetApplicationName();
@@ -304,9 +315,10 @@ bool const nxLogManager::_forkHandlersRegistered = _RegisterForkHandlers();
 
 void nxLogManager::_PrepareFork()
 {
-    nxLogBuildLock::Lock();
+    nxLogBuildLock::Lock(nxLogBuildLock::manager);
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
         instance->_LockForFork();
+    nxLogBuildLock::Lock(nxLogBuildLock::fileDevice);
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
         file->_LockBeforeFork();
     nxLogSlots::LockBeforeFork();
@@ -317,9 +329,10 @@ void nxLogManager::_AfterForkInParent()
     nxLogSlots::UnlockAfterFork();
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
         file->_UnlockInParent();
+    nxLogBuildLock::Unlock(nxLogBuildLock::fileDevice);
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
         instance->_UnlockInParent();
-    nxLogBuildLock::Unlock();
+    nxLogBuildLock::Unlock(nxLogBuildLock::manager);
 }
 
 void nxLogManager::_AfterForkInChild()
@@ -327,17 +340,21 @@ void nxLogManager::_AfterForkInChild()
     nxLogSlots::UnlockAfterFork();
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
         file->_RemakeInChild();
+    nxLogBuildLock::Unlock(nxLogBuildLock::fileDevice);
     if (nxLogManager* const instance = _instance.load(std::memory_order_acquire))
         instance->_RemakeInChild();
-    nxLogBuildLock::Unlock();
+    nxLogBuildLock::Unlock(nxLogBuildLock::manager);
 }
 
 void nxLogManager::_LockForFork()
 {
-    (void)_threadMutex.Lock();
+    // A device that forks has the devices mutex, and whoever has the thread mutex may be waiting for that device.
+    if (ownPasses == 0)
+        (void)_threadMutex.Lock();
     (void)_devicesMutex.Lock();
     // What a device holds back would be written twice, by the parent and by the child.
-    FlushDevices();
+    if (ownPasses == 0)
+        FlushDevices();
     _cycles.LockBeforeFork();
     (void)_entriesQueue._lock.Lock();
 }
@@ -347,7 +364,8 @@ void nxLogManager::_UnlockInParent()
     (void)_entriesQueue._lock.Unlock();
     _cycles.UnlockInParent();
     (void)_devicesMutex.Unlock();
-    (void)_threadMutex.Unlock();
+    if (ownPasses == 0)
+        (void)_threadMutex.Unlock();
 }
 
 void nxLogManager::_RemakeInChild()
@@ -357,6 +375,8 @@ void nxLogManager::_RemakeInChild()
     // The recursive mutex knows its owner by a number that the child doesn't have.
     new (&_devicesMutex) nxMutex(true);
     new (&_threadMutex) nxMutex;
+    _isBeingDestroyed = false;
+    isDestroying = false;
 
     // The parent writes what was queued. Its writer's object stays as it is, since nobody knows what it was about.
     std::vector<nxLog*> logs;

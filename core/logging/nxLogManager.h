@@ -152,6 +152,8 @@ private:
     nxLogCycles& _cycles;
     /// Set when a writer is due that isn't there: in a forked child, and after a thread could not be made.
     std::atomic<bool> _isWriterMissing = false;
+    /// A thread is in Destroy().
+    std::atomic<bool> _isBeingDestroyed = false;
     /// In a forked child, the object of the parent's writer.
     nxLogDeferredWriteThread* _inheritedWriteThread = nullptr;
 

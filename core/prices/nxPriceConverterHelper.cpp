@@ -45,7 +45,7 @@ nxMutex& SharedConvertersMutex()
     return mutex;
 }
 
-[[maybe_unused]] bool const isHeldAcrossForks = HoldAcrossForks<SharedConvertersMutex>();
+[[maybe_unused]] bool const isHeldAcrossForks = nxHeldAcrossForks::Add(SharedConvertersMutex);
 
 nxPriceConverter* NewConverter(unsigned int format)
 {

@@ -5,6 +5,7 @@
 #include "core/logging/nxConsoleLogDevice.h"
 #include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"
+#include "core/prices/nxPriceConverterHelper.h"
 #include "core/process/nxApplicationData.h"
 #include "core/process/nxCmdLineArgs.h"
 #include "tests/Sanitizer.h"
@@ -14,6 +15,7 @@
 #include "tests/prices/nxAllocationCount.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -24,6 +26,7 @@
 
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 
 // Threads of a forked child are meant here.
 extern "C" char const* __tsan_default_options();
@@ -144,6 +147,22 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
              NX_LOG(NX_FTL, "the end");
              return pause();
          }},
+        {"exits in a device that the destruction waits for",
+         []
+         {
+             static auto* const device = new nxRecordingLogDevice; // outlives all
+             static std::atomic<bool> hasEntered = false;
+             device->onWrite = [](std::string const&)
+             {
+                 hasEntered = true;
+                 hasEntered.notify_all();
+                 usleep(200000);
+                 std::exit(0);
+             };
+             nxLogManager::GetInstance().RegisterLogDevice(device);
+             hasEntered.wait(false);
+             return nxLogManager::GetInstance().Destroy().IsOK() ? 1 : 2;
+         }},
         {"exits in a device while it is destroyed",
          []
          {
@@ -167,6 +186,21 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
             ASSERT_EQ(Run(logAndEnd), 0) << end;
             EXPECT_EQ(TakeLog(), (Counts{{0, 20000}, {1, 20000}, {2, 20000}, {3, 20000}})) << end;
         }
+}
+
+TEST_F(nxLogProcess, AFileThatIsNotRegisteredIsClosedAtTheEnd)
+{
+    auto const writeAlone = []
+    {
+        LogToFile();
+        nxLogManager::GetInstance().UnregisterLogDevice(&nxFileLogDevice::GetInstance());
+        nxLog line(NX_INF, "file", 1);
+        line << "thread 0 line 0 end";
+        nxFileLogDevice::GetInstance().Write(line);
+        return 0;
+    };
+    ASSERT_EQ(Run(writeAlone), 0);
+    EXPECT_EQ(TakeLog(), (Counts{{0, 1}}));
 }
 
 TEST_F(nxLogProcess, MayLogFromStaticsThreadLocalsAndExitHandlers)
@@ -277,6 +311,55 @@ TEST_F(nxLogProcess, ADeviceOfAForkedChildMayLogDuringAnotherFork)
         _exit(device->messages == all ? 0 : 2);
     };
     EXPECT_EQ(Run(forkTwice), 0);
+}
+
+TEST_F(nxLogProcess, DevicesMayForkAndAskForWhatAForkWaitsFor)
+{
+    static auto* const device = new nxRecordingLogDevice; // outlives all
+    static std::atomic<bool> hasEntered = false;
+    constexpr auto forkAndWait = []
+    {
+        pid_t const child = fork();
+        child == 0 ? _exit(0) : void(waitpid(child, nullptr, 0));
+    };
+    auto const run = [this](std::function<void()> const& inDevice, std::function<void()> const& meanwhile)
+    {
+        auto const log = [&]
+        {
+            device->onWrite = [&](std::string const& text)
+            {
+                if (text != "the line")
+                    return;
+                hasEntered = true;
+                hasEntered.notify_all();
+                usleep(200000); // the others have come as far as they can
+                inDevice();
+            };
+            nxLogManager::GetInstance().RegisterLogDevice(device);
+            NX_LOG(NX_INF, "the line");
+            meanwhile();
+            return nxLogManager::GetInstance().Destroy().IsOK() ? 0 : 1;
+        };
+        return Run(log);
+    };
+    auto const nothing = [] {};
+    EXPECT_EQ(run(forkAndWait, nothing), 0); // on the thread that destroys
+    EXPECT_EQ(run(forkAndWait, [] { hasEntered.wait(false); }), 0);
+    EXPECT_EQ(run([=] { device->onFlush = forkAndWait; }, nothing), 0);
+    EXPECT_EQ(run(
+                  []
+                  {
+                      std::string text;
+                      (void)nxPriceConverterHelper::GetPriceAsString(
+                          nxDoubleValueWrapper(1.5), NX_PRICE_FORMAT_FRACTION_HALF_TICK, text, true);
+                      (void)nxFileLogDevice::GetInstance(); // for the first time
+                  },
+                  [=]
+                  {
+                      hasEntered.wait(false);
+                      forkAndWait();
+                  }),
+              0);
 }
 
 TEST_F(nxLogProcess, TheUsualLineAllocatesNothingAndABatchIsOneWrite)
@@ -438,6 +521,51 @@ TEST_F(nxLogProcess, CutsOverAfterTheLineThatExceedsTheLimit)
     for (files::path const& path : LogFiles())
         seen += path.stem().string().back() + std::to_string(LinesOf(ReadFile(path))) + ' ';
     EXPECT_EQ(seen, "13 23 31 "); // the file's number and its lines
+}
+
+TEST_F(nxLogProcess, AFailedCutOverIsTriedAgain)
+{
+    auto const blockTheSecondFile = []
+    {
+        LogToFile(300);
+        std::string const second = nxFileLogDevice::GenerateFileName(".log", true, 2, true, true);
+        files::create_directory(second);
+        LogLines(0, 10); // some 70 bytes each, and one batch
+        Drain();
+        LogLines(1, 1);
+        Drain();
+        files::remove(second);
+        usleep(1100000); // one attempt a second
+        LogLines(2, 1);
+        Drain();
+        LogLines(3, 1);
+        return 0;
+    };
+    ASSERT_EQ(Run(blockTheSecondFile), 0);
+    std::regex const told("Failed to create log file. Filename: .*_2.log\n");
+    EXPECT_TRUE(std::regex_match(Read("err"), told)) << Read("err");
+    std::vector<files::path> const paths = LogFiles();
+    ASSERT_EQ(paths.size(), 2u);
+    long const lost = 10 - LinesOf(ReadFile(paths[0])) + 2;
+    std::regex const resumed("\\[ERR\\].* " + std::to_string(lost) +
+                             " lines lost .*\r\n.* thread 3 line 0 end .*\r\n");
+    EXPECT_TRUE(std::regex_match(ReadFile(paths[1]), resumed)) << ReadFile(paths[1]);
+}
+
+TEST_F(nxLogProcess, ALargeQueueIsSaid)
+{
+    auto const fillQueue = []
+    {
+        nxLogEntriesQueue queue;
+        for (int i = 0; i < 530000; ++i)
+        {
+            nxLog line(NX_INF, "file", 1);
+            queue.Push(line);
+        }
+        return 0;
+    };
+    ASSERT_EQ(Run(fillQueue), 0);
+    EXPECT_EQ(Read("err"), "The log's queue has grown to 524288 statements: its devices are slow.\n");
 }
 
 TEST_F(nxLogProcess, AReopeningLeavesEarlierLinesInTheOldFile)
