@@ -120,7 +120,7 @@ bool ShowForks()
 {
     if (char const* const before = std::getenv(openAtStart))
         return OpenDescriptors() <= std::stoul(before);
-    if (underAddressSanitizer)
+    if (underSanitizer)
         NotRun("F12 fork: not run, the locks of the sanitizer's allocator stay as a fork finds them");
     unsigned int const children = Trials(200, 10000);
     auto const start = Clock::now();
