@@ -26,9 +26,10 @@
 ///
 /// Lines are gathered in a buffer of KVT_LOG_FILE_BUFF_SIZE_MB (1 MiB when absent or 0) and written when it is full and
 /// at each flush. No failure reaches a caller. A file that can't be created is reported on standard error, and lines
-/// are then dropped until a reopening succeeds: that of a host, or, after a cut-over and in a forked child, that of the
-/// next batch, which is then tried once a second, and the file begins with how many lines were lost. What a full disk refuses is kept, up to 64 MiB, and written once there
-/// is room; what goes beyond is counted, and the file then says how many lines were lost, where they are missing.
+/// are dropped until one is there. After Create() and CloseAndReopenLogFile(), which tell the host, that is the host's
+/// business; after a cut-over and in a forked child the next batch tries again, then one a second, and the file begins
+/// with how many lines were lost. What a full disk refuses is kept, up to 64 MiB, and written once there is room; what
+/// goes beyond is counted, and the file then says how many lines were lost, where they are missing.
 ///
 /// Names have a grain of one second: a file that is opened twice in one second is overwritten.
 ///

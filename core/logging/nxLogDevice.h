@@ -12,8 +12,8 @@ class nxLog;
 ///
 /// The log calls a device on its writer thread, or in force-flush mode on the thread that logs, and never two calls at
 /// once. Nothing may throw. A device may log; in deferred mode those lines come with the next cycle, which in a forked
-/// child begins with the first statement of anybody else. It may fork and end the process, and must not wait for another
-/// thread that does.
+/// child begins with the first statement of anybody else. It may fork and end the process, and must not wait for
+/// another thread that does.
 class NX_CORE_API nxLogDevice
 {
 public:
