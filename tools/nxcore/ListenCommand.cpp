@@ -319,12 +319,12 @@ void ReceiveDatagrams(nxSocket& socket, Traffic& traffic)
     }
 }
 
-Status Listen(int port, Arguments const& arguments, Form form, Result& result)
+/// @param group  to join; empty for none
+Status Listen(int port, bool isUdp, std::string const& group, Form form, Result& result)
 {
-    std::string const group = arguments.GetOption("group", "");
     InterruptHandler const handler;
     Traffic traffic(form);
-    if (arguments.Has("udp") || !group.empty())
+    if (isUdp || !group.empty())
     {
         nxSocket socket;
         if (!OpenReceiver(socket, port, group, result))
@@ -345,8 +345,9 @@ Status Listen(int port, Arguments const& arguments, Form form, Result& result)
 Status Run(Arguments const& arguments, Result& result)
 {
     auto const port = ReadPort(arguments.Get(0), 0, result);
-    auto const group = arguments.GetOption("group");
-    if (!port || (group && !IsAddress(*group, result)))
+    auto const groupText = arguments.GetOption("group");
+    auto const group = groupText ? ReadAddress(*groupText, result) : std::nullopt;
+    if (!port || (groupText && !group))
         return Status::Unusable;
     if (arguments.Has("raw") && arguments.Has("json"))
         return result.Refuse("", "-raw and -json exclude each other");
@@ -355,7 +356,7 @@ Status Run(Arguments const& arguments, Result& result)
         form = Form::Document;
     if (form == Form::Dump && !nxLogManager::ShouldLog(NX_INF))
         return result.Refuse("", "KVT_LOG_LEVEL hides lines of level Info, as which the log dumps");
-    return Listen(*port, arguments, form, result);
+    return Listen(*port, arguments.Has("udp"), group.value_or(""), form, result);
 }
 } // namespace
 

@@ -19,13 +19,13 @@ std::optional<int> ReadPort(std::string const& text, int least, Result& result)
     return std::nullopt;
 }
 
-bool IsAddress(std::string const& text, Result& result)
+std::optional<std::string> ReadAddress(std::string const& text, Result& result)
 {
     unsigned int address = 0;
     if (nxSocket::ParseAddress(text, address).IsOK())
-        return true;
+        return DottedAddress(address);
     result.AddProblem(Printable(text), "no dotted address such as 127.0.0.1; names are not looked up");
-    return false;
+    return std::nullopt;
 }
 
 std::string DottedAddress(unsigned int address)

@@ -19,8 +19,9 @@ inline constexpr int mostDatagramBytes = 65507;
 /// A port, from `least` to 65535; nothing, with a problem, for any other text.
 std::optional<int> ReadPort(std::string const& text, int least, Result& result);
 
-/// Whether the text is a dotted address; a problem when it is not.
-bool IsAddress(std::string const& text, Result& result);
+/// The dotted address of a text, in the form that sockets read as it is meant, such as "10.0.0.1" for "10.0.0.01"; nothing,
+/// with a problem, when it is none.
+std::optional<std::string> ReadAddress(std::string const& text, Result& result);
 
 /// "192.168.1.9".
 std::string DottedAddress(unsigned int address);

@@ -149,13 +149,14 @@ Sent SendDatagrams(Destination const& to, Input& input, Result& result)
 Status Run(Arguments const& arguments, Result& result)
 {
     auto const port = ReadPort(arguments.Get(1), 1, result);
-    if (!port || !IsAddress(arguments.Get(0), result))
+    auto const host = ReadAddress(arguments.Get(0), result);
+    if (!port || !host)
         return Status::Unusable;
     Input input(arguments.Get(2));
     if (!input.CheckRead(result))
         return Status::Unusable;
     bool const isUdp = arguments.Has("udp");
-    Destination const to = {arguments.Get(0), *port};
+    Destination const to = {*host, *port};
     Sent const sent = isUdp ? SendDatagrams(to, input, result) : SendStream(to, input, result);
     result.AddField("bytes", "bytes", sent.bytes);
     if (isUdp)
