@@ -147,9 +147,12 @@ std::optional<long long> Arguments::GetNumber(std::string_view option, long long
     auto const text = GetOption(option);
     if (!text)
         return std::nullopt;
+    std::string_view digits = *text;
+    if (digits.starts_with('+') && !digits.starts_with("+-"))
+        digits.remove_prefix(1); // as the commands print steps
     long long number = 0;
-    auto const [end, error] = std::from_chars(text->data(), text->data() + text->size(), number);
-    if (error != std::errc() || end != text->data() + text->size() || number < least || number > most)
+    auto const [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size() || number < least || number > most)
         return std::nullopt;
     return number;
 }

@@ -2,6 +2,7 @@
 
 #include "Arguments.h"
 #include "Commands.h"
+#include "PriceRule.h"
 #include "Result.h"
 #include "RowLines.h"
 #include "Words.h"
@@ -62,10 +63,10 @@ std::optional<nxExchangeRate> ReadRate(nxCSVFileRow const& row, Problem& problem
         problem.reason = unknown.reason;
         return std::nullopt;
     }
-    if (!rate.IsPositive())
+    if (!rate.IsPositive() || HasTooManyDigits(row.GetColValue(1)))
     {
         problem.column = Printable(row.GetColValue(1));
-        problem.reason = "a rate above zero expected";
+        problem.reason = "a rate above zero expected, of " + std::to_string(mostDigits) + " digits at most";
         return std::nullopt;
     }
     return nxExchangeRate(*source, *target, rate);
@@ -92,10 +93,11 @@ bool ReadRates(std::string const& path, nxExchangeRateList& rates, Result& resul
 std::optional<nxMoney> ReadMoney(std::string const& text, Result& result)
 {
     nxMoney money;
-    if (money.SetFromString(text, '.').IsOK() && money.IsValid() &&
+    if (!HasTooManyDigits(text) && money.SetFromString(text, '.').IsOK() && money.IsValid() &&
         money.GetCurrency().IsSpecificTypeForInstance())
         return money;
-    result.AddProblem(Printable(text), "an amount such as 100.50USD expected");
+    result.AddProblem(Printable(text), "an amount such as 100.50USD expected, of " +
+                                           std::to_string(mostDigits) + " digits at most");
     return std::nullopt;
 }
 
@@ -126,6 +128,11 @@ Status Run(Arguments const& arguments, Result& result)
     nxMoney const converted = rates.ConvertToTargetCurrency(*money, *target);
     nxExchangeRate const* const rate = FindRate(rates, money->GetCurrency(), *target);
     bool const isConverted = converted.IsValid();
+    if (rate != nullptr &&
+        !FitsDigits(money->GetDecimalValue().GetAsDouble() * rate->GetConversionRate().GetAsDouble(),
+                    converted.GetDecimalValue().GetDecimalPlaces()))
+        return result.Refuse(arguments.Get(0),
+                             "has more than " + std::to_string(mostDigits) + " digits when converted");
     result.AddField("amount", "amount", money->GetAsString('.'));
     result.AddField("rate", "rate", rate == nullptr ? Cell("none", nullptr) : Cell(rate->GetAsString()));
     result.AddField("converted", "converted",

@@ -51,7 +51,7 @@ std::string GeneralHelp()
     text += "\nExamples:\n";
     for (Command const* command : AllCommands())
         text.append("  ").append(command->example).append("\n");
-    text += "\nEvery command knows -json (one document on standard output) and -help.\n"
+    text += "\nEvery command knows -json (one document on standard output), -log DIRECTORY and -help.\n"
             "Exit status: 0 all good, 1 some input was at fault and the rest was shown, 2 wrong use or "
             "nothing read.\n";
     return text;

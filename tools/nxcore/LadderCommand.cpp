@@ -86,9 +86,16 @@ void ShowSteps(nxVariableTickTable const& ladder, nxDecimal const& price, Result
     }
 }
 
-void ShowPrice(nxVariableTickTable const& ladder, nxDecimal const& price, Result& result)
+Status ShowPrice(nxVariableTickTable const& ladder, std::string const& name, std::string const& text,
+                 Result& result)
 {
+    std::string reason;
+    std::optional<nxDecimal> const read = ReadPrice(text, ladder, reason);
+    if (!read)
+        return result.Refuse("PRICE", reason);
+    nxDecimal const& price = *read;
     nxDecimal const& tick = ladder.GetTickIncrement(price);
+    result.AddField("ladder", "Ladder", name);
     result.AddField("price", "Price", price.GetAsString());
     result.AddField("increment", "Increment", tick.GetAsString());
     result.AddField("decimalPlaces", "Decimal places", static_cast<int>(ladder.NumberOfDecimalPlaces(price)));
@@ -96,6 +103,7 @@ void ShowPrice(nxVariableTickTable const& ladder, nxDecimal const& price, Result
     ShowRoundings(ladder, price, result);
     result.AddLine("");
     ShowSteps(ladder, price, result);
+    return Status::Good;
 }
 
 Status DrawLadder(nxVariableTickTable const& ladder, std::string const& name, std::string const& path,
@@ -121,16 +129,9 @@ Status Run(Arguments const& arguments, Result& result)
         return result.Refuse("NAME", UnknownLadder(arguments.Get(0)));
     if (svg)
         return DrawLadder(*ladder, arguments.Get(0), *svg, result);
-    bool const hasPrice = arguments.GetAll().size() > 1;
-    nxDecimal const price(arguments.Get(1), '.');
-    if (hasPrice && !price.IsValid())
-        return result.Refuse("PRICE", '"' + arguments.Get(1) + "\" is no number");
+    if (arguments.GetAll().size() > 1)
+        return ShowPrice(*ladder, arguments.Get(0), arguments.Get(1), result);
     result.AddField("ladder", "Ladder", arguments.Get(0));
-    if (hasPrice)
-    {
-        ShowPrice(*ladder, price, result);
-        return Status::Good;
-    }
     result.AddLine("");
     ShowRanges(*ladder, result);
     return Status::Good;

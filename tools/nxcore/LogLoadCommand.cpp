@@ -32,6 +32,7 @@ constexpr long long mostLines = 100000000;
 constexpr long long usualLength = 100;
 constexpr long long leastLength = 48; // room for the numbers by which a line is found again
 constexpr long long mostLength = 65536;
+constexpr long long mostTotalLines = 200000000; // four bytes of memory each, beside what the log takes
 
 constexpr long long mostWarmUpLines = 200000; // of all threads: some 100 MB
 
@@ -113,8 +114,9 @@ class TemporaryDirectory
 public:
     TemporaryDirectory()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "nxcore-log-XXXXXX").string();
-        if (mkdtemp(pattern.data()) != nullptr)
+        std::error_code error;
+        std::string pattern = (std::filesystem::temp_directory_path(error) / "nxcore-log-XXXXXX").string();
+        if (!error && mkdtemp(pattern.data()) != nullptr)
             _path = pattern;
     }
 
@@ -307,6 +309,9 @@ Status Run(Arguments const& arguments, Result& result)
         !ReadSwitch(arguments, "lines", 1, mostLines, load.lines, result) ||
         !ReadSwitch(arguments, "length", leastLength, mostLength, load.length, result))
         return Status::Unusable;
+    if (load.threads * load.lines > mostTotalLines)
+        return result.Refuse("-lines",
+                             "all threads together log " + std::to_string(mostTotalLines) + " at most");
     nxLogManager& manager = nxLogManager::GetInstance();
     if (!nxLogManager::ShouldLog(NX_INF))
         return result.Refuse("", "KVT_LOG_LEVEL hides lines of level Info");
@@ -315,6 +320,9 @@ Status Run(Arguments const& arguments, Result& result)
     if (!arguments.Has("log"))
     {
         temporary.emplace();
+        if (temporary->GetPath().empty())
+            return result.Refuse(
+                "", "no directory for temporary files: TMPDIR, or -log, must name one to write into");
         std::string const fault = OpenOwnLog(temporary->GetPath());
         if (!fault.empty())
             return result.Refuse("", fault);

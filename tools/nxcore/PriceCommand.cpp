@@ -64,6 +64,9 @@ Status Run(Arguments const& arguments, Result& result)
     auto const price = rule->Read(text);
     if (!price)
         return result.Refuse("TEXT", rule->GetFault(text));
+    if (steps && !rule->Holds(*price, static_cast<int>(*steps)))
+        return result.Refuse("-steps", "so many ticks lead to more than the " + std::to_string(mostDigits) +
+                                           " digits of a price");
 
     result.AddField("format", "Format", Cell(format->GetLongDescription(), format->GetAsString()));
     result.AddField("value", "Value", Cell(Trimmed(*price), price->GetAsDouble()));

@@ -2,7 +2,9 @@
 
 #include "core/prices/nxPriceConverterHelper.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace nxTool
 {
@@ -18,7 +20,7 @@ nxDecimal FinestTick()
 nxDecimal DecimalOf(double price)
 {
     unsigned char places = 9;
-    while (places > 0 && std::fabs(price) * std::pow(10.0, places) > 9e18)
+    while (places > 0 && !FitsDigits(price, places))
         --places;
     nxDecimal value(price, places);
     value.SetDecimalPlaces(0, true);
@@ -33,6 +35,31 @@ nxDecimal DefaultTick(nxPriceFormatEnum const& format)
 std::unique_ptr<nxPriceConverter> NewConverter(nxPriceFormatEnum const& format)
 {
     return std::unique_ptr<nxPriceConverter>(nxPriceConverterHelper::CreatePriceConverter(format));
+}
+
+std::string TooManyDigits(std::string const& text)
+{
+    return '"' + text + "\" has more than the " + std::to_string(mostDigits) +
+           " digits of a price, decimal places included";
+}
+
+/// Whether a price can be rounded to a tick, and moved by so many of them to either side, within `mostDigits`.
+bool IsHeld(nxDecimal const& price, nxDecimal const& tick, int ticks = 0)
+{
+    double const reach = std::fabs(price.GetAsDouble()) + std::abs(ticks) * tick.GetAsDouble();
+    return FitsDigits(reach, tick.GetDecimalPlaces());
+}
+
+std::optional<nxDecimal> ReadDecimal(std::string const& text, std::string& reason)
+{
+    nxDecimal const value(text, '.');
+    if (!value.IsValid())
+        reason = '"' + text + "\" is no number";
+    else if (HasTooManyDigits(text))
+        reason = TooManyDigits(text);
+    else
+        return value;
+    return std::nullopt;
 }
 
 /// A converter that takes every text of its format.
@@ -87,15 +114,21 @@ bool PriceRule::NeedsTick(nxPriceFormatEnum const& format)
 
 std::optional<nxDecimal> PriceRule::Read(std::string const& text) const
 {
-    if (!_reader->SetPriceFromString(text))
+    if (HasTooManyDigits(text) || !_reader->SetPriceFromString(text))
         return std::nullopt;
-    return DecimalOf(_reader->GetPrice());
+    nxDecimal const price = DecimalOf(_reader->GetPrice());
+    return Holds(price) ? std::optional(price) : std::nullopt;
 }
 
 std::string PriceRule::Show(nxDecimal const& price) const
 {
     (void)_converter->SetPrice(price.GetAsDouble(), false);
     return _converter->GetPriceAsString();
+}
+
+bool PriceRule::Holds(nxDecimal const& price, int ticks) const
+{
+    return IsHeld(price, TickAt(price), ticks);
 }
 
 std::string PriceRule::GetFault(std::string const& text) const
@@ -106,6 +139,8 @@ std::string PriceRule::GetFault(std::string const& text) const
     if (price)
         return text + " is off its tick of " + TickAt(*price).GetAsString() + ", between " +
                Show(Stepped(*price, -1)) + " and " + Show(Stepped(*price, 1));
+    if (_reader->SetPriceFromString(text))
+        return TooManyDigits(text);
     if (NeedsTick(_format))
         return '"' + text + "\" is no " +
                (_format == NX_PRICE_FORMAT_FRACTION_FULL_TICK ? "whole number" : "number");
@@ -146,16 +181,40 @@ nxDecimal PriceRule::TickAt(nxDecimal const& price) const
     return _ladder == nullptr ? _manipulator.GetMinimumTickIncrement() : _ladder->GetTickIncrement(price);
 }
 
+bool FitsDigits(double value, unsigned char decimalPlaces)
+{
+    return std::fabs(value) < std::pow(10.0, mostDigits - decimalPlaces);
+}
+
+bool HasTooManyDigits(std::string const& text)
+{
+    std::size_t const start = text.find_first_of("123456789");
+    if (start == std::string::npos)
+        return false;
+    auto const isDigit = [](char character) { return character >= '0' && character <= '9'; };
+    return std::count_if(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), isDigit) > mostDigits;
+}
+
+std::optional<nxDecimal> ReadPrice(std::string const& text, nxVariableTickTable const& ladder,
+                                   std::string& reason)
+{
+    std::optional<nxDecimal> const price = ReadDecimal(text, reason);
+    if (!price || IsHeld(*price, ladder.GetTickIncrement(*price)))
+        return price;
+    reason = TooManyDigits(text);
+    return std::nullopt;
+}
+
 std::optional<nxDecimal> ReadTick(std::string const& text, std::string& reason)
 {
-    nxDecimal const tick(text, '.');
-    if (!tick.IsValid())
-        reason = '"' + text + "\" is no number";
-    else if (tick.IsZero())
+    std::optional<nxDecimal> const tick = ReadDecimal(text, reason);
+    if (!tick)
+        return std::nullopt;
+    if (tick->IsZero())
         reason = "a tick of zero moves no price";
-    else if (tick.IsNegative())
+    else if (tick->IsNegative())
         reason = "a tick is above zero, and " + text + " is not";
-    else if (tick < FinestTick())
+    else if (*tick < FinestTick())
         reason = text + " is smaller than the smallest tick, " + FinestTick().GetAsString();
     else
         return tick;

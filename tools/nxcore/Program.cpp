@@ -29,8 +29,9 @@ bool IsJsonWanted(nxCmdLineArgs const& commandLine)
 }
 
 /// Whoever asked for a document gets one, also when nothing can be done.
-int ComplainAndExit(nxCmdLineArgs const& commandLine, std::string const& complaint)
+int ComplainAndExit(nxCmdLineArgs const& commandLine, std::string_view words)
 {
+    std::string const complaint = Printable(words);
     if (IsJsonWanted(commandLine))
     {
         Result result;
@@ -97,17 +98,24 @@ int RunProgram(nxCmdLineArgs& commandLine, int argc, char** argv, char** envp)
 {
     std::span<char const* const> const words(argv, static_cast<std::size_t>(argc));
     std::string_view const name = words.size() > 1 ? words[1] : "-help";
-    if (name == "-help" || name == "--help" || name == "help")
+    bool const isHelp = name == "help";
+    if (name == "-help" || name == "--help" || (isHelp && words.size() == 2))
     {
         std::cout << GeneralHelp();
         return ExitCode(Status::Good);
     }
-    Command const* const command = FindCommand(name);
+    std::string_view const topic = isHelp ? words[2] : name;
+    Command const* const command = FindCommand(topic);
     if (command == nullptr)
     {
         SetUp(commandLine, argv, envp);
-        return ComplainAndExit(commandLine, "unknown command " + std::string(name) + DidYouMeanCommand(name) +
-                                                " (nxcore -help lists all)");
+        return ComplainAndExit(commandLine, "unknown command " + std::string(topic) +
+                                                DidYouMeanCommand(topic) + " (nxcore -help lists all)");
+    }
+    if (isHelp)
+    {
+        std::cout << HelpOf(*command);
+        return ExitCode(Status::Good);
     }
     OrderedWords ordered(*command, words.front(), words.subspan(2));
     SetUp(commandLine, ordered.GetArgv(), envp);
