@@ -21,7 +21,7 @@ install(
 
 # Packages bring no debug information; CPack takes it out of the shared library.
 install(
-  CODE "if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+  CODE "if(${NX_BELOW_SYSTEM_PREFIX})
   execute_process(
     COMMAND \"${CMAKE_STRIP}\" --strip-debug \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/libnxcore.a\"
     COMMAND_ERROR_IS_FATAL ANY)

@@ -10,3 +10,7 @@ if(EXISTS /etc/debian_version
       CACHE PATH "Libraries, below the prefix")
 endif()
 include(GNUInstallDirs)
+
+# True when files are installed below the system's own prefix, by `cmake --install` or by CPack into what becomes a
+# package; other prefixes, however they end, are folders that may be moved. For code that runs when installing.
+set(NX_BELOW_SYSTEM_PREFIX "CMAKE_INSTALL_PREFIX MATCHES \"^/usr\$|/_CPack_Packages/.*/usr\$\"")

@@ -39,7 +39,7 @@ set_target_properties(nxcore-tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_I
 install(TARGETS nxcore-tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 # Below /usr the system's loader finds it, and packages have neither run paths nor symbols.
 install(
-  CODE "if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+  CODE "if(${NX_BELOW_SYSTEM_PREFIX})
   set(program \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/nxcore\")
   file(RPATH_REMOVE FILE \"\${program}\")
   execute_process(COMMAND \"${CMAKE_STRIP}\" \"\${program}\" COMMAND_ERROR_IS_FATAL ANY)
@@ -63,7 +63,7 @@ install(
 # Where zsh looks for what packages bring is Debian's choice; elsewhere it is zsh's own.
 install(
   CODE "set(functions site-functions)
-if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+if(${NX_BELOW_SYSTEM_PREFIX})
   set(functions vendor-completions)
 endif()
 file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${functions}\"
@@ -73,7 +73,7 @@ file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh
 # Below /usr GDB trusts what lies in a folder of its own; elsewhere it has to be told to trust the library's folder.
 install(
   CODE "set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\")
-if(CMAKE_INSTALL_PREFIX MATCHES \"/usr\$\")
+if(${NX_BELOW_SYSTEM_PREFIX})
   set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR}\")
 endif()
 file(INSTALL DESTINATION \"\${folder}\" TYPE FILE FILES \"${PROJECT_BINARY_DIR}/core/${debugger_script}\")"

@@ -13,6 +13,7 @@ for pattern in bin/nxcore include/core/core.h 'lib*/libnxcore.a' 'lib*/libnxcore
   share/fish/vendor_completions.d/nxcore.fish 'lib*/libnxcore.so.1.37.2032-gdb.py'; do
   [ -n "$(find "$prefix" -path "$prefix/$pattern")" ] || { echo "$pattern is missing"; failures=1; }
 done
+"$prefix/bin/nxcore" version >/dev/null || failures=1 # finds its library
 
 # The prefix can be moved: nothing in it knows where it lies or where it was built.
 if grep -rIlF -e "$prefix" -e "$build" "$prefix"; then
