@@ -11,6 +11,7 @@
 #include <climits>
 #include <cstdlib>
 #include <deque>
+#include <new>
 
 namespace
 {
@@ -98,8 +99,15 @@ nxSocket::nxSocket() : _connected(false), _family(AF_INET), _socket(INVALID_SOCK
 
 nxSocket::~nxSocket()
 {
-    if (IsValid())
-        (void)Close();
+    try
+    {
+        if (IsValid())
+            (void)Close();
+    }
+    catch (std::bad_alloc const&)
+    {
+        // The handle is closed; the line that says how has no memory.
+    }
     nxPlatform::WSACleanup();
     std::free(_address);
 }

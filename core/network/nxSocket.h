@@ -34,8 +34,12 @@ enum NX_SOCKET_TYPE : int
 /// whatever it holds. So SendTo() after ReceiveFrom() answers the sender, and after Bind() reaches the socket
 /// itself.
 ///
-/// Nothing here throws but for want of memory. Hosts are dotted IPv4 texts; names are not looked up. Where an
-/// operation says that it logs, the line is at level Error and carries the system's error number and the
+/// Hosts and groups are dotted IPv4 texts as the system's inet_addr() reads them; names are not looked up. Unlike
+/// ParseAddress() it takes a number with a leading zero as octal and one with 0x as hexadecimal, and one to three
+/// numbers for an address. A text that is no address stands for 255.255.255.255, which Connect() refuses, and which
+/// is everybody for a socket that may broadcast.
+///
+/// Nothing here throws but for want of memory, and the destructor not even then. Where an operation says that it logs, the line is at level Error and carries the system's error number and the
 /// handle. No operation raises SIGPIPE, and one that a signal interrupts goes on as if nothing had happened.
 /// Descriptors may have any number, and don't pass to programs started by exec().
 ///
@@ -128,11 +132,11 @@ public:
 
     /// Waits for the connection; a UDP socket takes the address as its only peer.
     /// @return OK; NX_ERR_NOT_INITIALISED before Create(); NX_ERR_SOCKET_INVALID_HANDLE;
-    ///         NX_ERR_SOCKET_INVALID_HOST_ADDRESS, with the address in the buffer overwritten;
+    ///         NX_ERR_SOCKET_INVALID_HOST_ADDRESS, for 255.255.255.255 too, with the address in the buffer
+    ///         overwritten;
     ///         NX_ERR_SOCKET_CONNECT_FAILED, which logs. A failure leaves the connected flag alone.
     nxErrorEnum Connect(std::string const& host, int const& port);
 
-    /// @param host  a text that is no address stands for 255.255.255.255.
     /// @param port  its low 16 bits; 0 lets the system choose.
     /// @return OK; NX_ERR_NOT_INITIALISED before Create(); NX_ERR_SOCKET_INVALID_HANDLE;
     ///         NX_ERR_SOCKET_BIND_FAILED.

@@ -361,6 +361,16 @@ void StarveThreadsAndSockets()
              std::vector<bool> readable;
              (void)nxSocket::Select({&socket}, 0, ready, readable);
          });
+    std::vector<std::unique_ptr<nxLog>> held; // all that the log has ready, so that a statement needs memory
+    for (unsigned int i = 0; i < 4000; ++i)
+        held.push_back(std::make_unique<nxLog>(NX_INF, "", 0));
+    Does("destructor that logs",
+         []
+         {
+             nxSocket socket;
+             (void)socket.Create();
+             (void)socket.Close();
+         });
 }
 
 void StarveTheLog()
