@@ -7,11 +7,13 @@
 
 #include <cstdio>
 #include <deque>
+#include <new>
 #include <string>
 
 namespace
 {
-/// Keeps so many lines. The log calls it on its writer thread; any thread may ask for the lines.
+/// Keeps so many lines. The log calls it on its writer thread; any thread may ask for the lines. For want of memory a line
+/// is lost.
 class RingLogDevice : public nxLogDevice
 {
 public:
@@ -26,10 +28,18 @@ public:
 
     void Write(nxLog const& log) override
     {
-        nxMutexGuard guard(_mutex);
-        if (_lines.size() == _capacity)
-            _lines.pop_front();
-        _lines.push_back(log.GetLogLevel().GetAsString() + ": " + *log.GetLogEntry());
+        try
+        {
+            // Null when the statement had been ended before.
+            std::string const* const text = log.GetLogEntry();
+            nxMutexGuard guard(_mutex);
+            _lines.push_back(log.GetLogLevel().GetAsString() + ": " + (text == nullptr ? "" : *text));
+            if (_lines.size() > _capacity)
+                _lines.pop_front();
+        }
+        catch (std::bad_alloc const&)
+        {
+        }
     }
 
     void Flush() override

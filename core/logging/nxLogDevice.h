@@ -22,7 +22,8 @@ public:
     /// Ends the device's work when the log ends. The object stays, and may be registered again.
     virtual nxErrorEnum Destroy() = 0;
 
-    /// Takes one statement. It stays the log's, and is gone after the call.
+    /// Takes one statement. It stays the log's, and is gone after the call. Its text is null when the statement had been
+    /// ended before, its source application unless one was streamed.
     virtual void Write(nxLog const& log) = 0;
 
     /// Brings what was written to its destination.
