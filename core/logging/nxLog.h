@@ -34,7 +34,7 @@ class nxMoney;
 ///     log << "Order sent, quantity: " << quantity << nxLog::nxLogTerminator();
 /// }
 /// @endcode
-class NX_CORE_API nxLog
+class NX_CORE_API nxLog final
 {
 public:
     /// Streamed, ends the statement.
