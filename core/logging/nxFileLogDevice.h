@@ -46,11 +46,12 @@ public:
     bool Create(nxValueWrapper<unsigned long long, -1, -2> const& maximumSize);
 
     /// Goes over to a file named after the present time. What was logged before the call is in the old file. Logs a
-    /// line before and, when the file is there, one after it.
+    /// line before and, when the file is there, one after it. Bytes that were counted against the maximum size in the old
+    /// file stay counted: the new one ends so much earlier.
     /// @return false when the file can't be created; lines are dropped from then on.
     bool CloseAndReopenLogFile();
 
-    /// Writes what is left and closes the file. The count of files goes on if Create() is called again.
+    /// Writes what is left and closes the file. The counts of files and of bytes go on if Create() is called again.
     /// @return OK.
     nxErrorEnum Destroy() override;
     void Write(nxLog const& log) override;

@@ -28,7 +28,8 @@ struct nxTickRangeRow;
 ///
 /// A subclass adds the ranges in its constructor, from the lowest; afterwards the list is read only. Every public
 /// operation may then be called from any thread. A lookup allocates nothing, and one that stays in the range of
-/// the last lookup takes no lock. Prices that are not VALID pass through unchanged.
+/// the last lookup takes no lock. Prices that are not VALID pass through unchanged. A table of a host's own is not for
+/// a child of fork() if another thread may have been inside it; those of the catalogue are.
 class NX_CORE_API nxVariableTickTable : private nxNonCopyable
 {
 public:

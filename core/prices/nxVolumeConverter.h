@@ -33,9 +33,11 @@ public:
     virtual bool IsValidVolumeCharacter(int character) const = 0;
 
     /// Sets the volume of a text; an empty text is a null volume.
+    /// @param volume      null after a refusal, unless the class says otherwise.
     /// @param tooPrecise  set to true for a text that is refused because it can't be held: more decimals than a plain
     ///                    number has, or more than 32 bits; else to false.
-    /// @return false for a text that is refused.
+    /// @return false for a text that is refused. The arithmetic wraps: a text beyond the class's range may be taken for
+    ///         a smaller volume.
     virtual bool SetVolumeFromString(std::string const& text, nxVolume& volume, bool& tooPrecise) const = 0;
 
 protected:

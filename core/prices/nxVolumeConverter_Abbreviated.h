@@ -5,7 +5,8 @@
 
 /// Volumes with a suffix for thousands and millions: 1500000 is "1.5M" and 1234 is "1.234k".
 ///
-/// No digit is rounded: what a suffix has no place for is cut off.
+/// What a suffix has no place for is cut off. Volumes are formatted through a double, which keeps each digit up to 2^53;
+/// a volume of 64 bits from 92233720368547758 on has no meaningful text.
 class NX_CORE_API nxVolumeConverter_Abbreviated : public nxVolumeConverter
 {
 public:
@@ -20,7 +21,8 @@ public:
     bool IsValidVolumeCharacter(int character) const override;
 
     /// Takes a suffix in either case. Trailing zeros count as decimals: "1.2340k" is refused. 4294967294 and 4294967295
-    /// are answered by true, though they mean no change and null.
+    /// are answered by true, though they mean no change and null. Volumes up to 2^63 are told from those of 32 bits;
+    /// larger ones wrap: "18446744073709551617" is 1.
     bool SetVolumeFromString(std::string const& text, nxVolume& volume, bool& tooPrecise) const override;
 
 protected:

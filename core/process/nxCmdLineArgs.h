@@ -24,8 +24,9 @@ class nxLogLevelEnum;
 /// SetEnvValue() changes. The instance is never destroyed, so it also serves whoever runs at exit.
 ///
 /// No getter fails: a value that is missing or can't be read is the type's null, an empty text or the given
-/// default. Names are compared exactly. Any thread may call any operation; nothing here logs or calls back while
-/// the object's mutex is held.
+/// default. Names are compared exactly. Any thread may call any operation, but GetCommand() and the two
+/// GetRaw...() only once Initialise() has returned or while nobody calls it; nothing here logs or calls back while the
+/// object's mutex is held.
 ///
 /// @code
 /// nxCmdLineArgs& arguments = nxCmdLineArgs::GetInstance();
@@ -132,5 +133,5 @@ private:
     std::map<std::string, std::string> _envs;
     char** _rawArgv = nullptr;
     char** _rawEnvp = nullptr;
-    mutable nxMutex _mutex; ///< Guards _args, _unprocessedArgs and _envs.
+    mutable nxMutex _mutex; ///< Guards all of these but the command and the two arrays.
 };
