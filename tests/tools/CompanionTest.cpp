@@ -48,16 +48,15 @@ protected:
     }
 
     /// Runs a line of the shell in a directory of this test's own that holds `examples`; `nxcore` is the program.
-    Outcome RunLine(std::string const& line) const
+    Outcome RunLine(std::string const& line, std::string const& input = "") const
     {
-        fs::path const output = _scratch / ".output";
-        fs::path const error = _scratch / ".error";
+        std::ofstream(_scratch / ".input") << input;
         // A group of its own line, so that only what the line itself ends with counts.
         std::string const command = "PATH='" NX_TOOL_DIRECTORY "':'" NX_TESTS_PATH "':$PATH; cd '" +
-                                    _scratch.string() + "'; {\n" + line + "\n} >" + output.string() + " 2>" +
-                                    error.string() + " </dev/null";
+                                    _scratch.string() + "'; {\n" + line + "\n} <.input >.output 2>.error";
         int const status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(output), Contents(error)};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(_scratch / ".output"),
+                Contents(_scratch / ".error")};
     }
 
     /// The first words of the indented lines of the paragraph with this title in the general help.
@@ -107,10 +106,18 @@ std::vector<Scene> ReadScenes(std::string const& name)
             continue;
         if (line.front() == '$')
             scenes.emplace_back();
-        EXPECT_NE(std::string_view("$=>!-|").find(line.front()), std::string_view::npos) << line;
+        EXPECT_NE(std::string_view("$<=>!-|").find(line.front()), std::string_view::npos) << line;
         scenes.back()[line.front()].push_back(line.substr(std::min<std::size_t>(2, line.size())));
     }
     return scenes;
+}
+
+std::string Join(std::vector<std::string> const& lines)
+{
+    std::string text;
+    for (std::string const& line : lines)
+        text += line + "\n";
+    return text;
 }
 
 void ExpectParts(std::string const& text, std::vector<std::string> const& parts)
@@ -136,19 +143,22 @@ TEST_P(Transcript, IsWhatOneSees)
     for (Scene& scene : scenes)
     {
         SCOPED_TRACE(scene['$'].front());
-        Outcome const run = RunLine(scene['$'].front());
-        EXPECT_EQ(run.status, scene['='].empty() ? 0 : std::stoi(scene['='].front())) << run.error;
+        Outcome const run = RunLine(scene['$'].front(), Join(scene['<']));
+        std::istringstream ending(scene['='].empty() ? "0" : scene['='].front());
+        int status = 0;
+        std::string reason;
+        std::getline(ending >> status >> std::ws, reason);
+        if (!reason.empty())
+            scene['!'].insert(scene['!'].begin(), reason);
+        EXPECT_EQ(run.status, status) << run.error;
         ExpectParts(run.output, scene['>']);
         ExpectParts(run.error, scene['!']);
         EXPECT_EQ(run.error.empty(), scene['!'].empty()) << run.error;
         for (std::string const& part : scene['-'])
             EXPECT_EQ((run.output + run.error).find(part), std::string::npos) << part;
-        std::string whole;
-        for (std::string const& line : scene['|'])
-            whole += line + "\n";
-        if (!whole.empty())
+        if (!scene['|'].empty())
         {
-            EXPECT_EQ(run.output + (run.output.ends_with('\n') ? "" : "\n"), whole);
+            EXPECT_EQ(run.output + (run.output.ends_with('\n') ? "" : "\n"), Join(scene['|']));
         }
     }
 }
