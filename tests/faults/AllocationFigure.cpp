@@ -4,7 +4,6 @@
 // its second and so on until none is left to fail; once with that one alone, and once with all that come after it.
 
 #include "core/core.h"
-#include "tests/Sanitizer.h"
 #include "tests/faults/Faults.h"
 
 #include <atomic>
@@ -32,7 +31,7 @@ constinit std::atomic<long> untilFailureAnywhere = -1;
 constinit std::atomic<bool> isLastingAnywhere = false;
 constinit std::atomic<long> liveBlocks = 0;
 
-[[maybe_unused]] bool Fails()
+bool Fails()
 {
     if (untilFailureAnywhere.load(std::memory_order_relaxed) >= 0)
         return isLastingAnywhere || untilFailureAnywhere.fetch_sub(1) == 0;
@@ -46,31 +45,23 @@ constinit std::atomic<long> liveBlocks = 0;
     return true;
 }
 
+template <typename Allocate>
+void* Granted(Allocate allocate)
+{
+    if (!Fails())
+        return allocate();
+    errno = ENOMEM;
+    return nullptr;
+}
+
 } // namespace
 
-#if !NX_ADDRESS_SANITIZER && !NX_THREAD_SANITIZER
 // The system's allocator has a second name for those who replace the first. The C library allocates by it, too, and so
 // does operator new.
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
 extern "C" void* __libc_realloc(void* block, std::size_t size);
 extern "C" void __libc_free(void* block);
-
-namespace
-{
-
-template <typename Allocate>
-void* Granted(Allocate allocate)
-{
-    if (Fails())
-    {
-        errno = ENOMEM;
-        return nullptr;
-    }
-    return allocate();
-}
-
-} // namespace
 
 extern "C" void* malloc(std::size_t size)
 {
@@ -92,7 +83,6 @@ extern "C" void free(void* block)
     liveBlocks -= block != nullptr;
     __libc_free(block);
 }
-#endif
 
 namespace
 {
@@ -442,8 +432,6 @@ bool StarveTheWriter(files::path const& directory)
 
 bool StarveAll()
 {
-    if (underSanitizer)
-        NotRun("F5 want of memory: not run, the sanitizer has an allocator of its own");
     static Directory const directory; // outlives the log
     SetUpLog(directory.path, shortCycles);
     (void)alarm(300); // a lock that stays closed ends this process

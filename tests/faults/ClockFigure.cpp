@@ -1,8 +1,6 @@
 // F15: that a wall clock which is set, or stands still, moves nothing but the times that are written.
 
-#include "core/logging/nxLogManager.h"
-#include "core/time/nxDateTime.h"
-#include "core/time/nxElapsedTimeCounter.h"
+#include "core/core.h"
 #include "tests/faults/Faults.h"
 
 #include <atomic>

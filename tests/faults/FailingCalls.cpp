@@ -2,8 +2,6 @@
 
 #include "tests/faults/FailingCalls.h"
 
-#include "tests/Sanitizer.h"
-
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -40,7 +38,6 @@ int GrantCalls()
     return refusals;
 }
 
-#if !NX_ADDRESS_SANITIZER && !NX_THREAD_SANITIZER // which stand there themselves
 namespace
 {
 
@@ -62,18 +59,13 @@ long Refuse(std::string_view name)
     return name.starts_with("pthread_") ? refusedWith : -1;
 }
 
-Function Find(char const* name)
-{
-    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
-}
-
 } // namespace
 
 #define NX_CALL(name)                                                                                        \
     extern "C" long nxFailing_##name(long, long, long, long, long, long) asm(#name);                         \
     extern "C" long nxFailing_##name(long a, long b, long c, long d, long e, long f)                         \
     {                                                                                                        \
-        static Function const system = Find(#name);                                                          \
+        static auto const system = reinterpret_cast<Function>(dlsym(RTLD_NEXT, #name));                      \
         if (IsRefused(#name))                                                                                \
             return Refuse(#name);                                                                            \
         return system(a, b, c, d, e, f);                                                                     \
@@ -88,4 +80,3 @@ Function Find(char const* name)
 // clang-format on
 
 NX_CALLS(NX_CALL)
-#endif

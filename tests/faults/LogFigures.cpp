@@ -1,9 +1,7 @@
 // F7, F9: that every line is in the files once and in order, under load and on a disk that is full for moments.
 // F10: that a log writer which is killed, whatever happened to it before, leaves all lines that were acknowledged.
 
-#include "core/logging/nxFileLogDevice.h"
-#include "core/logging/nxLogManager.h"
-#include "core/process/nxCmdLineArgs.h"
+#include "core/core.h"
 #include "tests/Sanitizer.h"
 #include "tests/concurrency/SharedMemory.h"
 #include "tests/faults/Faults.h"

@@ -26,11 +26,7 @@ int main(int argumentCount, char** arguments)
     auto const figure =
         figures.size() == 1 ? figures.begin() : figures.find(argumentCount > 1 ? arguments[1] : "");
     if (figure == figures.end())
-    {
-        for (auto const& [name, show] : figures)
-            std::printf("nxcore_faults %s [full]\n", name.c_str());
         return 2;
-    }
     isFull = arguments[argumentCount - 1] == std::string_view("full");
     return figure->second() ? 0 : 1;
 }

@@ -3,20 +3,7 @@
 // F13: that the death of an owner is always reported to the next one, and never leaves anybody waiting.
 // F14: that pools stop at once whatever they do, and that each functor runs once.
 
-#include "core/concurrency/nxFunctor.h"
-#include "core/concurrency/nxFunctorQueue.h"
-#include "core/concurrency/nxFunctorThreadPool.h"
-#include "core/concurrency/nxMutex.h"
-#include "core/concurrency/nxThread.h"
-#include "core/concurrency/nxThreadIndex.h"
-#include "core/concurrency/nxWindowsMutex.h"
-#include "core/logging/nxLogManager.h"
-#include "core/numbers/nxExchangeRateConverter.h"
-#include "core/prices/nxPriceConverterHelper.h"
-#include "core/prices/nxVariableTickTableContainer.h"
-#include "core/process/nxApplicationData.h"
-#include "core/process/nxCmdLineArgs.h"
-#include "core/time/nxDateTime.h"
+#include "core/core.h"
 #include "tests/Sanitizer.h"
 #include "tests/concurrency/SharedMemory.h"
 #include "tests/faults/Faults.h"

@@ -1,9 +1,6 @@
 // F8, F20: that signals interrupt nothing, and that whatever peers do leaves no descriptor behind.
 
-#include "core/concurrency/nxFunctorQueue.h"
-#include "core/concurrency/nxFunctorThreadPool.h"
-#include "core/concurrency/nxSemaphore.h"
-#include "core/logging/nxLogManager.h"
+#include "core/core.h"
 #include "tests/faults/Faults.h"
 #include "tests/faults/Loopback.h"
 

@@ -1,14 +1,6 @@
 // F24: what large input may cost. nxcore_bounds [full]
 
-#include "core/numbers/nxDecimal.h"
-#include "core/numbers/nxDoubleValueWrapper.h"
-#include "core/prices/nxPriceConverter.h"
-#include "core/prices/nxPriceConverterHelper.h"
-#include "core/text/nxCSVFileReader.h"
-#include "core/text/nxStringHelper.h"
-#include "core/text/nxStringParser.h"
-#include "core/time/nxDateTime.h"
-#include "core/vocabulary/nxGenericEnum.h"
+#include "core/core.h"
 #include "tests/faults/Faults.h"
 
 #include <cstdio>
