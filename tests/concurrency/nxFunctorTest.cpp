@@ -155,19 +155,3 @@ TEST(nxFunctorThreadPool, RunsAsManyFunctorsAtOnceAsItHasWorkers)
     EXPECT_TRUE(queue.Stop().IsOK()); // once more is harmless
     EXPECT_EQ(queue.Size(), 1u);
 }
-
-TEST(nxFunctorQueue, DeletesItsProcessor)
-{
-    struct Thread : nxFunctorThread
-    {
-        std::shared_ptr<bool> const alive = std::make_shared<bool>(true);
-    };
-    auto* const thread = new Thread;
-    std::weak_ptr<bool> const alive = thread->alive;
-    {
-        nxFunctorQueue queue;
-        queue.Create(thread);
-        EXPECT_TRUE(queue.Stop().IsOK() && !alive.expired());
-    }
-    EXPECT_TRUE(alive.expired());
-}

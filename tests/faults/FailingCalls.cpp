@@ -21,26 +21,6 @@ std::atomic<int> refusals = 0;
 int refusedWith = 0;
 bool isForAll = false;
 
-} // namespace
-
-void RefuseCalls(char const* name, int error, int granted, bool isLasting)
-{
-    refusedWith = error;
-    isForAll = isLasting;
-    left = granted;
-    refusals = 0;
-    refused = name;
-}
-
-int GrantCalls()
-{
-    refused = nullptr;
-    return refusals;
-}
-
-namespace
-{
-
 bool IsRefused(char const* name)
 {
     char const* const wanted = refused.load();
@@ -60,6 +40,21 @@ long Refuse(std::string_view name)
 }
 
 } // namespace
+
+void RefuseCalls(char const* name, int error, int granted, bool isLasting)
+{
+    refusedWith = error;
+    isForAll = isLasting;
+    left = granted;
+    refusals = 0;
+    refused = name;
+}
+
+int GrantCalls()
+{
+    refused = nullptr;
+    return refusals;
+}
 
 #define NX_CALL(name)                                                                                        \
     extern "C" long nxFailing_##name(long, long, long, long, long, long) asm(#name);                         \

@@ -12,7 +12,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <memory>
+#include <list>
 #include <thread>
 #include <vector>
 
@@ -283,7 +283,7 @@ bool AwaitProgress(History& history)
 }
 
 /// @return false when the host does not go on.
-bool MakeTrouble(Writer& writer)
+bool MakeTrouble(Writer const& writer)
 {
     files::path const& directory = writer.directory.path;
     switch (writer.trouble)
@@ -339,23 +339,23 @@ void Check(Writer const& writer)
 /// Runs two writers side by side, makes their trouble, kills and checks them.
 void RunTrial(Chance& chance, files::path const& disk, bool isDiskSmall)
 {
-    std::unique_ptr<Writer> writers[2];
-    for (std::unique_ptr<Writer>& writer : writers)
+    std::list<Writer> writers;
+    while (writers.size() < 2)
     {
         unsigned int const drawn = chance.Below(troubles);
         bool const isPossible = drawn != diskFull || isDiskSmall;
-        writer = std::make_unique<Writer>(disk, isPossible ? drawn : none, chance.Below(4) == 0);
+        writers.emplace_back(disk, isPossible ? drawn : none, chance.Below(4) == 0);
     }
-    for (std::unique_ptr<Writer>& writer : writers)
+    for (Writer const& writer : writers)
     {
-        if (!AwaitProgress(*writer->history) || !MakeTrouble(*writer))
+        if (!AwaitProgress(*writer.history) || !MakeTrouble(writer))
         {
             ++stuck;
-            std::printf("stuck by trouble %u\n", writer->trouble);
+            std::printf("stuck by trouble %u\n", writer.trouble);
         }
         (void)usleep(chance.Below(10000));
-        (void)WaitFor(writer->host, 0.0); // kills it
-        Check(*writer);
+        (void)WaitFor(writer.host, 0.0); // kills it
+        Check(writer);
     }
 }
 

@@ -1,4 +1,4 @@
-// F24: what large input may cost. nxcore_bounds [full]
+// F24: what large input may cost.
 
 #include "core/core.h"
 #include "tests/faults/Faults.h"
@@ -145,6 +145,15 @@ bool TextFigure()
         "F24 bounds, %u readings of 64 KiB: %u beyond 0.1 s or 4 MiB, slowest %.1f ms, largest %zu KiB",
         tried, wrong, slowest * 1000, largest / 1024);
 }
+
+bool Show()
+{
+    bool const areTextsCheap = TextFigure();
+    bool const isLineRefused = LineFigure();
+    return RowFigure() && isLineRefused && areTextsCheap;
+}
+
+Figure const figure("bounds", Show);
 } // namespace
 
 void* operator new(std::size_t size)
@@ -163,11 +172,4 @@ void operator delete(void* memory) noexcept
 void operator delete(void* memory, std::size_t /*size*/) noexcept
 {
     std::free(memory);
-}
-
-int main(int argumentCount, char** arguments)
-{
-    isFull = argumentCount > 1 && std::string(arguments[1]) == "full";
-    bool const isKept[] = {TextFigure(), LineFigure(), RowFigure()};
-    return isKept[0] && isKept[1] && isKept[2] ? 0 : 1;
 }
