@@ -162,8 +162,8 @@ constexpr unsigned int linesOfChild = 20;
 
 enum Trouble : unsigned int
 {
-    none, // but the kill
-    stopped,
+    none,    // but the kill
+    stopped, // from outside; the host makes all others for itself
     diskFull,
     directoryRemoved,
     directoryUnusable,
@@ -178,8 +178,8 @@ struct History
 {
     std::array<std::atomic<unsigned int>, loggingThreads> handedOver;
     std::array<std::atomic<unsigned int>, loggingThreads> acknowledged;
-    std::atomic<unsigned int> wanted; // a Trouble that the host itself has to make
-    std::atomic<unsigned int> made;   // the same, when that is done
+    std::atomic<bool> isTroubleDue;
+    std::atomic<bool> isTroubleMade;
 };
 
 /// Waits until a condition holds, but not for ever.
@@ -219,15 +219,29 @@ void LogAndAcknowledge(History& history, unsigned int thread, bool isForced)
     }
 }
 
-/// What the host does of a trouble.
+void ReopenLater()
+{
+    ShiftClock(10); // names have a grain of a second
+    (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+}
+
 void Make(unsigned int trouble)
 {
     switch (trouble)
     {
+    case diskFull:
+        FillDisk("ballast");
+        (void)usleep(15000);
+        files::remove("ballast"); // what was acknowledged meanwhile is in the file by now as well
+        break;
     case directoryRemoved:
+        files::remove_all("log");
+        ReopenLater();
+        break;
     case directoryUnusable:
-        ShiftClock(10); // names have a grain of a second
-        (void)nxFileLogDevice::GetInstance().CloseAndReopenLogFile();
+        files::rename("log", "moved");
+        std::ofstream("log").put('x'); // no directory can be made by that name
+        ReopenLater();
         break;
     case child:
         (void)RunHost(
@@ -239,22 +253,18 @@ void Make(unsigned int trouble)
     }
 }
 
-int Run(History& history, bool isForced)
+int Run(History& history, unsigned int trouble, bool isForced)
 {
     LogToFile();
     for (unsigned int i = 0; i < loggingThreads; ++i)
         std::thread(LogAndAcknowledge, std::ref(history), i, isForced).detach();
     if (!isForced)
         std::thread(AcknowledgeCycles, std::ref(history)).detach();
-    for (;;)
-    {
-        if (unsigned int const wanted = history.wanted; wanted != history.made)
-        {
-            Make(wanted);
-            history.made = wanted;
-        }
+    while (!history.isTroubleDue)
         (void)usleep(200);
-    }
+    Make(trouble);
+    history.isTroubleMade = true;
+    return pause();
 }
 
 // The nemesis.
@@ -264,7 +274,7 @@ struct Writer
     Writer(files::path const& parent, unsigned int troubleOfWriter, bool isForced)
         : directory(parent), trouble(troubleOfWriter),
           host(StartHost(
-              directory.path, [=, this] { return Run(*history, isForced); },
+              directory.path, [=, this] { return Run(*history, trouble, isForced); },
               {{"KVT_LOG_FORCE_FLUSH", isForced ? "YES" : "NO"}, {"KVT_LOG_TIME_BETWEEN_FLUSHES", "0.01"}}))
     {
     }
@@ -285,28 +295,14 @@ bool AwaitProgress(History& history)
 /// @return false when the host does not go on.
 bool MakeTrouble(Writer const& writer)
 {
-    files::path const& directory = writer.directory.path;
-    switch (writer.trouble)
+    if (writer.trouble == stopped)
     {
-    case stopped:
         (void)kill(writer.host, SIGSTOP);
         (void)usleep(2000);
         (void)kill(writer.host, SIGCONT);
-        break;
-    case diskFull:
-        FillDisk(directory / "ballast");
-        (void)usleep(15000);
-        files::remove(directory / "ballast"); // what was acknowledged meanwhile is in the file by now as well
-        break;
-    case directoryRemoved: files::remove_all(directory / "log"); break;
-    case directoryUnusable:
-        files::rename(directory / "log", directory / "moved");
-        std::ofstream(directory / "log").put('x'); // no directory can be made by that name
-        break;
-    default: break;
     }
-    writer.history->wanted = writer.trouble;
-    return Await([&] { return writer.history->made == writer.trouble; }) && AwaitProgress(*writer.history);
+    writer.history->isTroubleDue = true;
+    return Await([&] { return writer.history->isTroubleMade.load(); }) && AwaitProgress(*writer.history);
 }
 
 LogCount tally;           // what is wrong with the logs
