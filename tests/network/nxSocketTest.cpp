@@ -322,20 +322,16 @@ TEST_F(nxSocketTest, StandardStreamsAreNeverSockets)
 
 TEST_F(nxSocketConnection, WaitsForTooLongOrForADeadHandleFailAtOnce)
 {
-    nxSocket fresh;
     std::vector<bool> readable{true, true, true};
     count = 7;
-    EXPECT_TRUE(server.Select(1000001) == invalid);
     EXPECT_TRUE(server.Select(1000001, count) == invalid);
     EXPECT_TRUE(nxSocket::Select({&server}, 1000001, count, readable) == invalid);
     EXPECT_EQ(count, 7u);
     ASSERT_TRUE(client.Send("x").IsOK());
     ASSERT_TRUE(server.SelectWithoutTimeout().IsOK()); // one of the set could be read
-    EXPECT_TRUE(nxSocket::Select({&server, &fresh}, 0, count, readable) == notSelected);
-    EXPECT_EQ(count, 0u);
     ASSERT_TRUE(client.Close().IsOK());
-    EXPECT_TRUE(nxSocket::Select({&client, &server}, 1000000, count, readable) == notSelected);
-    EXPECT_EQ(readable.size(), 3u);
+    EXPECT_TRUE(nxSocket::Select({&server, &client}, 1000000, count, readable) == notSelected);
+    EXPECT_TRUE(count == 0 && readable.size() == 3);
     count = 7;
     EXPECT_TRUE(client.Select(1000000, count).IsOK());
     EXPECT_EQ(count, 0u);
@@ -442,10 +438,7 @@ TEST_F(nxSocketConnection, SignalsShortenNoWaitAndEndNoConnecting)
     nxSocket clients[7];
     auto const connect = [&](nxSocket& one) { return one.Connect(here, PortOf(listener)); };
     for (nxSocket& one : clients)
-    {
-        ASSERT_TRUE(one.Create().IsOK());
-        ASSERT_TRUE(&one == &clients[6] || connect(one).IsOK());
-    }
+        ASSERT_TRUE(one.Create().IsOK() && (&one == &clients[6] || connect(one).IsOK()));
     auto const serve = [&]
     {
         nxSocket accepted;
@@ -510,14 +503,12 @@ TEST_F(nxSocketConnection, APeerThatResetsRaisesNoSignal)
     EXPECT_EQ(Receive(server), "(-1)");
     EXPECT_FALSE(server.IsConnected());
     EXPECT_EQ(Take().back(), LineOf("recv", ECONNRESET, server));
-    // Each of these would end the process by SIGPIPE.
+    // Both would end the process by SIGPIPE.
     _WSABUF piece = {1, buffer};
     count = 7;
     EXPECT_TRUE(server.Send("x") == notSent);
     EXPECT_TRUE(server.GatherSend(&piece, 1, count) == notSent);
     EXPECT_EQ(count, 0u);
-    EXPECT_TRUE(server.SendTo("x") == notSent);
-    EXPECT_TRUE(server.SendToDestination("x", 1, here, 9) == notSent);
     EXPECT_EQ(CountOfLines("Function: WSASend. Error: " + std::to_string(EPIPE)), 1);
 }
 
