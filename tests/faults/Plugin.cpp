@@ -1,4 +1,5 @@
-// A part of a host that is loaded and unloaded while the library's threads go on.
+// A part of a host that is loaded and unloaded while the library's threads go on. Statics that the whole process shares,
+// such as those of templates, would keep it loaded.
 
 #include "core/logging/nxFileLogDevice.h"
 #include "core/logging/nxLogSite.h"

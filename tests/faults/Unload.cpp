@@ -24,8 +24,8 @@ int LoadAndUnload(char const* path, unsigned int microseconds)
         if (log == nullptr)
             return 1;
         log();
-        if (dlclose(plugin) != 0)
-            return 1;
+        if (dlclose(plugin) != 0 || dlopen(path, RTLD_NOW | RTLD_NOLOAD) != nullptr)
+            return 1; // it is still there
         (void)usleep(microseconds); // the writer's cycle is 10 ms
     }
     return 0;
