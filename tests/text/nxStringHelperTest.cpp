@@ -56,7 +56,6 @@ TEST(nxStringHelperText, Doubles)
         {0.05, 1, "0.1"}, // a half behind 0 goes up
         {1.5, 0, "2"},
         {2.5, 0, "2"},
-        {0.5, 0, "0"},
         // An exact half behind nines isn't carried.
         {0.95, 1, "0.1"},
         {0.9999999995, 9, "0.1"},
@@ -71,7 +70,6 @@ TEST(nxStringHelperText, Doubles)
         {2147483647.5, 9, "2.147484e+09"},
         {infinity, 9, "inf"},
         // Precisions out of range.
-        {1.5, static_cast<unsigned int>(-1), "2"},
         {1.5, 0x80000000u, "2"},
         {1.5, 0x7FFFFFFFu, "1.5"},
     };
