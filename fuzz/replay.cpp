@@ -5,8 +5,9 @@
 //
 // A line of a table is a name and what the input is made of: "text" with the byte that ends a text, 'bytes'
 // without, and numbers, of one byte or as 7:2, 7:4, 7:8 and 0.5:d of more. Quotes know \n, \r, \t, \0 and
-// \xNN; "x"*3 is "xxx". A line that begins with `each` holds what all inputs below it begin with; one with
-// # says something.
+// \xNN; "x"*3 is "xxx". A line that begins with `each` holds what all inputs below it begin with or, with ... in
+// their place, what stands around them; after | comes another of that kind, so that each line below is one input
+// more, "name-2". A line with # says something.
 
 #include "fuzz/FuzzInput.h"
 
@@ -82,14 +83,20 @@ void Read(std::filesystem::path const& path, Inputs& inputs)
         throw std::runtime_error(path.string() + " can't be read");
     else if (path.extension() != ".txt")
         inputs[path.string()].assign(std::istreambuf_iterator<char>(file), {});
-    std::string each;
+    std::vector<std::string> frames = {"..."};
     std::string name;
     for (std::string rest; path.extension() == ".txt" && file >> name && std::getline(file, rest);)
         if (name == "each")
-            each = Assemble(rest);
-        else if (name[0] != '#' &&
-                 !inputs.emplace(path.stem().string() + ": " + name, each + Assemble(rest)).second)
-            throw std::runtime_error(path.string() + ": two inputs are called " + name);
+            frames = FuzzSplit(rest, '|');
+        else if (name[0] != '#')
+            for (std::size_t i = 0; i < frames.size(); ++i)
+            {
+                std::string line = frames[i] + (frames[i].find("...") == std::string::npos ? "..." : "");
+                line.replace(line.find("..."), 3, rest);
+                std::string const number = i == 0 ? "" : '-' + std::to_string(i + 1);
+                if (!inputs.emplace(path.stem().string() + ": " + name + number, Assemble(line)).second)
+                    throw std::runtime_error(path.string() + ": two inputs are called " + name + number);
+            }
 }
 } // namespace
 
