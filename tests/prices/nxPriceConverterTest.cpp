@@ -69,7 +69,17 @@ std::string RoundTrip(nxPriceConverter& converter, double price)
     return text;
 }
 
-void CheckFraction(char const* format, int ticks)
+/// Of all strings of up to four digits.
+int CountTakenFractions(nxPriceConverter& converter, std::string const& whole)
+{
+    int count = 0;
+    for (int width = 0, end = 1; width <= 4; ++width, end *= 10)
+        for (int number = 0; number < end; ++number)
+            count += converter.SetPriceFromString(whole + std::to_string(end + number).substr(1));
+    return count;
+}
+
+void CheckFraction(char const* format, int ticks, int taken, std::string const& last, char const* beyond)
 {
     SCOPED_TRACE(format);
     auto const converter = Converter(format);
@@ -79,6 +89,9 @@ void CheckFraction(char const* format, int ticks)
         for (int tick = 0; tick < ticks; ++tick)
             texts.insert(RoundTrip(*converter, whole + static_cast<double>(tick) / ticks));
     EXPECT_EQ(texts.size(), 4u * static_cast<unsigned int>(ticks));
+    EXPECT_EQ(TextOf(*converter, 102 - 1.0 / ticks), last);
+    EXPECT_EQ(TextOf(*converter, 102 - 0.1 / ticks), beyond);
+    EXPECT_EQ(CountTakenFractions(*converter, last.substr(0, 4)), taken);
     EXPECT_TRUE(converter->GetMinimumTickIncrement() == 1.0 / ticks);
     EXPECT_EQ(converter->GetMaxFractionDecimalPlaces(), ticks == 512 ? 9 : 8);
 }
