@@ -54,12 +54,12 @@ std::string const& nxEnum::GetAsString() const
     return GetShortDescription();
 }
 
-bool nxEnum::IsTimeout() const
+bool nxEnum::IsTimeout() const noexcept
 {
     return _value == NX_ERR_MSG_RECEIPT_TIMED_OUT || _value == NX_ERR_MSG_RESPONSE_TIMED_OUT;
 }
 
-bool nxEnum::IsSecurityError() const
+bool nxEnum::IsSecurityError() const noexcept
 {
     return _value >= firstSecurityError && _value <= lastSecurityError;
 }
@@ -99,36 +99,36 @@ bool nxEnum::SetFromString(std::string const& token)
     return SetFromShortDescriptionString(token);
 }
 
-nxEnum const& nxEnum::operator=(unsigned int value)
+nxEnum const& nxEnum::operator=(unsigned int value) noexcept
 {
     (void)_Set(value);
     return *this;
 }
 
-nxEnum const& nxEnum::operator=(nxEnumValue value)
+nxEnum const& nxEnum::operator=(nxEnumValue value) noexcept
 {
     (void)_Set(value);
     return *this;
 }
 
-nxEnum const& nxEnum::operator=(nxEnum const& other)
+nxEnum const& nxEnum::operator=(nxEnum const& other) noexcept
 {
     (void)_Set(other);
     return *this;
 }
 
-bool nxEnum::_Set(unsigned int value)
+bool nxEnum::_Set(unsigned int value) noexcept
 {
     _value = _Checked(value, _MinValue(), _MaxValue());
     return _value == value;
 }
 
-bool nxEnum::_Set(nxEnumValue value)
+bool nxEnum::_Set(nxEnumValue value) noexcept
 {
     return _Set(static_cast<unsigned int>(value));
 }
 
-bool nxEnum::_Set(nxEnum const& other)
+bool nxEnum::_Set(nxEnum const& other) noexcept
 {
     return _Set(other._value);
 }

@@ -37,13 +37,13 @@ class NX_CORE_API nxEnum
 {
 public:
     /// The number.
-    unsigned int GetValue() const
+    unsigned int GetValue() const noexcept
     {
         return _value;
     }
 
     /// The number, as an enumerator.
-    nxEnumValue GetEnumValue() const
+    nxEnumValue GetEnumValue() const noexcept
     {
         return static_cast<nxEnumValue>(_value);
     }
@@ -60,23 +60,23 @@ public:
     std::string const& GetAsString() const;
 
     /// True for 0.
-    bool IsUndefined() const
+    bool IsUndefined() const noexcept
     {
         return _value == NX_UNDEFINED;
     }
 
     /// True for 2.
-    bool IsNoChange() const
+    bool IsNoChange() const noexcept
     {
         return _value == NX_NO_CHANGE;
     }
 
     /// True for the two errors that mean that a request's receipt or response did not come in time. Other
     /// errors that speak of time are not meant. Looks at the number alone, whatever the class.
-    bool IsTimeout() const;
+    bool IsTimeout() const noexcept;
 
     /// True for the whole group of security errors. Looks at the number alone, whatever the class.
-    bool IsSecurityError() const;
+    bool IsSecurityError() const noexcept;
 
     /// True when the number lies inside the bounds of the instance's class. Not const, as callers know it.
     bool IsSpecificTypeForInstance();
@@ -97,21 +97,21 @@ public:
     bool SetFromString(std::string const& token);
 
     /// Stores 0.
-    void Clear()
+    void Clear() noexcept
     {
         _value = NX_UNDEFINED;
     }
 
     /// Stores 2.
-    void SetNoChange()
+    void SetNoChange() noexcept
     {
         _value = NX_NO_CHANGE;
     }
 
     /// Checked assignment; a refused number stores 0.
-    nxEnum const& operator=(unsigned int value);
-    nxEnum const& operator=(nxEnumValue value);
-    nxEnum const& operator=(nxEnum const& other);
+    nxEnum const& operator=(unsigned int value) noexcept;
+    nxEnum const& operator=(nxEnumValue value) noexcept;
+    nxEnum const& operator=(nxEnum const& other) noexcept;
 
     /// The name of the concrete class, such as "nxBuySellEnum". Not const, as callers know it.
     virtual std::string GetClassNameA() = 0;
@@ -119,18 +119,18 @@ public:
     /// Comparison is by number alone, whatever the classes. As friends these are not hidden by a class's own
     /// comparison, and a number is compared as it is, never checked against the bounds.
     template <std::derived_from<nxEnum> Enumeration>
-    friend bool operator==(Enumeration const& left, nxEnumValue right)
+    friend bool operator==(Enumeration const& left, nxEnumValue right) noexcept
     {
         return left.GetValue() == right;
     }
 
     template <std::derived_from<nxEnum> Enumeration>
-    friend bool operator==(Enumeration const& left, unsigned int right)
+    friend bool operator==(Enumeration const& left, unsigned int right) noexcept
     {
         return left.GetValue() == right;
     }
 
-    friend bool operator==(nxEnum const& left, nxEnum const& right)
+    friend bool operator==(nxEnum const& left, nxEnum const& right) noexcept
     {
         return left._value == right._value;
     }
@@ -140,43 +140,43 @@ protected:
 
     /// Checked assignment.
     /// @return false when the number was refused and 0 was stored.
-    bool _Set(unsigned int value);
-    bool _Set(nxEnumValue value);
-    bool _Set(nxEnum const& other);
+    bool _Set(unsigned int value) noexcept;
+    bool _Set(nxEnumValue value) noexcept;
+    bool _Set(nxEnum const& other) noexcept;
 
-    /// The exclusive bounds of the class.
+    /// The exclusive bounds of the class. They must not throw.
     virtual unsigned int _MinValue() const = 0;
     virtual unsigned int _MaxValue() const = 0;
 
-    bool _EqualTo(unsigned int value) const
+    bool _EqualTo(unsigned int value) const noexcept
     {
         return _value == value;
     }
-    bool _EqualTo(nxEnum const& other) const
+    bool _EqualTo(nxEnum const& other) const noexcept
     {
         return _value == other._value;
     }
-    bool _NotEqualTo(unsigned int value) const
+    bool _NotEqualTo(unsigned int value) const noexcept
     {
         return _value != value;
     }
-    bool _NotEqualTo(nxEnum const& other) const
+    bool _NotEqualTo(nxEnum const& other) const noexcept
     {
         return _value != other._value;
     }
-    bool _LessThan(unsigned int value) const
+    bool _LessThan(unsigned int value) const noexcept
     {
         return _value < value;
     }
-    bool _LessThan(nxEnum const& other) const
+    bool _LessThan(nxEnum const& other) const noexcept
     {
         return _value < other._value;
     }
-    bool _GreaterThan(unsigned int value) const
+    bool _GreaterThan(unsigned int value) const noexcept
     {
         return _value > value;
     }
-    bool _GreaterThan(nxEnum const& other) const
+    bool _GreaterThan(nxEnum const& other) const noexcept
     {
         return _value > other._value;
     }
@@ -225,11 +225,11 @@ private:
 #define NX_ENUM_COMMON(Class, Lower, Upper)                                                                  \
 public:                                                                                                      \
     Class() = default;                                                                                       \
-    Class(Class const& other) : nxEnum()                                                                     \
+    Class(Class const& other) noexcept : nxEnum()                                                            \
     {                                                                                                        \
         _value = other._value;                                                                               \
     }                                                                                                        \
-    Class(nxEnumValue value)                                                                                 \
+    Class(nxEnumValue value) noexcept                                                                        \
     {                                                                                                        \
         _value = _Checked(value, _lowerBound, _upperBound);                                                  \
     }                                                                                                        \
@@ -253,21 +253,21 @@ public:
 #define NX_ENUM_CLASS(Class, Lower, Upper)                                                                   \
     NX_ENUM_COMMON(Class, Lower, Upper)                                                                      \
     using nxEnum::operator=;                                                                                 \
-    Class& operator=(nxEnumValue value)                                                                      \
+    Class& operator=(nxEnumValue value) noexcept                                                             \
     {                                                                                                        \
         (void)_Set(value);                                                                                   \
         return *this;                                                                                        \
     }                                                                                                        \
-    Class& operator=(Class const& other)                                                                     \
+    Class& operator=(Class const& other) noexcept                                                            \
     {                                                                                                        \
         _value = other._value;                                                                               \
         return *this;                                                                                        \
     }                                                                                                        \
-    bool operator==(Class const& other) const                                                                \
+    bool operator==(Class const& other) const noexcept                                                       \
     {                                                                                                        \
         return _EqualTo(other);                                                                              \
     }                                                                                                        \
-    bool operator!=(Class const& other) const                                                                \
+    bool operator!=(Class const& other) const noexcept                                                       \
     {                                                                                                        \
         return _NotEqualTo(other);                                                                           \
     }
@@ -280,7 +280,7 @@ public:
 
 /// Declares the order of a class whose values are ordered: that of their numbers.
 #define NX_ENUM_LESS(Class)                                                                                  \
-    bool operator<(Class const& other) const                                                                 \
+    bool operator<(Class const& other) const noexcept                                                        \
     {                                                                                                        \
         return _LessThan(other);                                                                             \
     }

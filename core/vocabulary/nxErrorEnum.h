@@ -13,14 +13,14 @@ class NX_CORE_API [[nodiscard]] nxErrorEnum : public nxEnum
     NX_ENUM_CLASS_PLAIN(nxErrorEnum, 1000000, 1999999)
 
     /// Checked assignment.
-    nxErrorEnum& operator=(nxEnumValue value)
+    nxErrorEnum& operator=(nxEnumValue value) noexcept
     {
         (void)_Set(value);
         return *this;
     }
 
     /// True for 0 alone; "no change" is not a success.
-    bool IsOK() const
+    bool IsOK() const noexcept
     {
         return _value == NX_UNDEFINED;
     }
