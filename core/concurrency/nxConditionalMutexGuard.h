@@ -6,7 +6,7 @@
 /// Holds an nxMutex for the length of a scope, if it is told to.
 
 /// An nxMutexGuard for a caller who may hold the mutex already. Drops both results.
-class NX_CORE_API nxConditionalMutexGuard
+class NX_CORE_API [[nodiscard]] nxConditionalMutexGuard
 {
 public:
     /// @param lock  false leaves the mutex alone, here and in the destructor.

@@ -7,7 +7,7 @@
 
 /// Locks in its constructor, unlocks in its destructor and drops both results: the scope runs even where the
 /// lock could not be had, and the mutex is then unlocked all the same.
-class NX_CORE_API nxMutexGuard
+class NX_CORE_API [[nodiscard]] nxMutexGuard
 {
 public:
     explicit nxMutexGuard(nxMutex& mutex) : _mutex(mutex)

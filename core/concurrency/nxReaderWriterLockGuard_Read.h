@@ -6,7 +6,7 @@
 /// Holds an nxReaderWriterLock for reading for the length of a scope.
 
 /// Locks in its constructor, unlocks in its destructor and drops both results, as nxMutexGuard does.
-class NX_CORE_API nxReaderWriterLockGuard_Read
+class NX_CORE_API [[nodiscard]] nxReaderWriterLockGuard_Read
 {
 public:
     explicit nxReaderWriterLockGuard_Read(nxReaderWriterLock& lock) : _lock(lock)

@@ -6,7 +6,7 @@
 /// Holds an nxReaderWriterLock for writing for the length of a scope.
 
 /// Locks in its constructor, unlocks in its destructor and drops both results, as nxMutexGuard does.
-class NX_CORE_API nxReaderWriterLockGuard_Write
+class NX_CORE_API [[nodiscard]] nxReaderWriterLockGuard_Write
 {
 public:
     explicit nxReaderWriterLockGuard_Write(nxReaderWriterLock& lock) : _lock(lock)

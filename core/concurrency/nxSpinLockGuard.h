@@ -7,7 +7,7 @@
 
 /// Locks in its constructor, unlocks in its destructor and drops both results. Calls the system directly:
 /// nothing lies between the guarded section and the lock.
-class NX_CORE_API nxSpinLockGuard
+class NX_CORE_API [[nodiscard]] nxSpinLockGuard
 {
 public:
     explicit nxSpinLockGuard(nxSpinLock& lock) : _lock(lock)
