@@ -15,7 +15,7 @@
 /// next one simply gets the lock.
 ///
 /// Nothing is given back by the destructor: neither the lock nor the system's object, which lives until the
-/// last process that named it has ended. Every operation may be called from any thread; none throws or logs.
+/// last process that named it has ended, as nxNamedObjects.h says. Every operation may be called from any thread; none throws or logs.
 class NX_CORE_API nxWindowsMutex : private nxNonCopyable
 {
 public:

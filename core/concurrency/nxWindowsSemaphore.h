@@ -14,7 +14,7 @@
 /// owns what he took: a process that ends does not give it back, only when the last one that named the
 /// semaphore has ended is the count forgotten.
 ///
-/// The destructor does not close the system's object. Every operation may be called from any thread; none
+/// The destructor does not close the system's object, which lives as nxNamedObjects.h says. Every operation may be called from any thread; none
 /// throws or logs.
 class NX_CORE_API nxWindowsSemaphore : private nxNonCopyable
 {

@@ -12,8 +12,12 @@ namespace nxPlatform
 ///
 /// An object lives as long as a process has it open. When the last of them has ended, by whatever cause, the
 /// next to ask for the name gets a new object: a process that was killed leaves neither a lock nor a count
-/// behind. What stays until the machine starts anew is a file of one page with no meaning. Closing
+/// behind. What stays until the machine starts anew is a file of one page with no meaning, in /dev/shm. Closing
 /// descriptors that are not one's own, as some daemons do, makes the process look as if it had ended.
+///
+/// The file has to stay while a process has the object open: after somebody has removed it, the next to ask for the
+/// name gets an object of its own. systemd removes the files of a user who is no system user when he logs out, unless
+/// its logind has RemoveIPC=no or the user lingers.
 ///
 /// Names are any bytes of any length, the empty one too. A mutex and a semaphore of one name are two objects.
 using NamedObject = struct NamedObjectState*;

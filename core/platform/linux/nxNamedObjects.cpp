@@ -10,8 +10,10 @@
 #include <cstdint>
 #include <ctime>
 #include <functional>
+#include <memory>
 #include <new>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <linux/futex.h>
@@ -87,35 +89,47 @@ std::string FileName(char const* kind, std::string const& name)
     return "/nxcore." + std::to_string(geteuid()) + '.' + kind + '.' + Escape(name);
 }
 
+void Unmap(NamedObjectState* state)
+{
+    (void)munmap(state, sizeof(NamedObjectState));
+}
+
 // The objects that this process has open: a list that only grows. It has no lock that a child of fork() could
 // inherit closed.
 
 struct OpenObject
 {
     std::string fileName;
-    NamedObjectState* state;
-    OpenObject* next;
+    NamedObjectState* state = nullptr;
+    int file = -1; // stays open until the process ends, and the lock with it
+    OpenObject* next = nullptr;
 };
 
 constinit std::atomic<OpenObject*> openObjects = nullptr;
 
-NamedObjectState* FindOpen(std::string const& fileName)
+NamedObjectState* FindOpen(OpenObject const* first, std::string const& fileName)
 {
-    for (OpenObject* object = openObjects.load(std::memory_order_acquire); object; object = object->next)
+    for (OpenObject const* object = first; object; object = object->next)
         if (object->fileName == fileName)
             return object->state;
     return nullptr;
 }
 
-// Two threads may enter one object twice, which does no harm.
-NamedObjectState* EnterOpen(std::string const& fileName, NamedObjectState* state)
+// Enters an object, unless another thread has entered the same meanwhile: then that one serves.
+NamedObjectState* EnterOpen(std::unique_ptr<OpenObject> object)
 {
-    OpenObject* const object = new OpenObject{fileName, state, openObjects.load(std::memory_order_relaxed)};
-    while (!openObjects.compare_exchange_weak(object->next, object, std::memory_order_release,
-                                              std::memory_order_relaxed))
+    object->next = openObjects.load(std::memory_order_acquire);
+    do
     {
-    }
-    return state;
+        if (NamedObjectState* const entered = FindOpen(object->next, object->fileName))
+        {
+            Unmap(object->state);
+            (void)close(object->file);
+            return entered;
+        }
+    } while (!openObjects.compare_exchange_weak(object->next, object.get(), std::memory_order_acq_rel,
+                                                std::memory_order_acquire));
+    return object.release()->state;
 }
 
 // Whoever has an object open holds its file's lock for reading; the kernel gives that back when the process
@@ -149,11 +163,6 @@ NamedObjectState* Map(int file)
 {
     void* const region = mmap(nullptr, sizeof(NamedObjectState), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
     return region == MAP_FAILED ? nullptr : static_cast<NamedObjectState*>(region);
-}
-
-void Unmap(NamedObjectState* state)
-{
-    (void)munmap(state, sizeof(NamedObjectState));
 }
 
 // A file without a page behind it would end the process that touches it.
@@ -225,24 +234,26 @@ bool IsOwn(int file)
     return fstat(file, &status) == 0 && status.st_uid == geteuid();
 }
 
-// On success the file stays open until the process ends, and the lock with it.
-Attempt TryAttach(std::string const& fileName, Initialise const* initialise, NamedObjectState** state)
+// Without success `object` has no state, and no file is open.
+Attempt TryAttach(OpenObject& object, Initialise const* initialise)
 {
-    int const file = shm_open(fileName.c_str(), initialise ? O_RDWR | O_CREAT : O_RDWR, S_IRUSR | S_IWUSR);
+    int const file =
+        shm_open(object.fileName.c_str(), initialise ? O_RDWR | O_CREAT : O_RDWR, S_IRUSR | S_IWUSR);
     if (file == -1)
         return Attempt::done;
     Attempt attempt = Attempt::done;
     if (IsOwn(file) && TryLockForWriting(file))
     {
-        *state = initialise ? CreateInFile(file, *initialise) : nullptr;
-        if (!*state)
+        object.state = initialise ? CreateInFile(file, *initialise) : nullptr;
+        if (!object.state)
             (void)MarkNotReady(file);
     }
     else if (IsOwn(file) && LockForReading(file))
     {
-        attempt = OpenInFile(file, state);
+        attempt = OpenInFile(file, &object.state);
     }
-    if (!*state)
+    object.file = file;
+    if (!object.state)
         (void)close(file);
     return attempt;
 }
@@ -251,13 +262,14 @@ Attempt TryAttach(std::string const& fileName, Initialise const* initialise, Nam
 NamedObjectState* Attach(char const* kind, std::string const& name, Initialise const* initialise)
 try
 {
-    std::string const fileName = FileName(kind, name);
-    if (NamedObjectState* const state = FindOpen(fileName))
+    auto object = std::make_unique<OpenObject>();
+    object->fileName = FileName(kind, name);
+    if (NamedObjectState* const state =
+            FindOpen(openObjects.load(std::memory_order_acquire), object->fileName))
         return state;
-    NamedObjectState* state = nullptr;
-    while (TryAttach(fileName, initialise, &state) == Attempt::again)
+    while (TryAttach(*object, initialise) == Attempt::again)
         std::this_thread::yield();
-    return state ? EnterOpen(fileName, state) : nullptr;
+    return object->state ? EnterOpen(std::move(object)) : nullptr;
 }
 catch (std::bad_alloc const&)
 {
@@ -307,20 +319,22 @@ void* Word(std::atomic<std::uint32_t>& count)
 
 void SleepWhileZero(std::atomic<std::uint32_t>& count, std::chrono::nanoseconds atMost)
 {
-    std::timespec const time = {0, static_cast<long>(atMost.count())};
+    auto const whole = std::chrono::floor<std::chrono::seconds>(atMost);
+    std::timespec const time = {whole.count(), static_cast<long>((atMost - whole).count())};
     (void)syscall(SYS_futex, Word(count), FUTEX_WAIT, 0, &time, nullptr, 0);
 }
 
 WaitResult WaitForSemaphore(NamedObjectState& state, unsigned int milliseconds)
 {
     // A process that is killed between raising the count and waking a waiter, or between being woken and
-    // taking one, wakes nobody else: waiters look again by themselves.
-    constexpr std::chrono::nanoseconds longestSleep = std::chrono::milliseconds(20);
+    // taking one, wakes nobody else: waiters look again by themselves, the longer they wait the less often.
+    constexpr std::chrono::nanoseconds longestSleep = std::chrono::seconds(1);
+    std::chrono::nanoseconds nextSleep = std::chrono::milliseconds(20);
 
     Clock::time_point const deadline = Clock::now() + std::chrono::milliseconds(milliseconds);
     while (!TakeOne(state))
     {
-        std::chrono::nanoseconds sleep = longestSleep;
+        std::chrono::nanoseconds sleep = nextSleep;
         if (milliseconds != infinite)
         {
             std::chrono::nanoseconds const left = deadline - Clock::now();
@@ -329,6 +343,7 @@ WaitResult WaitForSemaphore(NamedObjectState& state, unsigned int milliseconds)
             sleep = std::min(sleep, left);
         }
         SleepWhileZero(state.count, sleep);
+        nextSleep = std::min(2 * nextSleep, longestSleep);
     }
     return WaitResult::object;
 }
