@@ -66,14 +66,16 @@ public:
     /// Takes one from the count, and waits for at most that long while it is zero. The time is cut to whole
     /// nanoseconds and the clock to whole milliseconds, so that a wait may be up to a millisecond short; it
     /// stands on the wall clock and is as much longer or shorter as somebody sets that back or forward.
-    /// @param seconds  zero and less do not wait, down to -2^31; the whole part is kept in 32 bits, so that a number
-    ///                 further below may come out as a wait.
+    /// @param seconds  up to 2147483647, 68 years; zero and less do not wait, down to -2^31. The whole part is kept in 32
+    ///                 bits: a larger number may end the wait at once, and one further below come out as a wait. For a
+    ///                 wait without limit there is Wait().
     /// @return OK; NX_ERR_THR_TIMEDOUT; NX_ERR_INVALID_PARAMETER for a number that is none and, about once in
     ///         a thousand waits, for a deadline that the system refuses, without waiting; NX_ERR_THR_DEADLOCK
     ///         or NX_ERR_THR_INTERRUPTED as the system says. Every other failure counts as a timeout.
     nxErrorEnum TimedWait(double seconds);
 
-    /// The same in microseconds; the whole seconds in them are kept in 32 bits.
+    /// The same in microseconds; the whole seconds in them are kept in 32 bits, so that more than 2147483647 of them may
+    /// end the wait at once.
     nxErrorEnum TimedWait_Microseconds(unsigned long long const& microseconds);
 
     /// The count at some moment during the call, 0 when the system can't tell.

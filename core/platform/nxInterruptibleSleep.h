@@ -29,10 +29,11 @@ public:
     }
 
     /// Sleeps, or returns at once when Wake() has been called since the last sleep.
-    /// @param seconds  0 to one million; what lies outside is taken as the nearer of the two.
+    /// @param seconds  0 to one million; what lies outside is taken as the nearer of the two, what is no number as 0.
     void Sleep(double seconds);
 
-    /// Ends the present sleep or, if nobody sleeps, the next one. Any thread may call.
+    /// Ends the present sleep or, if nobody sleeps, the next one, however often it is called before that. Any thread may
+    /// call.
     void Wake();
 
 private:

@@ -15,7 +15,7 @@ timespec Deadline(double seconds)
     constexpr double longestSleep = 1e6;
     constexpr long nanosecondsPerSecond = 1000000000;
 
-    double const length = std::clamp(seconds, 0.0, longestSleep);
+    double const length = seconds > 0 ? std::min(seconds, longestSleep) : 0.0;
     long const wholeSeconds = static_cast<long>(length);
     long const nanoseconds = static_cast<long>((length - static_cast<double>(wholeSeconds)) * 1e9);
 
@@ -53,9 +53,13 @@ void InterruptibleSleep::Sleep(double seconds)
         }
         return;
     }
-    while (sem_clockwait(&_semaphore, CLOCK_MONOTONIC, &deadline) == -1 && errno == EINTR)
+    int result = 0;
+    do
     {
-    }
+        result = sem_clockwait(&_semaphore, CLOCK_MONOTONIC, &deadline);
+    } while (result == -1 && errno == EINTR);
+    while (result == 0)
+        result = sem_trywait(&_semaphore); // one sleep is ended by all the calls before it
 }
 
 void InterruptibleSleep::Wake()
