@@ -455,6 +455,11 @@ nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned shor
     return SetUnsigned(text, value);
 }
 
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned long& value)
+{
+    return SetUnsigned(text, value);
+}
+
 nxErrorEnum nxStringHelper::SetFromString(std::string const& text, unsigned long long& value)
 {
     return SetUnsigned(text, value);
@@ -466,6 +471,11 @@ nxErrorEnum nxStringHelper::SetFromString(std::string const& text, int& value)
 }
 
 nxErrorEnum nxStringHelper::SetFromString(std::string const& text, short& value)
+{
+    return SetSigned(text, value);
+}
+
+nxErrorEnum nxStringHelper::SetFromString(std::string const& text, long& value)
 {
     return SetSigned(text, value);
 }

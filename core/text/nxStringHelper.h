@@ -50,6 +50,10 @@ public:
     static std::string GetAsString(unsigned char value);
     static std::string GetAsString(unsigned short value);
     static std::string GetAsString(unsigned int value);
+    static std::string GetAsString(unsigned long value) ///< what std::size_t and std::uint64_t are here
+    {
+        return GetAsString(static_cast<unsigned long long>(value));
+    }
     static std::string GetAsString(unsigned long long value);
     /// At most nine decimals; see the form with a precision.
     static std::string GetAsString(double value);
@@ -74,7 +78,7 @@ public:
     /// @}
 
     /// @name AppendAsString: the same text added to `out`
-    /// The number forms need no memory beyond what `out` may grow by.
+    /// The number forms need no memory beyond what `out` may grow by. There is none for `long`, which is cast first.
     /// @{
     static void AppendAsString(std::string& out, bool value);
     static void AppendAsString(std::string& out, char value);
@@ -84,6 +88,10 @@ public:
     static void AppendAsString(std::string& out, unsigned char value);
     static void AppendAsString(std::string& out, unsigned short value);
     static void AppendAsString(std::string& out, unsigned int value);
+    static void AppendAsString(std::string& out, unsigned long value)
+    {
+        AppendAsString(out, static_cast<unsigned long long>(value));
+    }
     static void AppendAsString(std::string& out, unsigned long long value);
     static void AppendAsString(std::string& out, double value);
     static void AppendAsString(std::string& out, double value, unsigned int precision);
@@ -106,9 +114,11 @@ public:
     /// @{
     static nxErrorEnum SetFromString(std::string const& text, unsigned int& value);
     static nxErrorEnum SetFromString(std::string const& text, unsigned short& value);
+    static nxErrorEnum SetFromString(std::string const& text, unsigned long& value);
     static nxErrorEnum SetFromString(std::string const& text, unsigned long long& value);
     static nxErrorEnum SetFromString(std::string const& text, int& value);
     static nxErrorEnum SetFromString(std::string const& text, short& value);
+    static nxErrorEnum SetFromString(std::string const& text, long& value);
     static nxErrorEnum SetFromString(std::string const& text, long long& value);
     /// Takes TRUE and FALSE, in capitals. Whatever else the text is, the value becomes false.
     static nxErrorEnum SetFromString(std::string const& text, bool& value);

@@ -6,6 +6,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <tuple>
 
@@ -37,6 +38,7 @@ TEST(nxStringHelperText, OfEachType)
     EXPECT_EQ(Text(true) + Text(false), "TRUEFALSE");
     EXPECT_EQ(Text('A') + Text(static_cast<char>(-128)) + Text(static_cast<unsigned char>(255)), "65-128255");
     EXPECT_EQ(nxStringHelper::GetAsString(-7l), "-7");
+    EXPECT_EQ(Text(static_cast<std::uint64_t>(-1)), "18446744073709551615");
     EXPECT_EQ(Text(nxBuySellEnum(NX_BUY)), "BUY");
     EXPECT_EQ(Text(0.5f) + Text(0.1f), "0.50.100000001"); // widened, not shortened
     std::string text("kept");
@@ -86,6 +88,8 @@ TEST(nxStringHelperParse, EachType)
          {std::string_view("12\0", 3), std::string_view(""), std::string_view("-1")})
         EXPECT_FALSE(nxStringHelper::SetFromStringView(text, value).IsOK());
     EXPECT_EQ(value, 123u);
+    EXPECT_EQ(Parsed("18446744073709551617", std::uint64_t{7}, true), 1u);
+    EXPECT_EQ(Parsed("-9223372036854775808", std::int64_t{7}, true), std::numeric_limits<std::int64_t>::min());
     EXPECT_FALSE(Parsed("true", true, false)); // false, although it was refused
     EXPECT_EQ(Parsed("any text", std::string("old"), true), "any text");
     EXPECT_TRUE(Parsed("SELL", nxBuySellEnum(NX_BUY), true) == NX_SELL);
