@@ -18,12 +18,6 @@ constexpr long long encodedNoChange = 0x7FFFFFFFFFFFFFFE;
 constexpr unsigned int mostPlacesShown = 12;
 constexpr unsigned int mostPlacesOfPower = 19; // from 20 on, 10^places wraps in 64 bits
 
-/// Whether two numbers of different places are more than the tolerance apart.
-bool Differ(double left, double right)
-{
-    return !(std::fabs(left - right) <= std::numeric_limits<double>::epsilon());
-}
-
 /// Magnitude split at the separator.
 struct Parts
 {
@@ -124,14 +118,31 @@ char* WriteShort(char* out, long long value, unsigned char places, char separato
     return end;
 }
 
+/// Below, at or above 0 as the left is less than, equal to or more than the right: the six operators follow from it.
+/// Numbers without an order, since a power of ten has wrapped to 0, give "more".
+inline int Compare(nxDecimal const& left, nxDecimal const& right)
+{
+    if (!left.IsValid() || !right.IsValid())
+    {
+        int const validity = int{left.IsValid()} - int{right.IsValid()};
+        return validity != 0 ? validity : int{right.IsNull()} - int{left.IsNull()};
+    }
+    if (left.GetDecimalPlaces() == right.GetDecimalPlaces())
+        return int{left.GetValue() > right.GetValue()} - int{left.GetValue() < right.GetValue()};
+    double const leftNumber = left.GetAsDouble();
+    double const rightNumber = right.GetAsDouble();
+    if (std::fabs(leftNumber - rightNumber) <= std::numeric_limits<double>::epsilon())
+        return 0;
+    return leftNumber < rightNumber ? -1 : 1;
+}
+
 /// Whether the multiple of the step that lies `remainder` below a number is the nearest to it.
 /// @param ties  the answer for a number in the middle between two.
 bool IsNearest(nxDecimal const& remainder, nxDecimal const& step, bool ties)
 {
     nxDecimal const half = step / nxDecimal(2, static_cast<unsigned char>(step.GetDecimalPlaces() + 1));
-    bool const isTie = ties && remainder == half;
-    bool const isLess = remainder < half;
-    return isLess | isTie;
+    int const order = Compare(remainder, half);
+    return ties ? order <= 0 : order < 0;
 }
 
 } // namespace
@@ -292,44 +303,32 @@ nxDecimal& nxDecimal::operator/=(nxDecimal const& right)
 
 bool nxDecimal::operator==(nxDecimal const& right) const
 {
-    if (!IsValid() || !right.IsValid())
-        return _status == right._status;
-    return _decimalPlaces == right._decimalPlaces ? _value == right._value
-                                                  : !Differ(GetAsDouble(), right.GetAsDouble());
+    return Compare(*this, right) == 0;
 }
 
 bool nxDecimal::operator!=(nxDecimal const& right) const
 {
-    return !(*this == right);
+    return Compare(*this, right) != 0;
 }
 
 bool nxDecimal::operator<(nxDecimal const& right) const
 {
-    if (!IsValid())
-        return right.IsValid() || _status.GetValue() < right._status.GetValue();
-    if (!right.IsValid())
-        return false;
-    if (_decimalPlaces == right._decimalPlaces)
-        return _value < right._value;
-    double const left = GetAsDouble();
-    double const other = right.GetAsDouble();
-    bool const differ = Differ(left, other);
-    return differ & (left < other);
+    return Compare(*this, right) < 0;
 }
 
 bool nxDecimal::operator<=(nxDecimal const& right) const
 {
-    return *this == right || *this < right;
+    return Compare(*this, right) <= 0;
 }
 
 bool nxDecimal::operator>(nxDecimal const& right) const
 {
-    return !(*this <= right);
+    return Compare(*this, right) > 0;
 }
 
 bool nxDecimal::operator>=(nxDecimal const& right) const
 {
-    return !(*this < right);
+    return Compare(*this, right) >= 0;
 }
 
 nxDecimal nxDecimal::GetMin(nxDecimal const& a, nxDecimal const& b)
