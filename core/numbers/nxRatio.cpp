@@ -3,61 +3,6 @@
 #include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 
-nxRatio::nxRatio() : _left(0), _right(0), _status(NX_NULL)
-{
-}
-
-nxRatio::nxRatio(unsigned int left, unsigned int right) : _left(left), _right(right), _status(NX_VALID)
-{
-}
-
-void nxRatio::SetValue(unsigned int const& left, unsigned int const& right)
-{
-    _Set(left, right, left != 0 && right != 0 ? NX_VALID : NX_NULL);
-}
-
-void nxRatio::SetNull()
-{
-    _Set(0, 0, NX_NULL);
-}
-
-void nxRatio::SetNoChange()
-{
-    _Set(0, 0, NX_NOCHANGE);
-}
-
-void nxRatio::_Set(unsigned int left, unsigned int right, nxEnumValue status)
-{
-    _left = left;
-    _right = right;
-    _status = nxValueStatusEnum(status);
-}
-
-bool nxRatio::IsValid() const
-{
-    return _status == NX_VALID;
-}
-
-bool nxRatio::IsNull() const
-{
-    return _status == NX_NULL;
-}
-
-bool nxRatio::IsNoChange() const
-{
-    return _status == NX_NOCHANGE;
-}
-
-unsigned int nxRatio::GetLHS() const
-{
-    return _left;
-}
-
-unsigned int nxRatio::GetRHS() const
-{
-    return _right;
-}
-
 nxErrorEnum nxRatio::SetFromString(std::string const& text)
 {
     SetNull();
@@ -97,18 +42,6 @@ std::string nxRatio::GetAsString() const
 std::string nxRatio::GetAsLogString() const
 {
     return IsNull() ? "NULL" : IsNoChange() ? "NO_CHANGE" : GetAsString();
-}
-
-bool nxRatio::operator==(nxRatio const& right) const
-{
-    if (!IsValid() || !right.IsValid())
-        return _status == right._status; // the numbers of a null don't count
-    return _left == right._left && _right == right._right;
-}
-
-bool nxRatio::operator!=(nxRatio const& right) const
-{
-    return !(*this == right);
 }
 
 bool nxRatio::operator<(nxRatio const& right) const

@@ -1,17 +1,5 @@
 #include "core/numbers/nxStringValue.h"
 
-nxStringValue::nxStringValue() : _status(NX_VALID)
-{
-}
-
-nxStringValue::nxStringValue(nxNullInitalizer) : _status(NX_NULL)
-{
-}
-
-nxStringValue::nxStringValue(nxNoChangeInitalizer) : _status(NX_NOCHANGE)
-{
-}
-
 nxStringValue::nxStringValue(std::string const& value) : _value(value), _status(NX_VALID)
 {
 }
@@ -37,47 +25,6 @@ nxStringValue const& nxStringValue::GetNoChangeInstance()
 // Built at load: a child of fork() could not wait for another thread to finish them.
 [[maybe_unused]] static nxStringValue const* const builtAtLoad[] = {&nxStringValue::GetNullInstance(),
                                                                     &nxStringValue::GetNoChangeInstance()};
-
-bool nxStringValue::IsValid() const
-{
-    return _status == NX_VALID;
-}
-
-bool nxStringValue::IsNull() const
-{
-    return _status == NX_NULL;
-}
-
-bool nxStringValue::IsNoChange() const
-{
-    return _status == NX_NOCHANGE;
-}
-
-nxValueStatusEnum const& nxStringValue::GetStatus() const
-{
-    return _status;
-}
-
-std::string const& nxStringValue::GetValue() const
-{
-    return _value;
-}
-
-void nxStringValue::SetNull()
-{
-    _Clear(NX_NULL);
-}
-
-void nxStringValue::SetNoChange()
-{
-    _Clear(NX_NOCHANGE);
-}
-
-void nxStringValue::_Clear(nxEnumValue status)
-{
-    _value.clear();
-    _status = nxValueStatusEnum(status);
-}
 
 nxErrorEnum nxStringValue::SetFromString(std::string const& text)
 {

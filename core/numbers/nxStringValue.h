@@ -15,9 +15,18 @@ class NX_CORE_API nxStringValue
 {
 public:
     /// An empty text, which is valid.
-    nxStringValue();
-    nxStringValue(nxNullInitalizer);
-    nxStringValue(nxNoChangeInitalizer);
+    nxStringValue() noexcept : _status(NX_VALID)
+    {
+    }
+
+    nxStringValue(nxNullInitalizer) noexcept : _status(NX_NULL)
+    {
+    }
+
+    nxStringValue(nxNoChangeInitalizer) noexcept : _status(NX_NOCHANGE)
+    {
+    }
+
     nxStringValue(std::string const& value);
     /// A null pointer gives a null.
     nxStringValue(char const* value);
@@ -26,15 +35,40 @@ public:
     static nxStringValue const& GetNullInstance();
     static nxStringValue const& GetNoChangeInstance();
 
-    bool IsValid() const;
-    bool IsNull() const;
-    bool IsNoChange() const;
-    nxValueStatusEnum const& GetStatus() const;
+    bool IsValid() const noexcept
+    {
+        return _status == NX_VALID;
+    }
 
-    std::string const& GetValue() const; ///< Empty unless valid.
+    bool IsNull() const noexcept
+    {
+        return _status == NX_NULL;
+    }
 
-    void SetNull();
-    void SetNoChange();
+    bool IsNoChange() const noexcept
+    {
+        return _status == NX_NOCHANGE;
+    }
+
+    nxValueStatusEnum const& GetStatus() const noexcept
+    {
+        return _status;
+    }
+
+    std::string const& GetValue() const noexcept ///< Empty unless valid.
+    {
+        return _value;
+    }
+
+    void SetNull() noexcept
+    {
+        _Clear(NX_NULL);
+    }
+
+    void SetNoChange() noexcept
+    {
+        _Clear(NX_NOCHANGE);
+    }
 
     /// Takes any text, an empty one too, and becomes valid; never fails.
     nxErrorEnum SetFromString(std::string const& text);
@@ -54,7 +88,11 @@ public:
     /// @}
 
 private:
-    void _Clear(nxEnumValue status);
+    void _Clear(nxEnumValue status) noexcept
+    {
+        _value.clear();
+        _status = nxValueStatusEnum(status);
+    }
 
     std::string _value;
     nxValueStatusEnum _status;

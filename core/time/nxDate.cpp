@@ -4,116 +4,15 @@
 #include "core/text/nxStringHelper.h"
 #include "core/time/nxDateTime.h"
 
-namespace
-{
-
-constexpr unsigned int nullDate = nxValueWrapper<unsigned int, -1, -2>::nullValue;
-constexpr unsigned int noChangeDate = nxValueWrapper<unsigned int, -1, -2>::noChangeValue;
-
-} // namespace
-
 nxDate::nxDate() : _isoDate(static_cast<unsigned int>(nxDateTime().GetAsISODate()))
 {
     if (_isoDate == 0) // the answer of a date-time that is null
         SetNull();
 }
 
-nxDate::nxDate(unsigned int const& isoDate) : _isoDate(isoDate)
-{
-}
-
-nxDate::nxDate(unsigned int const& year, unsigned int const& month, unsigned int const& day)
-    : _isoDate((year * 100 + month) * 100 + day)
-{
-}
-
-nxDate::nxDate(nxNullInitalizer) : _isoDate(nullDate)
-{
-}
-
-nxDate::nxDate(nxNoChangeInitalizer) : _isoDate(noChangeDate)
-{
-}
-
-nxDate& nxDate::operator=(unsigned int const& isoDate)
-{
-    _isoDate = isoDate;
-    return *this;
-}
-
-nxDate nxDate::GetNullInstance()
-{
-    return nxDate(nxNullInitalizer{});
-}
-
-nxDate nxDate::GetNoChangeInstance()
-{
-    return nxDate(nxNoChangeInitalizer{});
-}
-
-bool nxDate::IsValid() const
-{
-    return !IsNull() && !IsNoChange();
-}
-
-bool nxDate::IsNull() const
-{
-    return _isoDate == nullDate;
-}
-
-bool nxDate::IsNoChange() const
-{
-    return _isoDate == noChangeDate;
-}
-
-void nxDate::SetNull()
-{
-    _isoDate = nullDate;
-}
-
-void nxDate::SetNoChange()
-{
-    _isoDate = noChangeDate;
-}
-
-nxValueWrapper<unsigned int, -1, -2> nxDate::GetAsISODate() const
-{
-    return _isoDate;
-}
-
-void nxDate::SetFromISODate(unsigned int const& isoDate)
-{
-    _isoDate = isoDate;
-}
-
-void nxDate::SetFromISODate(nxValueWrapper<unsigned int, -1, -2> const& isoDate)
-{
-    _isoDate = isoDate.GetValue();
-}
-
 nxErrorEnum nxDate::SetFromString(std::string const& text)
 {
     return nxStringHelper::SetFromString(text, _isoDate);
-}
-
-bool nxDate::operator==(nxDate const& other) const
-{
-    return _isoDate == other._isoDate;
-}
-
-bool nxDate::operator!=(nxDate const& other) const
-{
-    return _isoDate != other._isoDate;
-}
-
-bool nxDate::operator<(nxDate const& other) const
-{
-    return _isoDate < other._isoDate;
-}
-
-bool nxDate::operator>(nxDate const& other) const
-{
-    return _isoDate > other._isoDate;
 }
 
 std::string nxDate::GetAsString() const

@@ -24,38 +24,109 @@ public:
     nxDate();
 
     /// @param isoDate  stored as it is, marks included.
-    nxDate(unsigned int const& isoDate);
+    nxDate(unsigned int const& isoDate) noexcept : _isoDate(isoDate)
+    {
+    }
+
     /// The parts are joined without a check; too large a year wraps around.
-    nxDate(unsigned int const& year, unsigned int const& month, unsigned int const& day);
-    nxDate(nxNullInitalizer);
-    nxDate(nxNoChangeInitalizer);
+    nxDate(unsigned int const& year, unsigned int const& month, unsigned int const& day) noexcept
+        : _isoDate((year * 100 + month) * 100 + day)
+    {
+    }
+
+    nxDate(nxNullInitalizer) noexcept : _isoDate(_nullDate)
+    {
+    }
+
+    nxDate(nxNoChangeInitalizer) noexcept : _isoDate(_noChangeDate)
+    {
+    }
+
     nxDate(nxDate const& other) = default;
     nxDate& operator=(nxDate const& other) = default;
-    nxDate& operator=(unsigned int const& isoDate);
+
+    nxDate& operator=(unsigned int const& isoDate) noexcept
+    {
+        _isoDate = isoDate;
+        return *this;
+    }
+
     ~nxDate() = default;
 
-    static nxDate GetNullInstance();
-    static nxDate GetNoChangeInstance();
+    static nxDate GetNullInstance() noexcept
+    {
+        return nxDate(nxNullInitalizer{});
+    }
 
-    bool IsValid() const;
-    bool IsNull() const;
-    bool IsNoChange() const;
-    void SetNull();
-    void SetNoChange();
+    static nxDate GetNoChangeInstance() noexcept
+    {
+        return nxDate(nxNoChangeInitalizer{});
+    }
 
-    nxValueWrapper<unsigned int, -1, -2> GetAsISODate() const;
-    void SetFromISODate(unsigned int const& isoDate);
-    void SetFromISODate(nxValueWrapper<unsigned int, -1, -2> const& isoDate);
+    bool IsValid() const noexcept
+    {
+        return !IsNull() && !IsNoChange();
+    }
+
+    bool IsNull() const noexcept
+    {
+        return _isoDate == _nullDate;
+    }
+
+    bool IsNoChange() const noexcept
+    {
+        return _isoDate == _noChangeDate;
+    }
+
+    void SetNull() noexcept
+    {
+        _isoDate = _nullDate;
+    }
+
+    void SetNoChange() noexcept
+    {
+        _isoDate = _noChangeDate;
+    }
+
+    nxValueWrapper<unsigned int, -1, -2> GetAsISODate() const noexcept
+    {
+        return _isoDate;
+    }
+
+    void SetFromISODate(unsigned int const& isoDate) noexcept
+    {
+        _isoDate = isoDate;
+    }
+
+    void SetFromISODate(nxValueWrapper<unsigned int, -1, -2> const& isoDate) noexcept
+    {
+        _isoDate = isoDate.GetValue();
+    }
 
     /// Reads the number in decimal digits, without a check of the calendar; too large a number wraps around.
     /// @return OK; NX_ERR_INVALID_PARAMETER, with the date unchanged, for an empty text or any other character.
     nxErrorEnum SetFromString(std::string const& text);
 
     /// By the number, so that null and no change come after all days. There is no `<=` and no `>=`.
-    bool operator==(nxDate const& other) const;
-    bool operator!=(nxDate const& other) const;
-    bool operator<(nxDate const& other) const;
-    bool operator>(nxDate const& other) const;
+    bool operator==(nxDate const& other) const noexcept
+    {
+        return _isoDate == other._isoDate;
+    }
+
+    bool operator!=(nxDate const& other) const noexcept
+    {
+        return _isoDate != other._isoDate;
+    }
+
+    bool operator<(nxDate const& other) const noexcept
+    {
+        return _isoDate < other._isoDate;
+    }
+
+    bool operator>(nxDate const& other) const noexcept
+    {
+        return _isoDate > other._isoDate;
+    }
 
     /// @name Text: the number in decimal, nothing for null and no change
     /// A format is one of the C library's `strftime` and may name the year, the month and the day; the time of day is
@@ -76,6 +147,9 @@ public:
     /// @}
 
 private:
+    static constexpr unsigned int _nullDate = nxValueWrapper<unsigned int, -1, -2>::nullValue;
+    static constexpr unsigned int _noChangeDate = nxValueWrapper<unsigned int, -1, -2>::noChangeValue;
+
     void _AppendAsString(std::string& text, char const* format) const;
     bool _AppendMarkAsLogString(std::string& text) const;
 

@@ -97,77 +97,6 @@ nxDateTime::nxDateTime(int year, int month, int day, int hour, int minute, int s
     _Normalize();
 }
 
-nxDateTime::nxDateTime(long long const& timeValue)
-    : _microseconds(0), _timeValue(timeValue), _calendarValid(false)
-{
-}
-
-nxDateTime::nxDateTime(nxNullInitalizer) : nxDateTime(NX_DATE_TIME_NULL)
-{
-}
-
-nxDateTime::nxDateTime(nxNoChangeInitalizer) : nxDateTime(NX_DATE_TIME_NO_CHANGE)
-{
-}
-
-nxDateTime::nxDateTime(nxDateTime const& other)
-    : _microseconds(other._microseconds), _timeValue(other._timeValue), _calendarValid(other._calendarValid)
-{
-    if (_calendarValid)
-        _calendar = other._calendar;
-}
-
-nxDateTime& nxDateTime::operator=(nxDateTime const& other)
-{
-    _microseconds = other._microseconds;
-    _timeValue = other._timeValue;
-    _calendarValid = other._calendarValid;
-    if (_calendarValid)
-        _calendar = other._calendar;
-    return *this;
-}
-
-nxDateTime& nxDateTime::operator=(long long const& timeValue)
-{
-    SetFromTimeValue(timeValue);
-    return *this;
-}
-
-nxDateTime nxDateTime::GetNullDateTime()
-{
-    return nxDateTime(NX_DATE_TIME_NULL);
-}
-
-nxDateTime nxDateTime::GetNoChangeDateTime()
-{
-    return nxDateTime(NX_DATE_TIME_NO_CHANGE);
-}
-
-bool nxDateTime::IsNull() const
-{
-    return _timeValue == NX_DATE_TIME_NULL;
-}
-
-bool nxDateTime::IsNoChange() const
-{
-    return _timeValue == NX_DATE_TIME_NO_CHANGE;
-}
-
-bool nxDateTime::IsValid() const
-{
-    return _timeValue > NX_DATE_TIME_NO_CHANGE;
-}
-
-void nxDateTime::SetNull()
-{
-    SetFromTimeValue(NX_DATE_TIME_NULL);
-}
-
-void nxDateTime::SetNoChange()
-{
-    SetFromTimeValue(NX_DATE_TIME_NO_CHANGE);
-}
-
 int nxDateTime::GetYear() const
 {
     _ValidateTM();
@@ -244,26 +173,6 @@ nxTime nxDateTime::GetTime() const
     return time;
 }
 
-unsigned int const& nxDateTime::GetMicroseconds() const
-{
-    return _microseconds;
-}
-
-unsigned int nxDateTime::GetMilliseconds() const
-{
-    return _microseconds / microsecondsPerMillisecond;
-}
-
-long long nxDateTime::GetAsTimeValue() const
-{
-    return _timeValue;
-}
-
-nxDateTime::operator long long() const
-{
-    return _timeValue;
-}
-
 void nxDateTime::SetYear(int year)
 {
     _SetField(&std::tm::tm_year, WrappingSubtract(year, firstYearOfCalendar));
@@ -292,18 +201,6 @@ void nxDateTime::SetMinute(int minute)
 void nxDateTime::SetSecond(int second)
 {
     _SetField(&std::tm::tm_sec, second);
-}
-
-void nxDateTime::SetMicroseconds(unsigned int const& microseconds)
-{
-    _microseconds = microseconds < microsecondsPerSecond ? microseconds : 0;
-}
-
-void nxDateTime::SetFromTimeValue(long long const& timeValue)
-{
-    _microseconds = 0;
-    _timeValue = timeValue;
-    _calendarValid = false;
 }
 
 void nxDateTime::SetFromISODate(unsigned int isoDate)
@@ -348,37 +245,6 @@ nxErrorEnum nxDateTime::SetFromString(std::string const& text, nxDateTime& resul
         return exception.GetError();
     }
     return nxErrorEnum();
-}
-
-bool nxDateTime::operator==(nxDateTime const& other) const
-{
-    return _timeValue == other._timeValue && _microseconds == other._microseconds;
-}
-
-bool nxDateTime::operator!=(nxDateTime const& other) const
-{
-    return !operator==(other);
-}
-
-bool nxDateTime::operator<(nxDateTime const& other) const
-{
-    return _timeValue != other._timeValue ? _timeValue < other._timeValue
-                                          : _microseconds < other._microseconds;
-}
-
-bool nxDateTime::operator<=(nxDateTime const& other) const
-{
-    return !other.operator<(*this);
-}
-
-bool nxDateTime::operator>(nxDateTime const& other) const
-{
-    return other.operator<(*this);
-}
-
-bool nxDateTime::operator>=(nxDateTime const& other) const
-{
-    return !operator<(other);
 }
 
 nxDateTime nxDateTime::operator+(nxDateTimeSpan const& span) const

@@ -57,25 +57,81 @@ public:
     nxDateTime(int year, int month, int day, int hour, int minute, int second, unsigned int microseconds);
 
     /// @param timeValue  seconds since the epoch, or one of the two marks. Microseconds become 0.
-    nxDateTime(long long const& timeValue);
-    nxDateTime(nxNullInitalizer);
-    nxDateTime(nxNoChangeInitalizer);
+    nxDateTime(long long const& timeValue) noexcept
+        : _microseconds(0), _timeValue(timeValue), _calendarValid(false)
+    {
+    }
+
+    nxDateTime(nxNullInitalizer) noexcept : nxDateTime(NX_DATE_TIME_NULL)
+    {
+    }
+
+    nxDateTime(nxNoChangeInitalizer) noexcept : nxDateTime(NX_DATE_TIME_NO_CHANGE)
+    {
+    }
 
     /// A copy converts nothing and keeps calendar fields that are there, those of GetAsGMT() too.
-    nxDateTime(nxDateTime const& other);
-    nxDateTime& operator=(nxDateTime const& other);
-    nxDateTime& operator=(long long const& timeValue);
+    nxDateTime(nxDateTime const& other) noexcept
+        : _microseconds(other._microseconds), _timeValue(other._timeValue),
+          _calendarValid(other._calendarValid)
+    {
+        if (_calendarValid)
+            _calendar = other._calendar;
+    }
+
+    nxDateTime& operator=(nxDateTime const& other) noexcept
+    {
+        _microseconds = other._microseconds;
+        _timeValue = other._timeValue;
+        _calendarValid = other._calendarValid;
+        if (_calendarValid)
+            _calendar = other._calendar;
+        return *this;
+    }
+
+    nxDateTime& operator=(long long const& timeValue) noexcept
+    {
+        SetFromTimeValue(timeValue);
+        return *this;
+    }
+
     ~nxDateTime() = default;
 
-    static nxDateTime GetNullDateTime();
-    static nxDateTime GetNoChangeDateTime();
+    static nxDateTime GetNullDateTime() noexcept
+    {
+        return nxDateTime(NX_DATE_TIME_NULL);
+    }
 
-    bool IsNull() const;
-    bool IsNoChange() const;
+    static nxDateTime GetNoChangeDateTime() noexcept
+    {
+        return nxDateTime(NX_DATE_TIME_NO_CHANGE);
+    }
+
+    bool IsNull() const noexcept
+    {
+        return _timeValue == NX_DATE_TIME_NULL;
+    }
+
+    bool IsNoChange() const noexcept
+    {
+        return _timeValue == NX_DATE_TIME_NO_CHANGE;
+    }
+
     /// True for a time value above 1.
-    bool IsValid() const;
-    void SetNull();
-    void SetNoChange();
+    bool IsValid() const noexcept
+    {
+        return _timeValue > NX_DATE_TIME_NO_CHANGE;
+    }
+
+    void SetNull() noexcept
+    {
+        SetFromTimeValue(NX_DATE_TIME_NULL);
+    }
+
+    void SetNoChange() noexcept
+    {
+        SetFromTimeValue(NX_DATE_TIME_NO_CHANGE);
+    }
 
     int GetYear() const;  ///< in full
     int GetMonth() const; ///< 1 to 12
@@ -92,10 +148,25 @@ public:
     /// Hour, minute and second; null unless this is a valid moment.
     nxTime GetTime() const;
 
-    unsigned int const& GetMicroseconds() const;
-    unsigned int GetMilliseconds() const; ///< the microseconds in whole thousands
-    long long GetAsTimeValue() const;
-    operator long long() const;
+    unsigned int const& GetMicroseconds() const noexcept
+    {
+        return _microseconds;
+    }
+
+    unsigned int GetMilliseconds() const noexcept ///< the microseconds in whole thousands
+    {
+        return _microseconds / 1000;
+    }
+
+    long long GetAsTimeValue() const noexcept
+    {
+        return _timeValue;
+    }
+
+    operator long long() const noexcept
+    {
+        return _timeValue;
+    }
 
     /// Each sets one local calendar field and lets it roll over. After GetAsGMT() the Greenwich fields are taken for
     /// local ones, so the moment jumps by the zone's offset.
@@ -106,9 +177,17 @@ public:
     void SetMinute(int minute);
     void SetSecond(int second);
     /// @param microseconds  beyond 999999 stored as 0.
-    void SetMicroseconds(unsigned int const& microseconds);
+    void SetMicroseconds(unsigned int const& microseconds) noexcept
+    {
+        _microseconds = microseconds < 1'000'000 ? microseconds : 0;
+    }
 
-    void SetFromTimeValue(long long const& timeValue);
+    void SetFromTimeValue(long long const& timeValue) noexcept
+    {
+        _microseconds = 0;
+        _timeValue = timeValue;
+        _calendarValid = false;
+    }
 
     /// Midnight of a day as 20240131; 20240230 rolls over into March. A number that hasn't 8 digits makes this null.
     void SetFromISODate(unsigned int isoDate);
@@ -129,12 +208,36 @@ public:
     static nxErrorEnum SetFromString(std::string const& text, nxDateTime& result);
 
     /// Comparison is by time value, then by microseconds, so a null comes before all moments.
-    bool operator==(nxDateTime const& other) const;
-    bool operator!=(nxDateTime const& other) const;
-    bool operator<(nxDateTime const& other) const;
-    bool operator<=(nxDateTime const& other) const;
-    bool operator>(nxDateTime const& other) const;
-    bool operator>=(nxDateTime const& other) const;
+    bool operator==(nxDateTime const& other) const noexcept
+    {
+        return _timeValue == other._timeValue && _microseconds == other._microseconds;
+    }
+
+    bool operator!=(nxDateTime const& other) const noexcept
+    {
+        return !operator==(other);
+    }
+
+    bool operator<(nxDateTime const& other) const noexcept
+    {
+        return _timeValue != other._timeValue ? _timeValue < other._timeValue
+                                              : _microseconds < other._microseconds;
+    }
+
+    bool operator<=(nxDateTime const& other) const noexcept
+    {
+        return !other.operator<(*this);
+    }
+
+    bool operator>(nxDateTime const& other) const noexcept
+    {
+        return other.operator<(*this);
+    }
+
+    bool operator>=(nxDateTime const& other) const noexcept
+    {
+        return !operator<(other);
+    }
 
     /// Adds each field of the span to the calendar field of that name, or takes it away, and rolls over. The span's
     /// total and the microseconds play no part.

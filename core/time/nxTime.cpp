@@ -2,8 +2,6 @@
 
 #include "core/text/nxStringHelper.h"
 
-#include <tuple>
-
 namespace
 {
 
@@ -33,63 +31,6 @@ void AppendField(std::string& text, unsigned int value)
 
 } // namespace
 
-nxTime::nxTime() : _status(NX_VALID)
-{
-}
-
-nxTime::nxTime(nxNullInitalizer) : _status(NX_NULL)
-{
-}
-
-nxTime::nxTime(nxNoChangeInitalizer) : _status(NX_NOCHANGE)
-{
-}
-
-nxTime::nxTime(nxTime const& other) : _status(other._status)
-{
-    if (_IsValid())
-        _Set(other._hour, other._minute, other._second);
-}
-
-nxTime& nxTime::operator=(nxTime const& other)
-{
-    _status = other._status;
-    if (_IsValid())
-        _Set(other._hour, other._minute, other._second);
-    return *this;
-}
-
-nxTime nxTime::GetNullInstance()
-{
-    return nxTime(nxNullInitalizer{});
-}
-
-bool nxTime::IsNull() const
-{
-    return _status == NX_NULL;
-}
-
-void nxTime::SetNull()
-{
-    _Set(0, 0, 0);
-    _status = NX_NULL;
-}
-
-unsigned int nxTime::GetHour() const
-{
-    return _IsValid() ? _hour : 0;
-}
-
-unsigned int nxTime::GetMinute() const
-{
-    return _IsValid() ? _minute : 0;
-}
-
-unsigned int nxTime::GetSecond() const
-{
-    return _IsValid() ? _second : 0;
-}
-
 nxErrorEnum nxTime::SetHour(unsigned int hour)
 {
     return _SetField(_hour, hour, hoursInADay);
@@ -103,11 +44,6 @@ nxErrorEnum nxTime::SetMinute(unsigned int minute)
 nxErrorEnum nxTime::SetSecond(unsigned int second)
 {
     return _SetField(_second, second, secondsInAMinute);
-}
-
-unsigned int nxTime::GetAsHHMMSS() const
-{
-    return (_hour * 100 + _minute) * 100 + _second;
 }
 
 void nxTime::SetFromHHMMSS(unsigned int const& value)
@@ -154,53 +90,6 @@ std::string nxTime::GetAsString() const
 std::string nxTime::GetAsLogString() const
 {
     return IsNull() ? "NULL" : GetAsString();
-}
-
-bool nxTime::operator==(nxTime const& other) const
-{
-    if (IsNull())
-        return other.IsNull();
-    return std::tie(_hour, _minute, _second) == std::tie(other._hour, other._minute, other._second);
-}
-
-bool nxTime::operator!=(nxTime const& other) const
-{
-    return !operator==(other);
-}
-
-bool nxTime::operator<(nxTime const& other) const
-{
-    return !IsNull() &&
-           std::tie(_hour, _minute, _second) < std::tie(other._hour, other._minute, other._second);
-}
-
-bool nxTime::operator>(nxTime const& other) const
-{
-    return !IsNull() &&
-           std::tie(_hour, _minute, _second) > std::tie(other._hour, other._minute, other._second);
-}
-
-bool nxTime::operator>=(nxTime const& other) const
-{
-    return !IsNull() &&
-           std::tie(_hour, _minute, _second) >= std::tie(other._hour, other._minute, other._second);
-}
-
-unsigned int nxTime::GetSecondsInADay()
-{
-    return hoursInADay * minutesInAnHour * secondsInAMinute;
-}
-
-bool nxTime::_IsValid() const
-{
-    return _status == NX_VALID;
-}
-
-void nxTime::_Set(unsigned int hour, unsigned int minute, unsigned int second)
-{
-    _hour = hour;
-    _minute = minute;
-    _second = second;
 }
 
 nxErrorEnum nxTime::_SetField(unsigned int& field, unsigned int value, unsigned int limit)

@@ -27,6 +27,13 @@ concept Hashable = requires(Value const& value)
 static_assert(Hashable<nxBuySellEnum> && Hashable<nxErrorEnum> && Hashable<nxExchangePriceFilterBitMask>);
 static_assert(!Hashable<nxTime> && !Hashable<nxDoubleValueWrapper>); // whose == is no equivalence
 
+// A growing vector of a host's structures moves their texts only where no member's move can throw; else it copies them.
+template <class... Values>
+constexpr bool moveWithoutThrowing = ((std::is_nothrow_move_constructible_v<Values> &&
+                                       std::is_nothrow_move_assignable_v<Values>)&&...);
+static_assert(
+    moveWithoutThrowing<nxDateTime, nxTime, nxDate, nxTimeStamp, nxDecimal, nxMoney, nxRatio, nxStringValue>);
+
 template <class Value>
 std::size_t HashOf(Value const& value)
 {
