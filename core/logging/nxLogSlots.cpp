@@ -7,29 +7,18 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace
 {
 
-constexpr std::size_t cacheLine = 64;
-
-/// Has what the next statements will use here before they are built: the writer touched it last. `slots` ends with
-/// the next one.
-void PrefetchNext(nxLogSlot* const* slots, unsigned int count)
+/// Asks for memory that another core has written last, to be changed here soon.
+void Prefetch(void const* memory, std::size_t size)
 {
-    if (count >= 1)
-    {
-        // Its object has been asked for at the statement before.
-        char const* const text = slots[count - 1]->data();
-        __builtin_prefetch(text, 1);
-        __builtin_prefetch(text + cacheLine, 1);
-    }
-    if (count >= 2)
-    {
-        char const* const object = reinterpret_cast<char const*>(slots[count - 2]);
-        for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)
-            __builtin_prefetch(object + offset, 1);
-    }
+    constexpr std::size_t cacheLine = 64;
+
+    for (std::size_t offset = 0; offset < size; offset += cacheLine)
+        __builtin_prefetch(static_cast<char const*>(memory) + offset, 1);
 }
 
 /// Empties the string; a text beyond the usual does not keep its memory.
@@ -198,22 +187,111 @@ private:
     std::size_t _recentlyWritten = 0; // the writer's alone
 };
 
-/// The chunk that a thread works off.
+/// The slots that a thread works off: a chunk, and the chunk after it, which is there before the first one ends.
+///
+/// The writer touched all of them last, so each is asked for some statements before its own: first its object, then
+/// the memory of its text, whose address is in the object.
 class nxLogSlots::ThreadCache
 {
 public:
     ~ThreadCache()
     {
-        if (_chunk != nullptr)
-        {
-            _GetDepot().GiveChunk(_chunk);
-            _chunk = nullptr;
-        }
+        for (Chunk* const chunk : {_chunk, _next})
+            if (chunk != nullptr)
+                _GetDepot().GiveChunk(chunk);
+        _chunk = nullptr;
+        _next = nullptr;
         _closed = true;
     }
 
-    /// Returns the thread's chunk to the depot when the thread ends.
-    static void ReturnAtThreadEnd()
+    /// @return null when there is none.
+    static nxLogSlot* Take()
+    {
+        if (!_HasSlots(_chunk) && !_GoOnToNext())
+            return nullptr;
+        nxLogSlot* const slot = _chunk->slots[--_chunk->count];
+        if (_chunk->count == _chunkAhead)
+            _FetchNext();
+        _PrefetchAhead();
+        return slot;
+    }
+
+    /// @return false when the thread keeps none any more, or memory is wanting: the slot then stays the caller's.
+    static bool Return(nxLogSlot* slot)
+    {
+        if (_closed)
+            return false;
+        if (_chunk == nullptr || _chunk->IsFull())
+        {
+            Chunk* const empty = new (std::nothrow) Chunk;
+            if (empty == nullptr)
+                return false;
+            if (_chunk != nullptr)
+                _GetDepot().GiveChunk(_chunk);
+            _ReturnAtThreadEnd();
+            _chunk = empty;
+        }
+        _chunk->slots[_chunk->count++] = slot;
+        return true;
+    }
+
+private:
+    // How many statements before its own a slot's text, its object and its chunk are asked for.
+    static constexpr unsigned int _textAhead = 3;
+    static constexpr unsigned int _objectAhead = 6;
+    static constexpr unsigned int _chunkAhead = 8;
+
+    static bool _HasSlots(Chunk const* chunk)
+    {
+        return chunk != nullptr && chunk->count != 0;
+    }
+
+    static bool _GoOnToNext()
+    {
+        if (_closed)
+            return false;
+        _FetchNext();
+        std::swap(_chunk, _next);
+        return _HasSlots(_chunk);
+    }
+
+    static void _FetchNext()
+    {
+        if (_HasSlots(_next))
+            return;
+        Chunk* const filled = _GetDepot().TakeChunk(_next);
+        if (filled == nullptr)
+            return;
+        _ReturnAtThreadEnd();
+        _next = filled;
+        Prefetch(_next, sizeof *_next);
+    }
+
+    /// @return null when the slot after so many others is not known yet.
+    static nxLogSlot* _GetAhead(unsigned int statements)
+    {
+        Chunk const* chunk = _chunk;
+        if (statements > chunk->count)
+        {
+            statements -= chunk->count;
+            chunk = _next;
+            if (chunk == nullptr || statements > chunk->count)
+                return nullptr;
+        }
+        return chunk->slots[chunk->count - statements];
+    }
+
+    static void _PrefetchAhead()
+    {
+        constexpr std::size_t usualText = 128;
+
+        if (nxLogSlot const* const slot = _GetAhead(_textAhead))
+            Prefetch(slot->data(), usualText);
+        if (nxLogSlot const* const slot = _GetAhead(_objectAhead))
+            Prefetch(slot, sizeof *slot);
+    }
+
+    static void _ReturnAtThreadEnd()
     {
         static thread_local ThreadCache cache;
         (void)cache;
@@ -223,10 +301,12 @@ public:
     // as by a statement in the destructor of another thread-local object. Reached without a call, unlike the
     // usual thread-local of a shared library.
     static thread_local Chunk* _chunk __attribute__((tls_model("initial-exec")));
+    static thread_local Chunk* _next __attribute__((tls_model("initial-exec")));
     static thread_local bool _closed __attribute__((tls_model("initial-exec")));
 };
 
 thread_local nxLogSlots::Chunk* nxLogSlots::ThreadCache::_chunk = nullptr;
+thread_local nxLogSlots::Chunk* nxLogSlots::ThreadCache::_next = nullptr;
 thread_local bool nxLogSlots::ThreadCache::_closed = false;
 
 nxLogSlots::Depot& nxLogSlots::_GetDepot()
@@ -237,45 +317,14 @@ nxLogSlots::Depot& nxLogSlots::_GetDepot()
 
 nxLogSlot* nxLogSlots::_Take()
 {
-    Chunk* chunk = ThreadCache::_chunk;
-    if (chunk == nullptr || chunk->count == 0)
-    {
-        if (ThreadCache::_closed)
-            return new nxLogSlot;
-        Chunk* const filled = _GetDepot().TakeChunk(chunk);
-        if (filled == nullptr)
-            return new nxLogSlot;
-        ThreadCache::ReturnAtThreadEnd();
-        chunk = filled;
-        ThreadCache::_chunk = chunk;
-    }
-    nxLogSlot* const slot = chunk->slots[--chunk->count];
-    PrefetchNext(chunk->slots.data(), chunk->count);
-    return slot;
+    nxLogSlot* const slot = ThreadCache::Take();
+    return slot != nullptr ? slot : new nxLogSlot;
 }
 
 void nxLogSlots::_Return(nxLogSlot* slot)
 {
-    Chunk*& chunk = ThreadCache::_chunk;
-    if (ThreadCache::_closed)
-    {
+    if (!ThreadCache::Return(slot))
         delete slot;
-        return;
-    }
-    if (chunk == nullptr || chunk->IsFull())
-    {
-        Chunk* const empty = new (std::nothrow) Chunk;
-        if (empty == nullptr)
-        {
-            delete slot;
-            return;
-        }
-        if (chunk != nullptr)
-            _GetDepot().GiveChunk(chunk);
-        ThreadCache::ReturnAtThreadEnd();
-        chunk = empty;
-    }
-    chunk->slots[chunk->count++] = slot;
 }
 
 void nxLogSlots::_Drop(nxLogSlot& slot, unsigned char part)
