@@ -1,6 +1,7 @@
 #include "core/vocabulary/nxAccountNodeDefinitionFieldsBitMask.h"
 #include "core/vocabulary/nxAccountNodeFlagBitMask.h"
 #include "core/vocabulary/nxAccountNodeStateEnum.h"
+#include "core/vocabulary/nxBitMaskRows.h"
 #include "core/vocabulary/nxDataActiveStatusEnum.h"
 #include "core/vocabulary/nxLimitAccountStateEnum.h"
 #include "core/vocabulary/nxPandLDataPeriodEnum.h"
@@ -12,10 +13,16 @@
 namespace
 {
 // The flags of an account, and the fields of its definition that carry them.
-constexpr unsigned long long exchangeFlag = 0x1;
-constexpr unsigned long long syntheticFlag = 0x2;
-constexpr unsigned long long exchangeField = 0x8000;
-constexpr unsigned long long syntheticField = 0x10000;
+constexpr unsigned long long exchangeFlag =
+    nxBitsOf(nxAccountNodeFlagBitMaskRows, "GENERATE_EXCHANGE_STRATEGY_POSITIONS");
+constexpr unsigned long long syntheticFlag =
+    nxBitsOf(nxAccountNodeFlagBitMaskRows, "GENERATE_SYNTHETIC_STRATEGY_POSITIONS");
+constexpr unsigned long long exchangeField =
+    nxBitsOf(nxAccountNodeDefinitionFieldsBitMaskRows,
+             "ACCOUNT_NODE_DEFINITION_FIELD_GENERATE_EXCHANGE_STRATEGY_POSITIONS");
+constexpr unsigned long long syntheticField =
+    nxBitsOf(nxAccountNodeDefinitionFieldsBitMaskRows,
+             "ACCOUNT_NODE_DEFINITION_FIELD_GENERATE_SYNTHETIC_STRATEGY_POSITIONS");
 
 unsigned long long FlagsOf(nxAccountNodeDefinitionFieldsBitMask const& fields)
 {
@@ -27,7 +34,7 @@ unsigned long long FlagsOf(nxAccountNodeDefinitionFieldsBitMask const& fields)
     return flags;
 }
 
-constexpr unsigned int accessRights = 0x3; // read and write
+constexpr unsigned int accessRights = nxBitsOf(nxSecurityNodeAccessBaseBitMaskRows, "Full");
 } // namespace
 
 std::string nxAccountNodeStateEnum::GetAsLogString() const

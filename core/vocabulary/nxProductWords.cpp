@@ -1,4 +1,5 @@
 #include "core/vocabulary/nxAsciiLetters.h"
+#include "core/vocabulary/nxBitMaskRows.h"
 #include "core/vocabulary/nxCallPutEnum.h"
 #include "core/vocabulary/nxDayOfWeekEnum.h"
 #include "core/vocabulary/nxEnumWords.h"
@@ -38,47 +39,53 @@ struct StateWord
     unsigned int state;
 };
 
+/// The bit of the state that has the token.
+consteval unsigned long long State(std::string_view token)
+{
+    return nxBitsOf(nxProductStateBitMaskRows, token);
+}
+
 constexpr StateWord stateWords[] = {
-    {"PREOPEN", 0x1},
-    {"PREOPENING", 0x1},
-    {"PRE_TRADING", 0x1},
-    {"OPEN", 0x2},
-    {"CONTINUOUS_TRADING", 0x2},
-    {"NORMAL", 0x2},
-    {"TRADING", 0x2},
-    {"RET_TRADING", 0x2},
-    {"PRECLOSED", 0x4},
-    {"CLOSED", 0x8},
-    {"HOLIDAY", 0x8},
-    {"INACTIVE", 0x8},
-    {"NO_CANCEL", 0x10},
-    {"PRICE_LIMITS_ENABLED", 0x20},
-    {"PRICE_FAST", 0x40},
-    {"START_FAST", 0x40},
-    {"RESTRICTED_OPEN", 0x80},
-    {"UNAVAILABLE", 0x100},
-    {"START_OF_CONSULTATION", 0x200},
-    {"STRESSED", 0x400},
-    {"INTERVENTION_BEFORE_OPENING", 0x800},
-    {"MINI_BATCH", 0x1000},
-    {"SURVEILLANCE_INTERVENTION", 0x2000},
-    {"END_OF_CONSULTATION", 0x4000},
-    {"FORBIDDEN", 0x8000},
-    {"INTERRUPTED", 0x10000},
-    {"OPENING", 0x20000},
-    {"AUTHORIZED", 0x40000},
-    {"RESERVED", 0x80000},
-    {"SUSPENDED", 0x100000},
-    {"FROZEN", 0x200000},
-    {"FREEZE", 0x200000},
-    {"TRADING_HALT", 0x400000},
-    {"CLOSE_AUCTION", 0x800000},
-    {"HOLD", 0x1000000},
-    {"NETTING", 0x2000000},
-    {"EXPIRED", 0x4000000},
-    {"RESTART_TRADING", 0x8000000},
-    {"INTRADAY_AUCTION", 0x10000000},
-    {"EXPIRING", 0x20000000},
+    {"PREOPEN", State("PREOPEN")},
+    {"PREOPENING", State("PREOPEN")},
+    {"PRE_TRADING", State("PREOPEN")},
+    {"OPEN", State("OPEN")},
+    {"CONTINUOUS_TRADING", State("OPEN")},
+    {"NORMAL", State("OPEN")},
+    {"TRADING", State("OPEN")},
+    {"RET_TRADING", State("OPEN")},
+    {"PRECLOSED", State("PRECLOSED")},
+    {"CLOSED", State("CLOSED")},
+    {"HOLIDAY", State("CLOSED")},
+    {"INACTIVE", State("CLOSED")},
+    {"NO_CANCEL", State("NO_CANCEL")},
+    {"PRICE_LIMITS_ENABLED", State("PRICE_LIMITS")},
+    {"PRICE_FAST", State("FAST")},
+    {"START_FAST", State("FAST")},
+    {"RESTRICTED_OPEN", State("RESTRICTED_OPEN")},
+    {"UNAVAILABLE", State("UNAVAILABLE")},
+    {"START_OF_CONSULTATION", State("START_OF_CONSULTATION")},
+    {"STRESSED", State("STRESSED")},
+    {"INTERVENTION_BEFORE_OPENING", State("INTERVENTION_BEFORE_OPENING")},
+    {"MINI_BATCH", State("MINI_BATCH")},
+    {"SURVEILLANCE_INTERVENTION", State("SURVEILLANCE_INTERVENTION")},
+    {"END_OF_CONSULTATION", State("END_OF_CONSULTATION")},
+    {"FORBIDDEN", State("FORBIDDEN")},
+    {"INTERRUPTED", State("INTERRUPTED")},
+    {"OPENING", State("OPENING")},
+    {"AUTHORIZED", State("AUTHORIZED")},
+    {"RESERVED", State("RESERVED")},
+    {"SUSPENDED", State("SUSPENDED")},
+    {"FROZEN", State("FROZEN")},
+    {"FREEZE", State("FROZEN")},
+    {"TRADING_HALT", State("HALT")},
+    {"CLOSE_AUCTION", State("CLOSE_AUCTION")},
+    {"HOLD", State("HOLD")},
+    {"NETTING", State("NETTING")},
+    {"EXPIRED", State("EXPIRED")},
+    {"RESTART_TRADING", State("RESTART_TRADING")},
+    {"INTRADAY_AUCTION", State("INTRADAY_AUCTION")},
+    {"EXPIRING", State("EXPIRING")},
 };
 
 constexpr int daysOfWeek = 7;
@@ -302,6 +309,10 @@ std::string nxTickDataPeriodEnum::GetSubscriptionSubjectDescription() const
 bool nxProductStateBitMask::GetStateBitMaskValueForTokenString(std::string const& word,
                                                                nxProductStateBitMask& state)
 {
+    // What the header repeats, since the rows don't go with it to the hosts.
+    static_assert(_preOpen == State("PREOPEN") && _open == State("OPEN") &&
+                  _preClosed == State("PRECLOSED") && _closeAuction == State("CLOSE_AUCTION"));
+
     std::string upper = word;
     nxAsciiLetters::ToUpper(upper);
     for (StateWord const& row : stateWords)

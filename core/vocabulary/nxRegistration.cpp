@@ -1,6 +1,6 @@
 #include "core/platform/nxEnvironmentLock.h"
 #include "core/platform/nxInitialiseFirst.h"
-#include "core/vocabulary/nxBitMaskRow.h"
+#include "core/vocabulary/nxBitMaskRows.h"
 #include "core/vocabulary/nxEnumIndex.h"
 #include "core/vocabulary/nxEnumRow.h"
 #include "core/vocabulary/nxEnumWords.h"
@@ -61,13 +61,6 @@ std::span<nxEnumWords const> WordsOf(Place place)
     return nxEnumWords::OfClass(static_cast<std::size_t>(place));
 }
 } // namespace
-
-// The rows of a mask as one array, which the compiler takes far faster than a call a row; the registry and the
-// catalogue are both made from it.
-#define NX_MASK_BEGIN(Class) static constexpr nxBitMaskRow Class##Rows[] = {
-#define NX_BIT(bits, token, text) {bits, token, text},
-#define NX_MASK_END(Class) {}};
-#include "core/vocabulary/tables/masks.def"
 
 // What the recipes of the classes only declare.
 #define NX_ENUM_BEGIN(Class)                                                                                 \

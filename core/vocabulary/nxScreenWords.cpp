@@ -1,3 +1,4 @@
+#include "core/vocabulary/nxBitMaskRows.h"
 #include "core/vocabulary/nxClickTradingActionsEnum.h"
 #include "core/vocabulary/nxKeyboardModifierBitMask.h"
 #include "core/vocabulary/nxTraits.h"
@@ -57,9 +58,9 @@ Action ActionOf(unsigned int value)
     return nxTraits::Of(value, clickTraits, otherClick).action;
 }
 
-constexpr unsigned int shiftKey = 0x1;
-constexpr unsigned int ctrlKey = 0x2;
-constexpr unsigned int altKey = 0x4;
+constexpr unsigned int shiftKey = nxBitsOf(nxKeyboardModifierBitMaskRows, "Shift");
+constexpr unsigned int ctrlKey = nxBitsOf(nxKeyboardModifierBitMaskRows, "Ctrl");
+constexpr unsigned int altKey = nxBitsOf(nxKeyboardModifierBitMaskRows, "Alt");
 } // namespace
 
 bool nxClickTradingActionsEnum::UsesPrimaryOrderVolume() const
