@@ -7,8 +7,6 @@
 
 namespace
 {
-constexpr std::size_t maxTokenLength = 64;
-
 constexpr unsigned int firstSecurityError = 1001000;
 constexpr unsigned int lastSecurityError = 1001048;
 
@@ -143,7 +141,7 @@ bool nxEnum::_Register(unsigned int value, std::string const& token, std::string
     auto const reversePlace = reverseMap.lower_bound(token);
     if (reversePlace != reverseMap.end() && reversePlace->first == token)
         return false;
-    if (token.size() > maxTokenLength)
+    if (token.size() > nxEnumWords::maxTokenLength)
         return false;
     reverseMap.emplace_hint(reversePlace, token, value);
     auto const row = map.emplace_hint(place, value, Descriptions(token, text));

@@ -10,8 +10,6 @@
 
 namespace
 {
-constexpr std::size_t maxTokenLength = 64;
-
 // The tokens of the three rows that are common to all classes.
 constexpr char undefinedToken[] = "UNDEFINED";
 constexpr char notRegisteredToken[] = "NOT_REGISTERED";
@@ -31,8 +29,6 @@ constexpr nxEnumRow rows[] = {
 #define NX_ENUM_END(Class)
 #include "core/vocabulary/tables/enumerations.def"
 };
-
-constexpr std::size_t numberOfCommonRows = 3;
 
 // How many rows each class has.
 constexpr std::uint16_t rowsOfClasses[] = {
@@ -87,7 +83,7 @@ consteval PackedRows Pack()
         std::string_view const enumerator = row.enumerator;
         std::string_view const token = row.token;
         std::string_view const text = row.text;
-        if (token.size() > maxTokenLength)
+        if (token.size() > nxEnumWords::maxTokenLength)
             throw "a token is too long for registration";
         std::size_t const offset = TokenOffset(row);
         char* const words = packed.words.data() + begin;
@@ -138,7 +134,7 @@ static_assert(NumbersDiffer());
 consteval auto FirstRows()
 {
     std::array<std::uint16_t, numberOfClasses + 1> first{};
-    first[0] = numberOfCommonRows;
+    first[0] = nxEnumWords::countOfCommon;
     for (std::size_t place = 0; place < numberOfClasses; ++place)
         first[place + 1] = static_cast<std::uint16_t>(first[place] + rowsOfClasses[place]);
     return first;
@@ -221,7 +217,7 @@ bool IsSame(char const* token, char const* text, std::size_t size)
         return IsSameShort(token, text, size);
     std::uint64_t differences = 0;
 #pragma GCC unroll 8
-    for (std::size_t word = 0; word < maxTokenLength / wordSize; ++word)
+    for (std::size_t word = 0; word < nxEnumWords::maxTokenLength / wordSize; ++word)
     {
         std::size_t const at = std::min(word * wordSize, size - wordSize);
         differences |= Load<std::uint64_t>(token + at) ^ Load<std::uint64_t>(text + at);
@@ -275,7 +271,7 @@ std::string_view nxEnumWords::GetText() const
 
 std::span<nxEnumWords const> nxEnumWords::OfAllClasses()
 {
-    return std::span(packed.rows).first<numberOfCommonRows>();
+    return std::span(packed.rows).first<countOfCommon>();
 }
 
 std::span<nxEnumWords const> nxEnumWords::OfClass(std::size_t place)

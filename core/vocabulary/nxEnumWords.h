@@ -41,8 +41,12 @@ struct nxEnumWords
     /// @return the number of the row that has the token, or numberLimit
     static unsigned int Find(std::string_view token);
 
-    /// How many rows there are, and one number that none of them reaches.
-    static constexpr std::size_t count = 3
+    /// A longer token is not registered.
+    static constexpr std::size_t maxTokenLength = 64;
+
+    /// How many rows there are, those of all classes among them, and one number that none of them reaches.
+    static constexpr std::size_t countOfCommon = 3;
+    static constexpr std::size_t count = countOfCommon
 #define NX_ENUM_BEGIN(Class)
 #define NX_ROW(number, token, text) +1
 #define NX_WORD(number, token, text) +1
