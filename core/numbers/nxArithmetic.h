@@ -1,6 +1,7 @@
 #pragma once
 
-#include <array>
+#include "core/text/nxPowersOfTen.h"
+
 #include <limits>
 
 /// @file
@@ -49,37 +50,16 @@ constexpr unsigned long long Magnitude(long long value)
 }
 /// @}
 
-namespace Detail
-{
-
-template <class NumberT>
-constexpr std::array<NumberT, 256> MakePowersOfTen()
-{
-    std::array<NumberT, 256> powers{};
-    unsigned long long power = 1;
-    for (NumberT& entry : powers)
-    {
-        entry = static_cast<NumberT>(power);
-        power *= 10; // wraps from 10^20 on, and is 0 from 10^64 on
-    }
-    return powers;
-}
-
-inline constexpr std::array<unsigned long long, 256> powersOfTen = MakePowersOfTen<unsigned long long>();
-inline constexpr std::array<double, 256> powersOfTenAsDouble = MakePowersOfTen<double>();
-
-} // namespace Detail
-
 /// 10^places in 64 bits, unsigned and wrapping: 0 from 64 places on.
 constexpr unsigned long long PowerOfTen(unsigned char places)
 {
-    return Detail::powersOfTen[places];
+    return nxPowersOfTen::asInteger[places];
 }
 
 /// That same wrapped power as a double.
 constexpr double PowerOfTenAsDouble(unsigned char places)
 {
-    return Detail::powersOfTenAsDouble[places];
+    return nxPowersOfTen::asDouble[places];
 }
 
 /// A double cut toward zero; what is no number and what does not fit gives -2^63.

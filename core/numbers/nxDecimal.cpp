@@ -41,16 +41,16 @@ public:
         : _digits(nxArithmetic::Magnitude(value)), _wholeStandsApart(places > mostPlacesOfPower),
           _decimals(std::min({maximumPlaces, unsigned{places}, mostPlacesShown})), _negative(value < 0)
     {
-        unsigned int const cut = places - _decimals;
+        auto const cut = static_cast<unsigned char>(places - _decimals);
         if (_wholeStandsApart)
         {
             Parts const parts = Split(_digits, places);
             _whole = parts.whole;
-            _digits = cut <= mostPlacesOfPower ? parts.fraction / nxDigits::powersOfTen[cut] : 0;
+            _digits = cut <= mostPlacesOfPower ? parts.fraction / nxArithmetic::PowerOfTen(cut) : 0;
         }
         else if (cut != 0)
         {
-            _digits /= nxDigits::powersOfTen[cut];
+            _digits /= nxArithmetic::PowerOfTen(cut);
         }
         unsigned int const digits = _wholeStandsApart ? nxDigits::Count(_whole) + _decimals
                                                       : std::max(nxDigits::Count(_digits), _decimals + 1);

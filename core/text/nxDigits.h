@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/text/nxPowersOfTen.h"
+
 #include <algorithm>
 #include <bit>
 #include <concepts>
@@ -23,38 +25,12 @@ inline constexpr char pairs[] =
     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
     "8081828384858687888990919293949596979899";
 
-/// 10^0 to 10^19, all that fit.
-inline constexpr unsigned long long powersOfTen[maximum] = {1ull,
-                                                            10ull,
-                                                            100ull,
-                                                            1000ull,
-                                                            10000ull,
-                                                            100000ull,
-                                                            1000000ull,
-                                                            10000000ull,
-                                                            100000000ull,
-                                                            1000000000ull,
-                                                            10000000000ull,
-                                                            100000000000ull,
-                                                            1000000000000ull,
-                                                            10000000000000ull,
-                                                            100000000000000ull,
-                                                            1000000000000000ull,
-                                                            10000000000000000ull,
-                                                            100000000000000000ull,
-                                                            1000000000000000000ull,
-                                                            10000000000000000000ull};
-
-/// The same as doubles, as far as they are exact.
-inline constexpr double powersOfTenAsDouble[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                                 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
 /// How many digits `value` has; 0 has one.
 constexpr unsigned int Count(unsigned long long value)
 {
     // 1233 / 4096 is a little more than the logarithm of 2 to the base 10; the table settles the rest.
     unsigned int const guess = (static_cast<unsigned int>(std::bit_width(value | 1)) * 1233) >> 12;
-    return guess + ((value | 1) >= powersOfTen[guess] ? 1 : 0);
+    return guess + ((value | 1) >= nxPowersOfTen::asInteger[guess] ? 1 : 0);
 }
 
 /// 0 to 9 for a digit, more for any other byte.

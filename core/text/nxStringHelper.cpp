@@ -2,6 +2,7 @@
 
 #include "core/text/nxBlanks.h"
 #include "core/text/nxDigits.h"
+#include "core/text/nxPowersOfTen.h"
 #include "core/vocabulary/nxEnum.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ struct Fixed
 /// Halves go to even as far as the last digit goes; see the header.
 inline Fixed RoundToFixed(double magnitude, unsigned int places)
 {
-    auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[places]);
+    auto const power = static_cast<unsigned int>(nxPowersOfTen::asInteger[places]);
     Fixed fixed{static_cast<unsigned int>(magnitude), 0, places};
     double const scaled = (magnitude - fixed.whole) * power;
     fixed.fraction = static_cast<unsigned int>(scaled);
@@ -113,7 +114,7 @@ void DropTrailingZeros(Fixed& fixed)
     // Nine digits end in eight zeros at most, or in nine where they stand for the whole power.
     for (unsigned int const zeros : {4u, 4u, 2u, 1u})
     {
-        auto const power = static_cast<unsigned int>(nxDigits::powersOfTen[zeros]);
+        auto const power = static_cast<unsigned int>(nxPowersOfTen::asInteger[zeros]);
         if (fixed.fraction % power == 0)
         {
             fixed.fraction /= power;
@@ -194,7 +195,7 @@ inline char* WriteWords(char* out, bool negative, unsigned int whole, unsigned i
 void Append(std::string& out, double value, unsigned int precision)
 {
     static constexpr char room[fixedSize] = {};
-    constexpr auto power = static_cast<unsigned int>(nxDigits::powersOfTen[maximumPrecision]);
+    constexpr auto power = static_cast<unsigned int>(nxPowersOfTen::asInteger[maximumPrecision]);
     constexpr double limit = nxDigits::Word::limit;
     double const magnitude = std::fabs(value);
     std::size_t const size = out.size();
@@ -502,7 +503,7 @@ nxErrorEnum nxStringHelper::SetFromString(std::string const& text, double& value
     constexpr unsigned long long largestExact = 1ull << 53;
     bool const exact = number.count < nxDigits::maximum && number.gathered <= largestExact;
     double const magnitude = exact ? static_cast<double>(static_cast<long long>(number.gathered)) /
-                                         nxDigits::powersOfTenAsDouble[number.decimals]
+                                         nxPowersOfTen::asDouble[number.decimals]
                                    : GatherInDoubles(digits, separator);
     value = negative ? -magnitude : magnitude;
     return nxErrorEnum();
