@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <string>
 #include <string_view>
 
 /// @file
@@ -76,6 +77,14 @@ inline unsigned long long WriteLowestBackward(char* end, unsigned long long valu
         value /= 10;
     }
     return value;
+}
+
+/// Appends the digits of `value`, with zeros before them if there are fewer than `least`.
+inline void AppendPadded(std::string& out, unsigned int value, unsigned int least)
+{
+    unsigned int const count = std::max(Count(value), least);
+    out.resize(out.size() + count);
+    (void)WriteLowestBackward(out.data() + out.size(), value, count);
 }
 
 /// The digits of a small number as text in one word: the first digit in its lowest byte, nothing above the last.

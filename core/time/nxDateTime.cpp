@@ -1,6 +1,7 @@
 #include "core/time/nxDateTime.h"
 
 #include "core/platform/nxClock.h"
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 #include "core/vocabulary/nxException.h"
 
@@ -36,10 +37,8 @@ int GetElapsedSeconds(long long from, long long to)
 
 void AppendFraction(std::string& text, unsigned int fraction, unsigned int digits)
 {
-    std::string fractionText = nxStringHelper::GetAsString(fraction);
-    nxStringHelper::PadLeft(fractionText, digits, '0');
     text += '.';
-    text += fractionText;
+    nxDigits::AppendPadded(text, fraction, digits);
 }
 
 constexpr std::size_t lengthToSecond = 17;      // 20240131 09:30:15

@@ -1,5 +1,6 @@
 #include "core/time/nxTime.h"
 
+#include "core/text/nxDigits.h"
 #include "core/text/nxStringHelper.h"
 
 namespace
@@ -13,8 +14,8 @@ constexpr unsigned int secondsInAMinute = 60;
 // @return false, also for a number that isn't below `limit`.
 bool ReadField(std::string const& text, std::size_t position, unsigned int limit, unsigned int& value)
 {
-    auto const tens = static_cast<unsigned int>(static_cast<unsigned char>(text[position])) - '0';
-    auto const units = static_cast<unsigned int>(static_cast<unsigned char>(text[position + 1])) - '0';
+    unsigned int const tens = nxDigits::ValueOf(text[position]);
+    unsigned int const units = nxDigits::ValueOf(text[position + 1]);
     if (tens > 9 || units > 9)
         return false;
     value = tens * 10 + units;

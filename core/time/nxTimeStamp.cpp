@@ -2,7 +2,6 @@
 
 #include "core/platform/nxClock.h"
 #include "core/text/nxDigits.h"
-#include "core/text/nxStringHelper.h"
 #include "core/time/nxDateTime.h"
 
 #include <cstring>
@@ -67,9 +66,10 @@ nxDateTime nxTimeStamp::GetAsDateTime() const
 
 std::string nxTimeStamp::GetAsString() const
 {
-    std::string milliseconds = nxStringHelper::GetAsString(GetMilliseconds());
-    nxStringHelper::PadLeft(milliseconds, 3, '0');
-    return GetAsDateTime().GetAsString("%d%b%y %H:%M:%S") + '.' + milliseconds;
+    std::string text = GetAsDateTime().GetAsString("%d%b%y %H:%M:%S");
+    text += '.';
+    nxDigits::AppendPadded(text, GetMilliseconds(), 3);
+    return text;
 }
 
 unsigned long long nxTimeStamp::GetAsStringFast(char* buffer, unsigned long long) const
