@@ -13,9 +13,9 @@
 
 /// A wall-clock time without a date or zone: hour, minute and second, or null, or no change.
 ///
-/// Only the constructors and the two `SetFrom...` operations make a time valid. SetHour(), SetMinute() and SetSecond()
-/// leave the status: on a null they store a number that GetHour() and its kin don't show, though GetAsHHMMSS() and the
-/// comparisons do.
+/// Only the constructors, assignment of a valid time and the two `SetFrom...` operations make a time valid. SetHour(),
+/// SetMinute() and SetSecond() leave the status: on a null they store a number that GetHour() and its kin don't show,
+/// though GetAsHHMMSS() and the comparisons do.
 ///
 /// A plain value: nothing throws or logs, and an instance that threads share is guarded by its owner.
 ///

@@ -10,6 +10,6 @@ class NX_CORE_API nxLogLevelEnum : public nxEnum
     NX_ENUM_LESS(nxLogLevelEnum)
 
     /// Sets the level by its place as configuration counts it, 0 for debug to 7 for fatal. A place past the
-    /// last level makes the instance undefined.
+    /// last level makes the instance undefined, except 4294967267, which wraps round to the number 2: "no change".
     void SetFromNumericLogLevel(unsigned int level);
 };
