@@ -22,13 +22,7 @@ bool ReadField(std::string const& text, std::size_t position, unsigned int limit
     return value < limit;
 }
 
-// At least two digits.
-void AppendField(std::string& text, unsigned int value)
-{
-    if (value < 10)
-        text += '0';
-    nxStringHelper::AppendAsString(text, value);
-}
+constexpr unsigned int leastDigits = 2; // of each number in a text
 
 } // namespace
 
@@ -80,11 +74,11 @@ std::string nxTime::GetAsString() const
     if (!_IsValid())
         return "INVALID";
     std::string text;
-    AppendField(text, _hour);
+    nxDigits::AppendPadded(text, _hour, leastDigits);
     text += ':';
-    AppendField(text, _minute);
+    nxDigits::AppendPadded(text, _minute, leastDigits);
     text += ':';
-    AppendField(text, _second);
+    nxDigits::AppendPadded(text, _second, leastDigits);
     return text;
 }
 
