@@ -36,10 +36,10 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
     "core/logging/nxLogManager.cpp": (
         "return pthread_atfork(_PrepareFork, _AfterForkInParent, _AfterForkInChild) == 0;", "thread.reset();"),
     "core/logging/nxLogSlots.cpp": (
-        "if (count >= 1)", "char const* const text = slots[count - 1]->data();", "__builtin_prefetch(text, 1);",
-        "__builtin_prefetch(text + cacheLine, 1);", "if (count >= 2)", "__builtin_prefetch(object + offset, 1);",
-        "char const* const object = reinterpret_cast<char const*>(slots[count - 2]);",
-        "for (std::size_t offset = 0; offset < sizeof(nxLogSlot); offset += cacheLine)",
+        "for (std::size_t offset = 0; offset < size; offset += cacheLine)",
+        "__builtin_prefetch(static_cast<char const*>(memory) + offset, 1);", "if (_chunk->count == _chunkAhead)",
+        "_FetchNext();", "_PrefetchAhead();", "Prefetch(_next, sizeof *_next);", "Prefetch(slot->data(), usualText);",
+        "Prefetch(slot, sizeof *slot);", "if (chunk == nullptr || statements >= chunk->count)",
         "std::size_t _count = 0;", "while (_GetCount() < chunks)", "if (text.capacity() <= mostKept)",
         "text.shrink_to_fit();", "text.reserve(nxLogSlot::reservedText);", "return count == capacity;",
         "for (unsigned int i = 0; i < mostFreed; ++i)", "_GetDepot().Trim(statements.size());",
@@ -47,7 +47,7 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
         "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
         "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),
     "core/numbers/nxDecimal.cpp": (
-        "return differ & (left < other);", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)",
+        "return leftNumber <= rightNumber ? -1 : 1;", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)",
         ": _digits(nxArithmetic::Magnitude(value)), _wholeStandsApart(places >= mostPlacesOfPower),"),
     "core/prices/nxDecimalPriceConverter.cpp": ("double value = 0.0;",),
     "core/prices/nxVariableTickTable.cpp": (
@@ -55,7 +55,6 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
         "return number >= 0 && number <= PowerOfTen(digits);",
         "if (top.GetDecimalPlaces() >= places || places > exactDigits)",
         "if (top.GetDecimalPlaces() > places || places >= exactDigits)"),
-    "core/prices/nxVolumeConverter_Abbreviated.cpp": ("value *= nxDecimal(multiplier, 0);",),
 }
 FAULTS = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
