@@ -84,7 +84,9 @@ TEST(nxMutex, GuardsHoldItForTheScopeIfToldTo)
     nxMutex mutexes[2];
     {
         nxMutexGuard guard(mutexes[0]);
-        nxConditionalMutexGuard(mutexes[0], false); // neither locks nor unlocks
+        {
+            nxConditionalMutexGuard idleGuard(mutexes[0], false); // neither locks nor unlocks
+        }
         nxConditionalMutexGuard otherGuard(mutexes[1], true);
         for (nxMutex& mutex : mutexes)
             EXPECT_EQ(TryLockElsewhere(mutex), NX_ERR_THR_LOCKED);
