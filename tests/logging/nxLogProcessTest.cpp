@@ -281,6 +281,7 @@ TEST_F(nxLogProcess, ADeviceOfAForkedChildMayLogDuringAnotherFork)
     auto const forkTwice = []
     {
         nxLogManager::GetInstance().RegisterLogDevice(&device);
+        Drain(); // the writer rests: a sanitizer's allocator, which it starts in, doesn't survive a fork
         pid_t const child = fork();
         if (child != 0)
             return WaitFor(child, 50.0).value_or(1);
