@@ -47,7 +47,7 @@ NO_ANSWER = {  # lines, or changed ones, that differ in time or memory only, or 
         "if (slot._held.load(std::memory_order_acquire) == nxLogSlot::_textHeld)",
         "_GetDepot().Prepare((statements + Chunk::capacity - 1) / Chunk::capacity);"),
     "core/numbers/nxDecimal.cpp": (
-        "return leftNumber <= rightNumber ? -1 : 1;", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)",
+        "return leftNumber <= rightNumber ? -1 : 1;", "bool const negative = _value < 1;", "unsigned long long _whole = 0;", "if (places < _decimalPlaces)",
         ": _digits(nxArithmetic::Magnitude(value)), _wholeStandsApart(places >= mostPlacesOfPower),"),
     "core/prices/nxDecimalPriceConverter.cpp": ("double value = 0.0;",),
     "core/prices/nxVariableTickTable.cpp": (
