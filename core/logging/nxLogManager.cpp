@@ -29,9 +29,6 @@
 namespace
 {
 
-/// Whether this thread is inside Destroy(), in case a device ends the process from there.
-constinit thread_local bool isDestroying = false;
-
 /// How many passes over the devices this thread is in.
 constinit thread_local unsigned int ownPasses = 0;
 
@@ -201,9 +198,9 @@ nxErrorEnum nxLogManager::Destroy()
         _DestroyAllDevices();
         return nxErrorEnum();
     }
-    // A device that ends the process while another thread is in here: that one waits for the device's return.
+    // A device that ends the process while another thread, or this one, is in here already: that waits for the device's
+    // return.
     bool const isWaitedFor = _isBeingDestroyed.exchange(true) && ownPasses != 0;
-    isDestroying = true;
     {
         nxConditionalMutexGuard guard(_threadMutex, !isWaitedFor);
         if (!isWaitedFor)
@@ -216,7 +213,6 @@ nxErrorEnum nxLogManager::Destroy()
         FlushDevices();
         _isBeingDestroyed = isWaitedFor;
     }
-    isDestroying = false;
     _DestroyAllDevices();
     return nxErrorEnum();
 }
@@ -291,8 +287,6 @@ void nxLogManager::_WaitForQueuedStatements()
 
 void nxLogManager::_DestroyAtExit()
 {
-    if (isDestroying)
-        return;
     (void)GetInstance().Destroy();
     // A host may write to a file that it has not registered.
     if (nxFileLogDevice* const file = nxFileLogDevice::_GetExisting())
@@ -376,7 +370,6 @@ void nxLogManager::_RemakeInChild()
     new (&_devicesMutex) nxMutex(true);
     new (&_threadMutex) nxMutex;
     _isBeingDestroyed = false;
-    isDestroying = false;
 
     // The parent writes what was queued. Its writer's object stays as it is, since nobody knows what it was about.
     std::vector<nxLog*> logs;

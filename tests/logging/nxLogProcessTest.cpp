@@ -180,6 +180,16 @@ TEST_F(nxLogProcess, LosesNothingByTheWayItEnds)
              nxLogManager::GetInstance().RegisterLogDevice(&device);
              return Destroy() + 1;
          }},
+        {"exits in a device that writes while it is destroyed",
+         []
+         {
+             static std::thread::id const destroyer = std::this_thread::get_id();
+             device.onWrite = [](std::string const&)
+             { std::this_thread::get_id() == destroyer ? std::exit(0) : void(); };
+             nxLogManager::GetInstance().RegisterLogDevice(&device);
+             NX_LOG(NX_INF, "what the destruction writes");
+             return Destroy() + 1;
+         }},
     };
     for (auto const& [end, body] : ends)
     {
